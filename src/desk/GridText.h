@@ -1,0 +1,37 @@
+#pragma once
+// The texts of a grid as a plain value: what a window shows and a save writes. Row 0 is the header, column 0 the
+// sequence number.
+
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+class GridText {
+public:
+    int rows() const { return static_cast<int>(m_rows.size()); }
+    int cols() const { return m_cols; }
+    void setRows(int rows) { m_rows.resize(static_cast<std::size_t>(rows < 0 ? 0 : rows)); }
+    void setCols(int cols) { m_cols = cols < 0 ? 0 : cols; }
+
+    /// The text of a cell; "" where nothing was written yet.
+    const std::string& text(int row, int col) const
+    {
+        static const std::string none;
+        const auto& cells = m_rows[static_cast<std::size_t>(row)];
+        return static_cast<std::size_t>(col) < cells.size() ? cells[static_cast<std::size_t>(col)] : none;
+    }
+    void setText(int row, int col, std::string text)
+    {
+        auto& cells = m_rows[static_cast<std::size_t>(row)];
+        if (cells.size() <= static_cast<std::size_t>(col))
+            cells.resize(static_cast<std::size_t>(m_cols > col ? m_cols : col + 1));
+        cells[static_cast<std::size_t>(col)] = std::move(text);
+    }
+    void insertRow(int before) { m_rows.insert(m_rows.begin() + before, std::vector<std::string>{}); }
+    void removeRow(int row) { m_rows.erase(m_rows.begin() + row); }
+
+private:
+    std::vector<std::vector<std::string>> m_rows = std::vector<std::vector<std::string>>(1);
+    int m_cols = 0;
+};

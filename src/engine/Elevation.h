@@ -1,0 +1,7 @@
+#pragma once
+
+/// Design elevation of the road surface, m.
+/// @param stake   continuous stake, m; beyond the profile the nearest grade goes on, with no message
+/// @param offset  m, negative left, 0 or positive right; beyond the formation edge it is held there
+/// @throws Subscript with fewer than two grade stretches, TypeMismatch where gCgType is no number
+double ElevationAt(double stake, double offset);
