@@ -1,4 +1,5 @@
 # Refuses an #include that the drawing in CMakeLists.txt does not show. PLAN sets root, files, allowed and qt.
+cmake_minimum_required(VERSION 3.25)
 include(${PLAN})
 set(bad "")
 foreach(file ${files})
