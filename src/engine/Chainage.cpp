@@ -8,14 +8,25 @@ namespace {
 
 std::size_t breaks() { return gHasDl ? static_cast<std::size_t>(gDlCount) + 1 : 0; }
 
-/// The rising pass over the breaks, on the running value in place. False: the stake lies in a gap.
-bool rise(double& s, double typed, const ResolveRule& rule)
+/// The two passes over the breaks on the running value s. False: the stake lies in a gap, and s stays as it was there.
+bool resolve(double& s, double typed, const ResolveRule& rule)
 {
     for (std::size_t i = 0; i < breaks(); ++i) {
-        const double aheadTested = rule.aheadTest == ResolveRule::Running ? s : typed;
-        if (!(s <= gDlBack[i] || aheadTested >= gDlAhead[i])) return false;
-        const bool beyondJump = rule.jump == ResolveRule::Inclusive ? s >= gDlAhead[i] : s > gDlAhead[i];
-        if ((beyondJump && gDlCum[i] > 0) || (s > gDlBack[i] && gDlCum[i] < 0)) s -= gDlCum[i];
+        const double back = gDlBack[i], ahead = gDlAhead[i], amount = gDlCum[i];
+        if (!(s <= back || (rule.aheadTest == ResolveRule::Running ? s : typed) >= ahead)) return false;
+        const bool beyondJump = rule.jump == ResolveRule::Inclusive ? s >= ahead : s > ahead;
+        if ((beyondJump && amount > 0) || (s > back && amount < 0)) s -= amount;
+    }
+
+    if (!((rule.again == ResolveRule::OfTyped ? typed : s) < 0)) return true;
+    for (std::size_t i = 0; i < breaks(); ++i) {
+        const double back = gDlBack[i], ahead = gDlAhead[i], amount = gDlCum[i];
+        const double reach = std::abs(rule.again == ResolveRule::OfTyped ? typed : s);
+        if (rule.again == ResolveRule::Mirrored) {
+            if (reach > ahead && reach <= back) s = reach - amount;
+        } else if (rule.againTest == ResolveRule::AtOrBeyond ? reach >= ahead : reach > ahead) {
+            s -= amount;
+        }
     }
     return true;
 }
@@ -25,32 +36,11 @@ bool rise(double& s, double typed, const ResolveRule& rule)
 std::optional<double> ResolveStake(double typed, const ResolveRule& rule)
 {
     double s = rule.start == ResolveRule::AbsoluteTyped ? std::abs(typed) : typed;
-    if (!rise(s, typed, rule)) return std::nullopt;
-    for (std::size_t i = 0; i < breaks(); ++i) {
-        switch (rule.negative) {
-        case ResolveRule::FromTyped:
-            if (typed < 0 && (rule.secondPass == ResolveRule::AtOrBeyond ? std::abs(typed) >= gDlAhead[i]
-                                                                         : std::abs(typed) > gDlAhead[i]))
-                s -= gDlCum[i];
-            break;
-        case ResolveRule::TableRow:
-            break;  // ConvertRowStake goes on by itself
-        case ResolveRule::BlockEditor:
-            if (s < 0 && std::abs(s) > gDlAhead[i] && std::abs(s) <= gDlBack[i]) s = std::abs(s) - gDlCum[i];
-            break;
-        }
-    }
+    if (!resolve(s, typed, rule)) return std::nullopt;
     return s;
 }
 
-bool ConvertRowStake(double& stake)
-{
-    if (!rise(stake, stake, kTableRow)) return false;
-    if (stake < 0)
-        for (std::size_t i = 0; i < breaks(); ++i)
-            if (std::abs(stake) > gDlAhead[i]) stake -= gDlCum[i];
-    return true;
-}
+bool ConvertRowStake(double& stake) { return resolve(stake, stake, kTableRow); }
 
 NominalStake ToNominal(double continuous)
 {
@@ -62,6 +52,7 @@ NominalStake ToNominal(double continuous)
         }
         if (n.value > gDlBack[j]) n.value += gDlCum[j];
     }
+    if (breaks()) n.value = RoundHalfUp3(n.value);
     return n;
 }
 

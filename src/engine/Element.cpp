@@ -32,8 +32,8 @@ End integrate(double len, double k1, double d, double az, double x0, double y0)
         odd.add(a0 + ((u * d / 192 + 2 * k1) * (len / 2) * u / 192) * 180 / kPi);
     }
     for (double i = 95; i >= 1; --i) even.add(a0 + ((i * d / 96 + 2 * k1) * (len / 2) * (i / 96)) * 180 / kPi);
-    return {(4 * odd.x + std::cos(radians(a0)) + 2 * even.x + std::cos(radians(end))) * (len / 576) + x0,
-            (4 * odd.y + std::sin(radians(a0)) + 2 * even.y + std::sin(radians(end))) * (len / 576) + y0, end};
+    return {checked((4 * odd.x + std::cos(radians(a0)) + 2 * even.x + std::cos(radians(end))) * (len / 576) + x0),
+            checked((4 * odd.y + std::sin(radians(a0)) + 2 * even.y + std::sin(radians(end))) * (len / 576) + y0), end};
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ struct ElementPoint {
 /// @param k1,k2  curvature at the start and at the end of the whole element, 1/m, positive right
 /// @param az     start azimuth, packed dd.mmss
 /// @param x0,y0  start point, m
-/// @param total  length of the whole element, m; 0 throws DivisionByZero and leaves the results alone
+/// @param total  length of the whole element, m; 0 throws DivisionByZero; that and an Overflow leave the results alone
 void ElementEnd(double len, double k1, double k2, double az, double x0, double y0, double total);
 
 /// End of a block: the sums of ElementEnd over |len|, X and Y to three decimals, azimuth in packed dd.mmss.

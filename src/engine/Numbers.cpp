@@ -4,6 +4,8 @@
 
 #include <charconv>
 #include <cmath>
+#include <locale>
+#include <sstream>
 
 std::string_view Trim(std::string_view text)
 {
@@ -55,12 +57,11 @@ double ParseNumber(std::string_view text)
     if (error == std::errc::invalid_argument || end != rest.data() + rest.size())
         throw RunTimeError(RunTimeError::TypeMismatch);
     if (error == std::errc::result_out_of_range) {
-        // Too large or too small to hold: a negative power of ten says which.
-        const auto e = rest.find_first_of("eE");
-        const bool small =
-            e != std::string_view::npos ? rest.substr(e + 1).starts_with('-') : rest[0] == '.' || rest[0] == '0';
-        if (!small) throw RunTimeError(RunTimeError::Overflow);
-        value = 0;
+        // A stream tells too large from too small, which comes out as 0.
+        std::istringstream in{std::string(rest)};
+        in.imbue(std::locale::classic());
+        in >> value;
+        if (value > 1) throw RunTimeError(RunTimeError::Overflow);
     }
     return text[0] == '-' ? -value : value;
 }
@@ -68,7 +69,7 @@ double ParseNumber(std::string_view text)
 double Round(double value, int decimals)
 {
     const double scale = std::pow(10.0, decimals);
-    return std::nearbyint(value * scale) / scale;
+    return std::nearbyint(checked(value * scale)) / scale;
 }
 
 std::string LeadingZeroText(double value)
@@ -181,7 +182,7 @@ double Azimuth(double dx, double dy)
     return DegToDms(a);
 }
 
-double Distance(double dx, double dy) { return std::sqrt(dx * dx + dy * dy); }
+double Distance(double dx, double dy) { return checked(std::sqrt(dx * dx + dy * dy)); }
 
 double DegToDms(double deg)
 {

@@ -23,6 +23,7 @@ std::string NumText(double value);
 double ParseNumber(std::string_view text);
 
 /// Rounded to `decimals` places; the tie is decided on the scaled value and goes to the even neighbour.
+/// Throws Overflow where the scaled value is too large to hold, and so do FormatFixed3 and Fixed3.
 double Round(double value, int decimals);
 
 /// NumText with a zero before the point.
@@ -42,7 +43,7 @@ std::string FormatDmsSeconds(double deg);
 
 /// Azimuth of a coordinate difference, packed dd.mmss, 0 to 360. Kept on purpose: dy = 0 gives 0 also due south.
 double Azimuth(double dx, double dy);
-/// Root of dx*dx + dy*dy.
+/// Root of dx*dx + dy*dy; throws Overflow.
 double Distance(double dx, double dy);
 /// Decimal degrees to packed dd.mmss, 6 decimals (hundredths of a second), one wrap into 0..360, no carry of seconds.
 double DegToDms(double deg);

@@ -81,11 +81,7 @@ std::size_t chooseElement()
 void leaveTexts(double stake, double offset)
 {
     const double o = RoundHalfUp3(offset);
-    NominalStake nominal{RoundHalfUp3(stake)};
-    if (gHasDl) {
-        nominal = ToNominal(nominal.value);
-        nominal.value = RoundHalfUp3(nominal.value);
-    }
+    const NominalStake nominal = ToNominal(RoundHalfUp3(stake));
     gOutLcText = (nominal.secondPass ? "-" : "") + FormatStake(nominal.value);
     if (o < 0)
         gOutOffsetText = "左" + FormatFixed3(std::abs(o)) + "米";
