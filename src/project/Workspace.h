@@ -8,6 +8,9 @@
 
 inline std::string gAppPath;  ///< folder of the running program, UTF-8, no separator at the end
 inline std::string gProject;  ///< name of the current project, UTF-8; never cleared
+/// Where the current project's files lie if not in the workspace: ParameterFile looks there while it is not empty.
+/// Set by programs that take a folder anywhere; the windows leave it empty.
+inline std::string gProjectFolder;
 
 std::string WorkspacePath();                          ///< gAppPath/参数文件
 std::string ProjectPath(const std::string& project);  ///< gAppPath/参数文件/<project>
