@@ -1,0 +1,23 @@
+#pragma once
+// Boxes that must hold something before a tool computes.
+
+#include "desk/Outcome.h"
+#include "engine/Numbers.h"
+
+#include <initializer_list>
+
+/// A box, by what is typed in it, its name, and what is said where it is empty.
+struct RequiredBox {
+    std::string text;
+    std::string name;
+    std::string message;
+};
+
+/// The first empty box of the row: its message, title "注意", and the focus back to it.
+inline Outcome RefuseEmpty(std::initializer_list<RequiredBox> boxes)
+{
+    for (const auto& box : boxes)
+        if (Trim(box.text).empty())
+            return {Refusal{{.text = box.message, .title = "注意", .icon = Icon::Exclamation}, box.name}};
+    return {};
+}

@@ -1,0 +1,41 @@
+#include "tools/Zbzfs.h"
+
+#include "engine/Numbers.h"
+#include "engine/RunTimeError.h"
+#include "tools/Required.h"
+
+#include <cmath>
+
+Outcome CalcZs(const ZsInput& in, ZsResult& out)
+{
+    const auto outcome = RefuseEmpty({
+        {in.czX, "txtZsCzX", "测站X坐标不能为空！"},
+        {in.czY, "txtZsCzY", "测站Y坐标不能为空！"},
+        {in.fwj, "txtZsFwj", "方位角不能为空！"},
+        {in.jl, "txtZsJl", "距离不能为空！"},
+    });
+    if (!outcome) return outcome;
+
+    const double azRad = radians(DmsToDeg(ParseNumber(in.fwj)));
+    const double distance = ParseNumber(in.jl);
+    const double x = checked(std::cos(azRad) * distance + ParseNumber(in.czX));
+    const double y = checked(std::sin(azRad) * distance + ParseNumber(in.czY));
+    out = {FormatFixed3(x), FormatFixed3(y)};
+    return {};
+}
+
+Outcome CalcZbFs(const FsInput& in, FsResult& out)
+{
+    const auto outcome = RefuseEmpty({
+        {in.czX, "txtFsCzx", "测站X坐标不能为空！"},
+        {in.czY, "txtFsCzy", "测站Y坐标不能为空！"},
+        {in.hsX, "txtFsHsX", "后视X坐标不能为空！"},
+        {in.hsY, "txtFsHsY", "后视Y坐标不能为空！"},
+    });
+    if (!outcome) return outcome;
+
+    const double dx = checked(ParseNumber(in.hsX) - ParseNumber(in.czX));
+    const double dy = checked(ParseNumber(in.hsY) - ParseNumber(in.czY));
+    out = {FormatDmsOf(Azimuth(dx, dy)), FormatFixed3(checked(Distance(dx, dy)))};
+    return {};
+}

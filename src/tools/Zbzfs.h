@@ -1,0 +1,27 @@
+#pragma once
+// Coordinates forward and inverse: a point from a station and a direction, a direction and a distance from two points.
+// Neither traps a text that is no number: TypeMismatch leaves both.
+
+#include "desk/Outcome.h"
+
+#include <string>
+
+/// The boxes of the forward task, as typed: metres, azimuth packed dd.mmss.
+struct ZsInput {
+    std::string czX, czY, fwj, jl;
+};
+/// The computed point, m, three decimals.
+struct ZsResult {
+    std::string x, y;
+};
+Outcome CalcZs(const ZsInput& in, ZsResult& out);
+
+/// The boxes of the inverse task, as typed: station and back-sight, m.
+struct FsInput {
+    std::string czX, czY, hsX, hsY;
+};
+/// Azimuth from the station to the back-sight as 123度45分06秒, distance in m, three decimals.
+struct FsResult {
+    std::string fwj, jl;
+};
+Outcome CalcZbFs(const FsInput& in, FsResult& out);
