@@ -51,8 +51,8 @@ Outcome CalcQljs(const QljsInput& in, QljsResult& out)
 std::string SingleText(float value)
 {
     std::array<char, 32> text;
-    const auto written =
-        std::to_chars(text.data(), text.data() + text.size(), static_cast<double>(value), std::chars_format::scientific, 6);
+    const auto written = std::to_chars(text.data(), text.data() + text.size(), static_cast<double>(value),
+                                       std::chars_format::scientific, 6);
     double sevenDigits = 0;
     std::from_chars(text.data(), written.ptr, sevenDigits);
     return NumText(sevenDigits);

@@ -1,0 +1,139 @@
+#include "tools/Zbzfs.h"
+
+#include "engine/RunTimeError.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+Msg notice(const char* text) { return {.text = text, .title = "注意", .icon = Icon::Exclamation}; }
+
+ZsResult forward(const ZsInput& in)
+{
+    ZsResult out;
+    EXPECT_TRUE(CalcZs(in, out));
+    return out;
+}
+
+FsResult inverse(const FsInput& in)
+{
+    FsResult out;
+    EXPECT_TRUE(CalcZbFs(in, out));
+    return out;
+}
+
+}  // namespace
+
+TEST(Zbzfs, ForwardAddsTheRayToTheStation)
+{
+    // cos 30 = 0.866025, sin 30 = 0.5
+    const auto point = forward({" 1000 ", "2000", "30", "100"});
+    EXPECT_EQ(point.x, "1086.603");
+    EXPECT_EQ(point.y, "2050.000");
+}
+
+TEST(Zbzfs, ForwardAzimuthIsPacked)
+{
+    // 45.3000 is 45.5 degrees: cos 0.70090926, sin 0.71325045
+    const auto point = forward({"0", "0", "45.3000", "1000"});
+    EXPECT_EQ(point.x, "700.909");
+    EXPECT_EQ(point.y, "713.250");
+}
+
+TEST(Zbzfs, NegativeAzimuthGoesWest)
+{
+    const auto point = forward({"1000", "2000", "-90", "100"});
+    EXPECT_EQ(point.x, "1000.000");
+    EXPECT_EQ(point.y, "1900.000");
+}
+
+TEST(Zbzfs, ForwardNamesTheFirstEmptyBox)
+{
+    struct Case {
+        ZsInput in;
+        const char* field;
+        const char* text;
+    };
+    const Case cases[] = {
+        {{"", "", "", ""}, "txtZsCzX", "测站X坐标不能为空！"},
+        {{"1", "  ", "", ""}, "txtZsCzY", "测站Y坐标不能为空！"},
+        {{"1", "2", "", ""}, "txtZsFwj", "方位角不能为空！"},
+        {{"1", "2", "3", " "}, "txtZsJl", "距离不能为空！"},
+        {{"1.2.3", "2", "3", ""}, "txtZsJl", "距离不能为空！"},  // emptiness is asked before anything is read
+    };
+    for (const auto& c : cases) {
+        ZsResult out{"kept", "kept"};
+        const auto outcome = CalcZs(c.in, out);
+        ASSERT_TRUE(outcome.refusal) << c.text;
+        EXPECT_EQ(*outcome.refusal, (Refusal{notice(c.text), c.field}));
+        EXPECT_EQ(out.x, "kept");
+        EXPECT_EQ(out.y, "kept");
+    }
+}
+
+TEST(Zbzfs, InverseGivesAzimuthAndDistance)
+{
+    // atan2(300, -400) = 143.1301 degrees = 143 07 48
+    const auto ray = inverse({"1000", "2000", " 600 ", "2300"});
+    EXPECT_EQ(ray.fwj, "143度07分48秒");
+    EXPECT_EQ(ray.jl, "500.000");
+}
+
+TEST(Zbzfs, InverseDueSouthShowsZero)
+{
+    const auto ray = inverse({"1000", "2000", "900", "2000"});
+    EXPECT_EQ(ray.fwj, "0度00分00秒");
+    EXPECT_EQ(ray.jl, "100.000");
+}
+
+TEST(Zbzfs, InverseOfOnePointIsZeroAndZero)
+{
+    const auto ray = inverse({"1000", "2000", "1000", "2000"});
+    EXPECT_EQ(ray.fwj, "0度00分00秒");
+    EXPECT_EQ(ray.jl, "0.000");
+}
+
+TEST(Zbzfs, InverseNamesTheFirstEmptyBox)
+{
+    struct Case {
+        FsInput in;
+        const char* field;
+        const char* text;
+    };
+    const Case cases[] = {
+        {{"", "", "", ""}, "txtFsCzx", "测站X坐标不能为空！"},
+        {{"1", " ", "", ""}, "txtFsCzy", "测站Y坐标不能为空！"},
+        {{"1", "2", "", ""}, "txtFsHsX", "后视X坐标不能为空！"},
+        {{"1", "2", "-", ""}, "txtFsHsY", "后视Y坐标不能为空！"},
+    };
+    for (const auto& c : cases) {
+        FsResult out{"kept", "kept"};
+        const auto outcome = CalcZbFs(c.in, out);
+        ASSERT_TRUE(outcome.refusal) << c.text;
+        EXPECT_EQ(*outcome.refusal, (Refusal{notice(c.text), c.field}));
+        EXPECT_EQ(out.fwj, "kept");
+        EXPECT_EQ(out.jl, "kept");
+    }
+}
+
+TEST(Zbzfs, NothingIsTrapped)
+{
+    for (const char* bad : {"1.2.3", "-", "1-2"}) {
+        ZsResult point;
+        FsResult ray;
+        for (const auto& in :
+             {ZsInput{bad, "1", "1", "1"}, {"1", bad, "1", "1"}, {"1", "1", bad, "1"}, {"1", "1", "1", bad}})
+            EXPECT_THROW(CalcZs(in, point), RunTimeError) << bad;
+        for (const auto& in :
+             {FsInput{bad, "1", "1", "1"}, {"1", bad, "1", "1"}, {"1", "1", bad, "1"}, {"1", "1", "1", bad}})
+            EXPECT_THROW(CalcZbFs(in, ray), RunTimeError) << bad;
+    }
+}
+
+TEST(Zbzfs, SumsBeyondADoubleOverflow)
+{
+    ZsResult point;
+    EXPECT_THROW(CalcZs({"1e308", "0", "0", "1e308"}, point), RunTimeError);
+    FsResult ray;
+    EXPECT_THROW(CalcZbFs({"-1e308", "0", "1e308", "0"}, ray), RunTimeError);
+}
