@@ -33,5 +33,6 @@ public:
     virtual ~RowSink() = default;
     virtual void clear() = 0;                   ///< the earlier rows go (not called by handlers that append)
     virtual void row(ResultRow row) = 0;        ///< throws Overflow past what a 16-bit row counter holds
+    virtual void changed() {}                   ///< the data-changed flag becomes True
     virtual bool abandoned() { return false; }  ///< Esc during long work: the handler returns at the next row
 };

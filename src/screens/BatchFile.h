@@ -1,0 +1,21 @@
+#pragma once
+// The text files of batches: one line a point, numbers separated by commas.
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// The numbers of one line.
+using BatchLine = std::vector<double>;
+
+/// The first `fields` numbers of a line; further fields are ignored. @throws Subscript, TypeMismatch, Overflow
+BatchLine ParseBatchLine(const std::string& line, std::size_t fields);
+
+/// All lines of a file up to the last one that holds a comma; every line is parsed before the first is used. The blank
+/// lines of the file are removed on disk first, for good.
+/// @throws what a file error, a line without a comma above the last one or a field that is no number give; Subscript
+///         where no line holds a comma
+std::vector<BatchLine> ReadBatchFile(const std::string& path, std::size_t fields);
+
+/// ReadBatchFile of a file that the user picks; nothing where the dialog is cancelled.
+std::optional<std::vector<BatchLine>> PickBatchFile(std::size_t fields);

@@ -1,0 +1,72 @@
+#pragma once
+// The columns of the result grids. Every column is centred; row 0 is the fixed header, column 0 the row number.
+
+#include <array>
+#include <string_view>
+
+struct GridColumn {
+    std::string_view header;
+    int twips;  ///< 1/15 pixel at 96 dpi
+};
+
+/// Single point coordinates and batch stake-out.
+inline constexpr std::array<GridColumn, 9> kCoordinateColumns{{
+    {"序号", 800},
+    {"里 程", 2000},
+    {"中边桩", 1800},
+    {"夹 角", 1900},
+    {"方位角", 1900},
+    {"距 离", 1200},
+    {"X坐标", 1500},
+    {"Y坐标", 1500},
+    {"切线方位角", 1900},
+}};
+
+inline constexpr std::array<GridColumn, 5> kInverseColumns{{
+    {"序号", 800},
+    {"X 坐 标", 2000},
+    {"Y 坐 标", 2000},
+    {"反 算 里 程", 2000},
+    {"反 算 偏 距", 2000},
+}};
+
+/// Single point elevation.
+inline constexpr std::array<GridColumn, 4> kElevationColumns{{
+    {"序号", 1000},
+    {"里 程", 2000},
+    {"中边桩", 2000},
+    {"高 程", 2000},
+}};
+
+/// Batch elevation: centre, left, right.
+inline constexpr std::array<GridColumn, 8> kElevationRunColumns{{
+    {"序号", 1000},
+    {"里 程", 2000},
+    {"中边桩", 1500},
+    {"高 程", 1500},
+    {"中边桩", 1500},
+    {"高 程", 1500},
+    {"中边桩", 1500},
+    {"高 程", 1500},
+}};
+
+inline constexpr std::array<GridColumn, 9> kCornerColumns{{
+    {"序号", 800},
+    {"里 程", 2000},
+    {"点位置", 1000},
+    {"夹 角", 1900},
+    {"方位角", 1900},
+    {"距 离", 1200},
+    {"X坐标", 1500},
+    {"Y坐标", 1500},
+    {"切线方位角", 1900},
+}};
+
+inline constexpr std::array<GridColumn, 22> kMainPointColumns{{
+    {"序  号", 1000},     {"交点编号", 1500},       {"第一切线长", 1500}, {"第二切线长", 1500},
+    {"第一缓曲长", 1500}, {"第二缓曲长", 1500},     {"ZH点里程", 1500},   {"ZH点X坐标", 1500},
+    {"ZH点Y坐标", 1500},  {"ZH点切线方位角", 2000}, {"HY点里程", 1500},   {"HY点X坐标", 1500},
+    {"HY点Y坐标", 1500},  {"HY点切线方位角", 2000}, {"YH点里程", 1500},   {"YH点X坐标", 1500},
+    {"YH点Y坐标", 1500},  {"YH点切线方位角", 2000}, {"HZ点里程", 1500},   {"HZ点X坐标", 1500},
+    {"HZ点Y坐标", 1500},  {"HZ点切线方位角", 2000},
+}};

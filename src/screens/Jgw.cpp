@@ -1,0 +1,168 @@
+#include "screens/Jgw.h"
+
+#include "engine/Chainage.h"
+#include "engine/Numbers.h"
+#include "engine/Route.h"
+#include "engine/RunTimeError.h"
+#include "project/CalcTables.h"
+#include "screens/Handler.h"
+#include "screens/Rows.h"
+#include "screens/Walk.h"
+
+#include <cmath>
+
+void JgwStructures::add(const std::string& kqText, const std::string& khText, const std::string& zzText,
+                        const std::string& zyText)
+{
+    count = toInt16(count + 1);
+    at(kq, count) = kqText;
+    at(kh, count) = khText;
+    at(zz, count) = zzText;
+    at(zy, count) = zyText;
+}
+
+double WorkingAngle(double typed) { return typed < 0 ? typed + 180 : typed; }
+
+std::array<PlanePoint, 4> StructureCorners(const PlanePoint& centre, double azDeg, const StructureSize& size,
+                                           double angle, bool skewEnds)
+{
+    const double A = azDeg, J = DmsToDeg(angle);
+    // Kept on purpose: an angle of 0 goes left by the second rule and right by the first.
+    const double left = angle < 0 ? A + J : A - (180 - J);
+    const double right = angle <= 0 ? J + 180 + A : A + J;
+    const auto cosine = [](double deg) { return std::cos(radians(deg)); };
+    const auto sine = [](double deg) { return std::sin(radians(deg)); };
+
+    if (skewEnds) {
+        const double k = cosine(90 - J);
+        const double front = quotient(size.kq, k), back = quotient(size.kh, k);
+        const PlanePoint frontBase{centre.x + cosine(A) * front, centre.y + sine(A) * front};
+        const PlanePoint backBase{centre.x + cosine(A + 180) * back, centre.y + sine(A + 180) * back};
+        const auto corner = [&](double deg, double width, const PlanePoint& base) {
+            return PlanePoint{cosine(deg) * width + base.x, sine(deg) * width + base.y};
+        };
+        return {corner(left, size.zz, frontBase), corner(right, size.zy, frontBase), corner(left, size.zz, backBase),
+                corner(right, size.zy, backBase)};
+    }
+    const double front = A - (90 - J), back = (A + 180) - (90 - J);
+    const PlanePoint frontShift{cosine(front) * size.kq, sine(front) * size.kq};
+    const PlanePoint backShift{cosine(back) * size.kh, sine(back) * size.kh};
+    const auto corner = [&](double deg, double width, const PlanePoint& shift) {
+        return PlanePoint{cosine(deg) * width + centre.x + shift.x, sine(deg) * width + centre.y + shift.y};
+    };
+    return {corner(left, size.zz, frontShift), corner(right, size.zy, frontShift), corner(left, size.zz, backShift),
+            corner(right, size.zy, backShift)};
+}
+
+namespace {
+
+constexpr StationFields kStationFields{"txtJgwCzX", "txtJgwCzY"};
+
+/// One structure: its size, how it is turned and what the angle column says.
+struct Structure {
+    StructureSize size;
+    double angle = 90;  // working angle, dd.mmss
+    bool skewEnds = true;
+    std::string angleText = kNoSkewText;
+};
+
+/// Lays out the centre, then the four rows.
+void addCorners(double nominal, double continuous, const Structure& structure, const std::string& remark, RowSink& rows)
+{
+    StakeToXY(continuous, 0, 0);
+    const auto corners = StructureCorners({gOutX, gOutY}, gOutFwj, structure.size, structure.angle, structure.skewEnds);
+    const std::string tangent = TangentText();
+    std::string note = warning::Join(remark, warning::OffRoute(continuous));
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        std::vector<std::string> cells{FormatStake(nominal), std::string(kCornerNames[i]), structure.angleText};
+        for (auto& text : SeenFromStation(corners[i].x, corners[i].y)) cells.push_back(std::move(text));
+        cells.push_back(tangent);
+        rows.row({std::move(cells), note});
+    }
+    rows.changed();
+}
+
+Structure readStructure(const JgwInput& in)
+{
+    Structure structure;
+    structure.skewEnds = in.skewEnds;
+    if (in.skewed) {
+        const double typed = Required(in.skew, message::kNoSkew, "txtJgwJj");
+        structure.angle = WorkingAngle(typed);
+        structure.angleText = SkewText(typed);
+    }
+    Require(in.kq, message::kNoKq, "txtJgwKq");
+    Require(in.kh, message::kNoKh, "txtJgwKh");
+    Require(in.zz, message::kNoZz, "txtJgwZz");
+    Require(in.zy, message::kNoZy, "txtJgwZy");
+    structure.size = {ParseNumber(in.kq), ParseNumber(in.kh), ParseNumber(in.zz), ParseNumber(in.zy)};
+    return structure;
+}
+
+std::string trimmed(const std::string& text) { return std::string(Trim(text)); }
+
+}  // namespace
+
+void RequireJgwTexts(const JgwInput& in)
+{
+    if (in.skewed) Require(in.skew, message::kNoSkew, "txtJgwJj");
+    Require(in.kq, message::kNoKq, "txtJgwKq");
+    Require(in.kh, message::kNoKh, "txtJgwKh");
+    Require(in.zz, message::kNoZz, "txtJgwZz");
+    Require(in.zy, message::kNoZy, "txtJgwZy");
+    RequireStation(in.station, kStationFields);
+}
+
+Outcome CalcJgw(const JgwInput& in, JgwStructures& structures, RowSink& rows)
+{
+    return Handle(Trap::Words, [&] {
+        double stake = 0;
+        if (!gPlBatch) {
+            stake = Required(in.stake, message::kNoCentre, "txtJgwFylc");
+            // Kept on purpose: the figure as typed, before the chainage breaks.
+            if (std::abs(stake) < at(gElemLc, 0)) Refuse(message::kBeforeRoute);
+            if (std::abs(stake) > at(gElemLc, gElemCount)) Refuse(message::kBeyondRoute);
+        }
+        const Structure structure = readStructure(in);
+        if (gPlBatch) stake = OrZero(in.stake);
+        const double continuous = ResolveOrRefuse(stake, kDgdZb);
+        ReadStation(in.station, kStationFields);
+
+        const auto add = [&](const RunStake& at) {
+            addCorners(at.nominal, at.continuous, structure, at.remark, rows);
+            structures.add(trimmed(in.kq), trimmed(in.kh), trimmed(in.zz), trimmed(in.zy));
+        };
+        if (gPlBatch) {
+            WalkStakes({gPlStart, gPlEnd, gPlStep}, NegativePass::Current, rows, add);
+            gPlBatch = false;
+        } else {
+            add({stake, continuous, {}});
+        }
+    });
+}
+
+void AddJgwLine(const BatchLine& line, const JgwInput& in, JgwStructures& structures, RowSink& rows)
+{
+    Structure structure;
+    structure.size = {line[1], line[2], line[3], line[4]};
+    structure.skewEnds = in.skewEnds;
+    // Kept on purpose: a file is laid out square; the angle column shows a value that nothing sets.
+    if (in.skewed) structure.angleText = SkewText(0);
+    const double continuous = ResolveOrRefuse(line[0], kFileLine);
+    ReadStation(in.station, kStationFields);
+    addCorners(line[0], continuous, structure, {}, rows);
+    structures.add(NumText(line[1]), NumText(line[2]), NumText(line[3]), NumText(line[4]));
+}
+
+Outcome CalcJgwFile(const JgwInput& in, JgwStructures& structures, RowSink& rows)
+{
+    return Handle(Trap::Silent, [&] {
+        const auto batch = PickBatchFile(kJgwFields);
+        if (!batch) return;
+        for (const auto& line : *batch) {
+            if (rows.abandoned()) break;
+            AddJgwLine(line, in, structures, rows);
+        }
+        rows.changed();
+    });
+}

@@ -1,0 +1,72 @@
+#include "screens/PlGc.h"
+
+#include "engine/Chainage.h"
+#include "engine/Numbers.h"
+#include "engine/RunTimeError.h"
+#include "project/CalcTables.h"
+#include "screens/Elevation.h"
+#include "screens/Handler.h"
+#include "screens/Rows.h"
+#include "screens/Walk.h"
+
+namespace {
+
+void addStake(const RunStake& at, double offset, double thickness, RowSink& rows)
+{
+    std::vector<std::string> cells{FormatStake(at.nominal), ElevationSide(0),
+                                   ElevationText(at.continuous, 0, thickness)};
+    if (offset != 0) {
+        cells.push_back(SideText("左", offset));
+        cells.push_back(ElevationText(at.continuous, -offset, thickness));
+        cells.push_back(SideText("右", offset));
+        cells.push_back(ElevationText(at.continuous, offset, thickness));
+    }
+    rows.row({std::move(cells), warning::Join(at.remark, warning::OffProfile(at.continuous))});
+}
+
+}  // namespace
+
+Outcome CalcPlGc(const PlGcInput& in, RowSink& rows)
+{
+    return Handle(Trap::Words, [&] {
+        Run run;
+        run.start = Required(in.start, message::kNoStart, "txtPlGcQdlc");
+        run.end = Required(in.end, message::kNoEnd, "txtPlGcZdlc");
+        if (run.start == run.end) Refuse(message::kStartIsEnd);
+        if (gSqxCount < 1) Refuse(message::kNoProfile, {}, message::kNotice);
+        const double first = ResolveOrRefuse(run.start, kBatchStart);
+        if (gElemCount > 0 && first < at(gElemLc, 0)) Refuse(message::kStartBeforeRoute);
+        const double last = ResolveOrRefuse(run.end, kBatchEnd);
+        if (gElemCount > 0 && last > at(gElemLc, gElemCount)) Refuse(message::kEndBeyondRoute);
+        const double offset = OrZero(in.offset);
+        const double thickness = OrZero(in.thickness);
+        run.step = Required(in.step, message::kNoStep, "txtPlGcJj");
+
+        rows.clear();
+        WalkStakes(run, NegativePass::Current, rows,
+                   [&](const RunStake& at) { addStake(at, offset, thickness, rows); });
+        rows.changed();
+    });
+}
+
+void AddPlGcLine(const BatchLine& line, const std::string& thicknessText, RowSink& rows)
+{
+    const double stake = line[0], offset = line[1];
+    const double continuous = ResolveOrRefuse(stake, kFileLine);
+    const double thickness = OrZero(thicknessText);
+    rows.row({{FormatStake(stake), ElevationSide(offset), ElevationText(continuous, offset, thickness)},
+              warning::OffProfile(continuous)});
+}
+
+Outcome CalcPlGcFile(const std::string& thickness, RowSink& rows)
+{
+    return Handle(Trap::Silent, [&] {
+        const auto batch = PickBatchFile(kPlGcFields);
+        if (!batch) return;
+        for (const auto& line : *batch) {
+            if (rows.abandoned()) break;
+            AddPlGcLine(line, thickness, rows);
+        }
+        rows.changed();
+    });
+}

@@ -1,0 +1,99 @@
+#include "screens/Plfy.h"
+
+#include "engine/Chainage.h"
+#include "engine/Numbers.h"
+#include "engine/RunTimeError.h"
+#include "project/CalcTables.h"
+#include "screens/Handler.h"
+#include "screens/Rows.h"
+#include "screens/Walk.h"
+
+#include <cmath>
+
+namespace {
+
+struct Sides {
+    double offset = 0;  // m
+    bool skewed = false;
+    double skew = 0;  // dd.mmss
+};
+
+Sides readSides(const PlfyInput& in)
+{
+    Sides sides{.skewed = in.skewed};
+    if (in.skewed) {
+        sides.skew = Required(in.skew, message::kNoSkew, "txtPlzbJj");
+        sides.offset = Required(in.offset, message::kNoOffset, "txtPlzbPj");
+    } else {
+        sides.offset = OrZero(in.offset);
+    }
+    return sides;
+}
+
+void addStake(const RunStake& at, const Sides& sides, RowSink& rows)
+{
+    const PointToLayOut centre{.typed = at.nominal, .stake = at.continuous};
+    AddCoordinateRow(rows, centre, at.remark);
+    if (sides.offset == 0) return;
+    const auto side = [&](const char* name, double skewDeg, const std::string& angle = kNoSkewText) {
+        PointToLayOut point = centre;
+        point.skew = skewDeg;
+        point.offset = sides.offset;
+        point.side = SideText(name, sides.offset);
+        point.angle = angle;
+        AddCoordinateRow(rows, point);
+    };
+    if (sides.skewed) {
+        side("斜交", DmsToDeg(sides.skew), SkewText(sides.skew));
+    } else {
+        side("左", 270);
+        side("右", 90);
+    }
+}
+
+}  // namespace
+
+Outcome CalcPlfy(const PlfyInput& in, RowSink& rows)
+{
+    return Handle(Trap::Words, [&] {
+        Run run;
+        run.start = Required(in.start, message::kNoStart, "txtPlzbQdlc");
+        run.end = Required(in.end, message::kNoEnd, "txtPlzbZdlc");
+        if (run.start == run.end) Refuse(message::kStartIsEnd);
+        if (ResolveOrRefuse(run.start, kBatchStart) < at(gElemLc, 0)) Refuse(message::kStartBeforeRoute);
+        if (ResolveOrRefuse(run.end, kBatchEnd) > at(gElemLc, gElemCount)) Refuse(message::kEndBeyondRoute);
+        const Sides sides = readSides(in);
+        run.step = Required(in.step, message::kNoStep, "txtPlzbBc");
+        if (run.step == 0) Refuse(message::kStepIsZero);
+        ReadStation(in.station, {"txtPlzbCzX", "txtPlzbCzY"});
+
+        rows.clear();
+        WalkStakes(run, NegativePass::LastInverse, rows, [&](const RunStake& at) { addStake(at, sides, rows); });
+        rows.changed();
+    });
+}
+
+void AddPlfyLine(const BatchLine& line, RowSink& rows)
+{
+    const double stake = line[0], offset = line[1], length = std::abs(offset);
+    PointToLayOut point{.typed = stake, .stake = ResolveOrRefuse(stake, kFileLine)};
+    if (length != 0) {
+        point.offset = length;
+        point.skew = offset < 0 ? 270 : 90;
+        point.side = SideText(offset < 0 ? "左" : "右", length);
+    }
+    AddCoordinateRow(rows, point);
+}
+
+Outcome CalcPlfyFile(RowSink& rows)
+{
+    return Handle(Trap::Silent, [&] {
+        const auto batch = PickBatchFile(kPlfyFields);
+        if (!batch) return;
+        for (const auto& line : *batch) {
+            if (rows.abandoned()) break;
+            AddPlfyLine(line, rows);
+        }
+        rows.changed();
+    });
+}

@@ -1,0 +1,107 @@
+#include "screens/Rows.h"
+
+#include "engine/Chainage.h"
+#include "engine/Numbers.h"
+#include "engine/Route.h"
+#include "engine/RunTimeError.h"
+#include "project/CalcTables.h"
+
+#include <cmath>
+#include <limits>
+#include <optional>
+#include <string_view>
+#include <tuple>
+#include <utility>
+
+std::string SkewText(double angle) { return angle > 0 ? FormatDmsOf(angle) : "-" + FormatDmsOf(std::abs(angle)); }
+
+std::string SideText(const char* side, double length) { return side + NumText(length) + "米"; }
+
+std::vector<std::string> SeenFromStation(double x, double y)
+{
+    const double dx = x - gStationX, dy = y - gStationY;
+    return {FormatDmsOf(Azimuth(dx, dy)), FormatFixed3(Distance(dx, dy)), FormatFixed3(x), FormatFixed3(y)};
+}
+
+std::string TangentText() { return FormatDmsOf(DegToDms4(gOutFwj)); }
+
+void AddCoordinateRow(RowSink& rows, const PointToLayOut& point, const std::string& remark)
+{
+    StakeToXY(point.stake, point.skew, point.offset);
+    std::vector<std::string> cells{FormatStake(point.typed), point.side, point.angle};
+    for (auto& text : SeenFromStation(gOutX, gOutY)) cells.push_back(std::move(text));
+    cells.push_back(TangentText());
+    rows.row({std::move(cells), warning::Join(remark, warning::OffRoute(point.stake))});
+}
+
+namespace warning {
+
+std::string OffRoute(double stake)
+{
+    return StakeOnElement(stake) ? "" : "桩号不在任何线元内，坐标和切线方位角沿用上一次计算的结果";
+}
+
+std::string OffProfile(double stake)
+{
+    if (gSqxCount < 1) return "没有竖曲线参数";
+    return stake < gSqxLc.front() || stake > gSqxLc[static_cast<std::size_t>(gSqxCount)]
+               ? "桩号超出竖曲线范围，高程按端部坡度推算"
+               : "";
+}
+
+std::string Skipped(double first) { return "从" + FormatStake(first) + "起的桩号在断链中不存在，已跳过"; }
+
+std::string Join(const std::string& a, const std::string& b) { return a.empty() || b.empty() ? a + b : a + "；" + b; }
+
+namespace {
+
+constexpr double kTolerance = 0.005;  // m
+
+/// The number of a stake text such as -K12+345.678, m.
+double stakeOfText(const std::string& text)
+{
+    std::string digits;
+    for (const char c : text)
+        if (c != 'K' && c != '+') digits += c;
+    return ParseNumber(digits);
+}
+
+/// The signed number of an offset text such as 左1.234米, m.
+double offsetOfText(std::string_view text)
+{
+    constexpr std::string_view kLeft = "左", kRight = "右", kMetres = "米";
+    if (!text.ends_with(kMetres)) return 0;
+    const bool left = text.starts_with(kLeft);
+    text.remove_prefix(left ? kLeft.size() : kRight.size());
+    text.remove_suffix(kMetres.size());
+    return left ? -ParseNumber(text) : ParseNumber(text);
+}
+
+/// Distance between the target and the texts laid out again; nothing where their stake can't be laid out.
+std::optional<double> miss()
+{
+    const double nominal = stakeOfText(gOutLcText);
+    const double offset = offsetOfText(gOutOffsetText);
+    auto stake = gHasDl ? ResolveStake(nominal, kDgdZb) : nominal;
+    if (!stake) return std::nullopt;
+    const double last = at(gElemLc, gElemCount);
+    if (*stake >= last) *stake = std::nextafter(last, -std::numeric_limits<double>::infinity());
+    if (!StakeOnElement(*stake)) return std::nullopt;
+    StakeToXY(*stake, offset < 0 ? 270 : 90, std::abs(offset));
+    return gOutDist;
+}
+
+}  // namespace
+
+std::string Misses()
+{
+    const auto kept = std::tuple(gOutX, gOutY, gOutFwj, gOutDist);
+    std::optional<double> distance;
+    attempt([&] { distance = miss(); });
+    std::tie(gOutX, gOutY, gOutFwj, gOutDist) = kept;
+    if (!distance) return "反算的里程和偏距无法复核";
+    if (*distance <= kTolerance) return "";
+    return "按反算的里程和偏距复核，与输入点相差" + FormatFixed3(*distance) + "米";
+}
+
+}  // namespace warning

@@ -1,0 +1,87 @@
+#pragma once
+// The rows of a calculation screen: its grid, its row counter, its data-changed flag, and how rows come and go.
+// A Grid is anything with Rows, setRows, appendRow, Row, RemoveItem and a RenumberGrid: MSFlexGrid in the windows,
+// TextGrid in the companion and in tests.
+
+#include "desk/GridText.h"
+#include "desk/Outcome.h"
+#include "engine/RunTimeError.h"
+#include "screens/Columns.h"
+#include "screens/Handler.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// What a screen keeps beside its grid.
+struct ScreenState {
+    std::int16_t rows = 0;  ///< the row counter
+    bool changed = false;   ///< the data-changed flag
+
+    bool operator==(const ScreenState&) const = default;
+};
+
+/// Puts rows into a grid and counts them.
+template <class Grid>
+class GridRows : public RowSink {
+public:
+    GridRows(Grid& grid, ScreenState& state) : m_grid(grid), m_state(state) {}
+
+    /// Kept on purpose: the counter is not reset with the grid; the next row sets it.
+    void clear() override { m_grid.setRows(1); }
+    void row(ResultRow row) override
+    {
+        const int count = m_grid.Rows();                   // with the new row, rows minus 1
+        if (count > INT16_MAX) m_grid.setRows(count + 1);  // the grid grows before the counter fails
+        m_state.rows = toInt16(count);
+        m_grid.appendRow(std::move(row.cells), row.warning);
+    }
+    void changed() override { m_state.changed = true; }
+
+private:
+    Grid& m_grid;
+    ScreenState& m_state;
+};
+
+/// The delete button: the row that holds the cursor goes. With no row at all nothing happens; the data-changed flag
+/// stays as it is.
+template <class Grid>
+void DeleteCursorRow(Grid& grid, ScreenState& state)
+{
+    Handle(Trap::Silent, [&] {
+        if (state.rows == 1) {
+            grid.setRows(1);
+            state.rows = 0;
+            return;
+        }
+        grid.RemoveItem(grid.Row());
+        RenumberGrid(grid);
+        state.rows = toInt16(state.rows - 1);
+    });
+}
+
+/// A grid without a window.
+class TextGrid {
+public:
+    explicit TextGrid(std::span<const GridColumn> columns);
+
+    int Rows() const { return m_text.rows(); }
+    void setRows(int rows);
+    int Row() const { return m_row; }
+    void setRow(int row) { m_row = row; }
+    void RemoveItem(int row);  ///< throws Subscript where it is the header or no row
+    void appendRow(std::vector<std::string> cells, const std::string& warning = {});
+
+    const GridText& text() const { return m_text; }
+    /// Of a data row; "" for none.
+    const std::string& warning(int row) const { return m_warnings[static_cast<std::size_t>(row)]; }
+    friend void RenumberGrid(TextGrid& grid);
+
+private:
+    GridText m_text;
+    std::vector<std::string> m_warnings;
+    int m_row = 0;
+};
+void RenumberGrid(TextGrid& grid);
