@@ -3,15 +3,17 @@
 #include <stdexcept>
 #include <string>
 
-/// Compiles the files of gProject into the tables. Damaged fields keep old values without a word; the one message is
-/// the gap box, through the desk, which ends the load there.
+/// Compiles the files of gProject (or of gProjectFolder) into the tables. Damaged fields keep old values without a
+/// word; the one message is the gap box, through the desk, which ends the load there. Nothing is cleared first: a group
+/// whose file has no rows keeps what the project before left.
+/// Blank lines are removed from the files, missing files are created empty, 其他参数.txt grows to five lines.
 /// A table file that has text but no comma in any line makes the load hang: it gives the event loop its turns and
 /// never comes back (see SetHang for programs without a window).
 void LoadProject();
 
 /// A file that LoadProject would wait on for ever. The companion refuses it by name instead of hanging.
 struct LoadWouldHang : std::runtime_error {
-    LoadWouldHang(const std::string& file, int line) : std::runtime_error(file), file(file), line(line) {}
+    LoadWouldHang(const std::string& name, int lastLine) : std::runtime_error(name), file(name), line(lastLine) {}
     std::string file;  ///< name within the project folder
     int line;          ///< counted from 1: the last line that has text
 };

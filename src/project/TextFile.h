@@ -10,17 +10,17 @@
 
 /// Code page 936 to UTF-8 and back. A byte sequence that the code page does not know becomes U+FFFD.
 std::string Utf8FromCp936(std::string_view bytes);
-/// @throws TypeMismatch where a character has no place in code page 936
+/// Bytes of code page 936. @throws TypeMismatch where a character has no place in code page 936
 std::string Cp936FromUtf8(std::string_view text);
 
 bool FileExists(const std::string& path);  ///< a regular file (or what opens like one)
 bool FolderExists(const std::string& path);
-/// All bytes. @throws FileNotFound, PathAccess
+/// All bytes. @throws FileNotFound, PathNotFound (no such folder), PathAccess
 std::string ReadBytes(const std::string& path);
 /// All bytes; a missing file is created empty, as opening for binary access does. @throws PathAccess, PathNotFound
 std::string ReadBytesCreating(const std::string& path);
 /// Replaces the file: written beside it, flushed to disk and renamed over it, so that a crash or a full disk leaves
-/// the old bytes or the new ones. @throws PathAccess, PathNotFound
+/// the old bytes or the new ones; permissions stay, a link gives way to a file. @throws PathAccess, PathNotFound
 void WriteBytes(const std::string& path, std::string_view bytes);
 
 /// The pieces between CR LF; an empty text has no pieces (upper bound -1), a final CR LF gives an empty last piece.
@@ -28,23 +28,25 @@ std::vector<std::string> SplitLines(std::string_view bytes);
 std::vector<std::string> SplitFields(std::string_view line);
 std::string JoinLines(const std::vector<std::string>& lines);  ///< each followed by CR LF
 
-/// Line at `index`, counted from 0, as bytes. @throws Subscript past the end
+/// Line at `index`, counted from 0, as bytes. @throws Subscript past the end, and what ReadBytes throws
 std::string ReadLine(const std::string& path, std::int16_t index);
-// The three that rewrite the file drop the piece after the last CR LF, on purpose. `lineNo` counts from 1; `text` is
-// bytes.
+// The three that rewrite the file drop the piece after the last CR LF, on purpose: a last line without CR LF is lost.
+// `lineNo` counts from 1 and names an existing line, else nothing is changed but that; `text` is bytes.
 void ReplaceLine(const std::string& path, std::int16_t lineNo, std::string_view text);
 void InsertLine(const std::string& path, std::int16_t lineNo, std::string_view text);
 void DeleteLine(const std::string& path, std::int16_t lineNo);
-/// Every empty piece is removed, one whole-file rewrite (in effect) for each; the user's file is changed for good.
+/// DeleteLine for every empty piece, the one after the final CR LF included, in effect; the user's file is changed for
+/// good, and a last line without CR LF goes with the first blank line.
 void RemoveBlankLines(const std::string& path);
 
 /// Index of the last piece that holds a comma, -1 where none does.
 std::ptrdiff_t LastCommaLine(const std::vector<std::string>& lines);
 
-/// The folder with everything in it; a link is removed, never followed. Each pass gives the event loop a turn.
+/// The folder with everything in it; a link is removed, never followed. Each entry gives the event loop a turn.
+/// A missing folder is no error. @throws PathAccess
 void DeleteFolderTree(const std::string& path);
 
 /// UTF-16 little-endian with the mark FF FE. `text` is UTF-8.
 void WriteUtf16File(const std::string& path, std::string_view text);
-/// The text behind the first two bytes, full-width forms narrowed; "" for an empty file. UTF-8.
+/// The text behind the first two bytes, whatever they are, full-width forms narrowed; "" for an empty file. UTF-8.
 std::string ReadUtf16File(const std::string& path);

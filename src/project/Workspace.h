@@ -1,9 +1,11 @@
 #pragma once
 // Where the application works: the folder of the program, the workspace 参数文件 beside it, the catalogues.
+// Only direct children of 参数文件 and SJCS are ever opened, written or deleted.
 
 #include "desk/Outcome.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 inline std::string gAppPath;  ///< folder of the running program, UTF-8, no separator at the end
@@ -12,20 +14,41 @@ inline std::string gProject;  ///< name of the current project, UTF-8; never cle
 /// Set by programs that take a folder anywhere; the windows leave it empty.
 inline std::string gProjectFolder;
 
-std::string WorkspacePath();                          ///< gAppPath/参数文件
-std::string ProjectPath(const std::string& project);  ///< gAppPath/参数文件/<project>
-std::string ParameterFile(const std::string& file);   ///< a file of gProject, such as 平曲线参数.txt
-std::string PhonePath();                              ///< gAppPath/SJCS
+/// The files of a project that the loader reads.
+namespace files {
+inline constexpr std::string_view settings = "其他参数.txt";
+inline constexpr std::string_view horizontal = "平曲线参数.txt";
+inline constexpr std::string_view vertical = "竖曲线参数.txt";
+inline constexpr std::string_view breaks = "断链参数.txt";
+inline constexpr std::string_view traverse = "导线点参数.txt";
+inline constexpr std::string_view superelevation = "超高参数.txt";
+inline constexpr std::string_view widths = "超高宽度参数.txt";
+}  // namespace files
 
-/// A name that may become a folder on every platform: see the rules in Workspace.cpp.
-bool IsFolderName(const std::string& name);
+std::string WorkspacePath();  ///< gAppPath/参数文件
+/// gAppPath/参数文件/<project>. A name that is no direct child of the workspace (empty, "..", "a/b") gives a path where
+/// nothing can exist, so that whatever is done with it fails as with a folder that is missing.
+std::string ProjectPath(const std::string& project);
+/// A file of the current project, such as 平曲线参数.txt: below gProjectFolder if set, else below
+/// ProjectPath(gProject).
+std::string ParameterFile(std::string_view file);
+std::string PhonePath();  ///< gAppPath/SJCS
+/// gAppPath/SJCS/<name>, with the guard of ProjectPath.
+std::string PhoneProjectPath(const std::string& name);
+
+/// A name that may become a folder on every platform, so that a workspace can move: not empty, "." or "..", none of
+/// \ / : * ? " < > |, no control character, no blank or point at the end, no device name, all of it in code page 936.
+bool IsFolderName(std::string_view name);
 
 /// The workspace made if missing, the project catalogue read (created empty if missing), UTF-8 names in file order.
+/// @throws PathAccess, PathNotFound
 std::vector<std::string> OpenCatalogue();
 /// The phone catalogue, empty where XMMC.txt is missing.
 std::vector<std::string> ReadPhoneCatalogue();
 
-/// New project from the typed text: sets gProject before any check. Refused with the dialog's boxes.
+/// New project from the typed text: sets gProject before any check. Refused with the boxes of the new-project dialog;
+/// after either the form empties txtNewProjects and gives it the focus.
 Outcome CreateProject(const std::string& typed);
-/// Line `index` (from 0) of the catalogue and the folder of that name go.
+/// Line `index` (from 0) of the catalogue goes, then the folder of that name with all it holds (none where `name` is
+/// no direct child of the workspace). @throws PathAccess, FileNotFound
 void DeleteProject(int index, const std::string& name);

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+/// The path of a UTF-8 text, on every platform.
+inline std::filesystem::path filePath(const std::string& utf8)
+{
+    return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
+}

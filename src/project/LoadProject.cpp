@@ -1,0 +1,121 @@
+// The order of work of a load. What happens to the rows of each file stands in the compiles.
+
+#include "project/LoadProject.h"
+
+#include "desk/Desk.h"
+#include "engine/Chainage.h"
+#include "project/CalcTables.h"
+#include "project/Compile.h"
+#include "project/Workspace.h"
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
+namespace {
+
+Hang onHang = Hang::ForEver;
+bool stoppedAtGap = false;
+
+/// The lines of a file of the project, which is created if missing; none where it cannot be read.
+std::vector<std::string> readLines(std::string_view file)
+{
+    std::vector<std::string> lines;
+    attempt([&] { lines = SplitLines(ReadBytesCreating(ParameterFile(file))); });
+    return lines;
+}
+
+[[noreturn]] void hang(std::string_view file, const std::vector<std::string>& lines)
+{
+    if (onHang == Hang::Throw) {
+        const auto text = std::find_if(lines.rbegin(), lines.rend(), [](const auto& line) { return !line.empty(); });
+        throw LoadWouldHang(std::string(file), static_cast<int>(lines.rend() - text));
+    }
+    while (true) {
+        desk().turn();
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+}
+
+/// Finds the rows of a file and hands them to its compile; an empty file has none and leaves its tables alone.
+template <class Compile>
+void scan(std::string_view file, Compile compile)
+{
+    Rows rows{readLines(file)};
+    if (rows.lines.empty()) return;
+    const auto top = std::ssize(rows.lines) - 1;
+    // A file of more lines than a 16-bit count holds: that assignment is dropped and line 0 is the last one.
+    if (!attempt([&] { toInt16(top); })) rows.lines.resize(1);
+    const auto last = LastCommaLine(rows.lines);
+    if (last < 0) hang(file, rows.lines);
+    rows.last = static_cast<std::int16_t>(last);
+    compile(rows);
+}
+
+void cleanFiles()
+{
+    for (const auto file : {files::settings, files::horizontal, files::traverse, files::breaks, files::vertical,
+                            files::superelevation, files::widths}) {
+        attempt([&] {
+            const auto path = ParameterFile(file);
+            if (FileExists(path)) RemoveBlankLines(path);
+        });
+    }
+}
+
+/// The fifth line came later than the file: one more line a load until it is there.
+void upgradeSettings()
+{
+    attempt([] {
+        const auto path = ParameterFile(files::settings);
+        const auto bytes = ReadBytesCreating(path);
+        if (std::ssize(SplitLines(bytes)) - 1 <= 4) WriteBytes(path, bytes + Cp936FromUtf8("未设置") + "\r\n");
+    });
+}
+
+/// Line `index` (from 0) of the settings in UTF-8, nothing where the file has no second piece.
+std::optional<std::string> setting(int index)
+{
+    const auto lines = readLines(files::settings);
+    if (std::ssize(lines) - 1 <= 0) return std::nullopt;
+    return Utf8FromCp936(at(lines, index));
+}
+
+void loadInOrder()
+{
+    cleanFiles();
+    upgradeSettings();
+    scan(files::traverse, CompileTraversePoints);
+    scan(files::breaks, CompileBreaks);
+    ReduceBreaks();
+    const bool intersectionPoints = setting(0) == "交点法";
+    scan(files::horizontal, intersectionPoints ? CompileIntersectionPoints : CompileBlocks);
+    scan(files::vertical, CompileVertical);
+    if (const auto form = setting(1)) gCgType = form == "线性" ? "0" : "1";
+    scan(files::superelevation, CompileSuperelevation);
+    scan(files::widths, CompileWidths);
+}
+
+}  // namespace
+
+void ConvertStakes(std::vector<double>& stakes, std::int16_t last)
+{
+    if (gHasDl != -1) return;
+    for (int i = 0; i <= last; ++i)
+        if (!ConvertRowStake(at(stakes, i))) throw StakeInGap{};
+}
+
+void LoadProject()
+{
+    stoppedAtGap = false;
+    try {
+        loadInOrder();
+    } catch (const StakeInGap&) {
+        stoppedAtGap = true;
+        desk().box({"桩号不存在，请检查断链数据！", "注意", Icon::Exclamation});
+    }
+}
+
+void SetHang(Hang hang) { onHang = hang; }
+
+bool LoadStoppedAtGap() { return stoppedAtGap; }
