@@ -82,6 +82,14 @@ void addCorners(double nominal, double continuous, const Structure& structure, c
     rows.changed();
 }
 
+void requireSize(const JgwInput& in)
+{
+    Require(in.kq, message::kNoKq, "txtJgwKq");
+    Require(in.kh, message::kNoKh, "txtJgwKh");
+    Require(in.zz, message::kNoZz, "txtJgwZz");
+    Require(in.zy, message::kNoZy, "txtJgwZy");
+}
+
 Structure readStructure(const JgwInput& in)
 {
     Structure structure;
@@ -91,10 +99,7 @@ Structure readStructure(const JgwInput& in)
         structure.angle = WorkingAngle(typed);
         structure.angleText = SkewText(typed);
     }
-    Require(in.kq, message::kNoKq, "txtJgwKq");
-    Require(in.kh, message::kNoKh, "txtJgwKh");
-    Require(in.zz, message::kNoZz, "txtJgwZz");
-    Require(in.zy, message::kNoZy, "txtJgwZy");
+    requireSize(in);
     structure.size = {ParseNumber(in.kq), ParseNumber(in.kh), ParseNumber(in.zz), ParseNumber(in.zy)};
     return structure;
 }
@@ -106,10 +111,7 @@ std::string trimmed(const std::string& text) { return std::string(Trim(text)); }
 void RequireJgwTexts(const JgwInput& in)
 {
     if (in.skewed) Require(in.skew, message::kNoSkew, "txtJgwJj");
-    Require(in.kq, message::kNoKq, "txtJgwKq");
-    Require(in.kh, message::kNoKh, "txtJgwKh");
-    Require(in.zz, message::kNoZz, "txtJgwZz");
-    Require(in.zy, message::kNoZy, "txtJgwZy");
+    requireSize(in);
     RequireStation(in.station, kStationFields);
 }
 

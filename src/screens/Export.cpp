@@ -1,0 +1,128 @@
+#include "screens/Export.h"
+
+#include "engine/Numbers.h"
+#include "engine/RunTimeError.h"
+#include "office/Xls.h"
+#include "project/CalcTables.h"
+#include "project/TextFile.h"
+#include "project/Workspace.h"
+#include "screens/Messages.h"
+
+#include <utility>
+
+std::string StationText(const std::string& pick) { return pick + " " + NumText(gStationX) + "," + NumText(gStationY); }
+
+std::string ParameterText(const JgwStructures& structures, std::int16_t p, bool skewEnds)
+{
+    return std::string(skewEnds ? "斜交斜做：" : "斜交正做：") + "K前" + at(structures.kq, p) + ",K后" +
+           at(structures.kh, p) + ",Z左" + at(structures.zz, p) + ",Z右" + at(structures.zy, p);
+}
+
+namespace {
+
+/// Title, headers, borders, widths and formats of a table of n rows.
+Worksheet emptySheet(const ExportLayout& layout, int n)
+{
+    const int last = static_cast<int>(layout.columns.size()), bottom = n + 2;
+    Worksheet sheet;
+    sheet.center({1, 1, 1, last});
+    sheet.merge({1, 1, 1, last});
+
+    const CellRange table(2, 1, bottom, last);
+    sheet.center(table);
+    const auto draw = [&](int from, int to, int lineStyle, int weight = xlThin) {
+        for (int i = from; i <= to; ++i) sheet.borders(table, i, lineStyle, weight);
+    };
+    draw(xlDiagonalDown, xlDiagonalUp, xlNone);
+    draw(xlEdgeLeft, xlEdgeRight, xlContinuous, xlMedium);
+    draw(xlInsideVertical, xlInsideHorizontal, xlContinuous, xlThin);
+
+    for (int col = 1; col <= last; ++col) {
+        const ExportColumn& column = layout.columns[static_cast<std::size_t>(col - 1)];
+        sheet.setColumnWidth({1, col, 1, col}, column.width);
+        sheet.setText({2, col}, std::string(column.header));
+    }
+    sheet.setText("A1", gProject);
+    sheet.setNumberFormat({1, 1, bottom, layout.textColumns}, "@");
+    return sheet;
+}
+
+}  // namespace
+
+Worksheet ResultSheet(const ExportLayout& layout, const ExportData& data)
+{
+    toInt16(data.rows + 2);
+    Worksheet sheet = emptySheet(layout, data.rows);
+    const std::string station = StationText(data.stationPick);
+    std::string parameters;
+    std::int16_t p = 0;
+    for (int r = 1; r <= data.rows; ++r) {
+        if (r >= data.grid.rows()) throw RunTimeError(RunTimeError::Subscript);
+        if (data.structures && r % 4 == 1 && r <= 4 * data.structures->count)
+            parameters = ParameterText(*data.structures, ++p, data.skewEnds);
+        int col = 0;
+        for (const auto& column : layout.columns) {
+            const std::string& text = column.source == kStationColumn     ? station
+                                      : column.source == kParameterColumn ? parameters
+                                                                          : data.grid.text(r, column.source);
+            sheet.setValue({r + 2, ++col}, text);
+        }
+    }
+    return sheet;
+}
+
+namespace {
+
+bool say(std::string_view text, std::string_view title, Icon icon, Msg::Buttons buttons = Msg::Ok,
+         Msg::Default preset = Msg::Yes)
+{
+    return desk().box({std::string(text), std::string(title), icon, buttons, preset});
+}
+
+/// The wait box stands as long as this lives.
+class Waiting {
+public:
+    explicit Waiting(const std::function<void(bool)>& show) : m_show(show) { m_show(true); }
+    ~Waiting() { m_show(false); }
+    Waiting(const Waiting&) = delete;
+    Waiting& operator=(const Waiting&) = delete;
+
+private:
+    const std::function<void(bool)>& m_show;
+};
+
+}  // namespace
+
+void SaveResult(const ExportLayout& layout, const ExportData& data, ScreenState* state,
+                const std::function<void(bool)>& showWait)
+{
+    if (layout.needsRows && data.rows == 0) {
+        say(message::kNothingToSave, message::kNotice, Icon::Exclamation);
+        return;
+    }
+    const auto path = desk().saveFile("(*.xls)|*.xls");
+    if (!path) return;
+    if ((FileExists(*path) || FolderExists(*path)) &&
+        !say(message::kOverwrite, message::kNotice, Icon::Question, Msg::YesNo, Msg::No))
+        return;
+
+    std::string failure;
+    const bool saved = attempt([&] {
+        const Waiting waiting(showWait);
+        const std::string bytes = XlsBytes(ResultSheet(layout, data));
+        try {
+            WriteBytes(*path, bytes);
+        } catch (const RunTimeError& error) {
+            failure = error.what();
+        }
+    });
+    if (!saved) return;
+    if (!failure.empty()) {
+        say("无法保存文件：\n" + *path + "\n" + failure, message::kError, Icon::Critical);
+        return;
+    }
+    say(message::kSaved, message::kSuccess, Icon::Information);
+    if (state) state->changed = false;
+}
+
+bool AskToSave() { return say(message::kSaveChanges, message::kNotice, Icon::Question, Msg::YesNo); }
