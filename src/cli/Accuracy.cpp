@@ -1,0 +1,117 @@
+#include "cli/Accuracy.h"
+
+#include "cli/TrueRoad.h"
+#include "engine/Chainage.h"
+#include "engine/Element.h"
+#include "engine/Numbers.h"
+#include "engine/Route.h"
+#include "engine/RunTimeError.h"
+#include "project/CalcTables.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+double gapMm(double x, double y, const TruePoint& p) { return 1000 * std::hypot(x - p.x, y - p.y); }
+
+std::string oneDecimal(double value) { return LeadingZeroText(Round(value, 1)); }
+
+std::string reason(double deflectionDeg, double ls, double radius)
+{
+    std::string why;
+    if (ls > 0.3 * std::abs(radius))
+        why = "缓和曲线长（" + oneDecimal(ls) + "米）对半径（" + oneDecimal(std::abs(radius)) +
+              "米）偏大，内移值和切线增值的级数取项不够";
+    if (deflectionDeg > 90)
+        why += std::string(why.empty() ? "" : "；") + "转角大于90度，切线增值的高次项随缓和曲线长增大";
+    return why.empty() ? "圆周率取3.1415926、方位角取到百分之一秒的累积" : why;
+}
+
+void byPointsRows(Accuracy& accuracy)
+{
+    const auto count = static_cast<std::size_t>(std::max(0, (gElemCount - 1) / 4));
+    std::vector<TrueVertex> vertices;
+    for (std::size_t i = 0; i <= count + 1; ++i)
+        vertices.push_back({at(gJdX, i), at(gJdY, i), at(gJdLs1, i), at(gJdLs2, i), at(gJdR, i)});
+    const double start = at(gJdLc, 0);
+    double trueStake = start;
+    const auto curves = TrueCurves(vertices);
+    for (std::size_t i = 1; i <= curves.size(); ++i) {
+        const TrueCurve& curve = curves[i - 1];
+        trueStake += curve.leg - curve.t1 - (i > 1 ? curves[i - 2].t2 : 0);
+        if (!curve.valid) continue;
+        const std::size_t zh = 4 * i - 3;
+        AccuracyRow row{i <= kMaxMainPoint ? gZdJd[i] : "交点" + std::to_string(i), {}, 0, {}};
+        const TruePoint* points[] = {&curve.zh, &curve.hy, &curve.yh, &curve.hz};
+        for (std::size_t k = 0; k < 4; ++k) row.mm.push_back(gapMm(gElemX[zh + k], gElemY[zh + k], *points[k]));
+        trueStake += curve.length;
+        row.stakeMm = 1000 * (gElemLc[zh + 3] - trueStake);
+        if (*std::max_element(row.mm.begin(), row.mm.end()) > kAccuracyLimitMm)
+            row.why = reason(curve.deflectionDeg, std::max(gJdLs1[i], gJdLs2[i]), gJdR[i]);
+        accuracy.rows.push_back(row);
+    }
+    accuracy.endStakeMm = 1000 * (gElemLc[static_cast<std::size_t>(gElemCount)] - 0.01 - TrueEndStake(start, vertices));
+}
+
+void blockRows(Accuracy& accuracy)
+{
+    for (std::size_t i = 0; i < static_cast<std::size_t>(gElemCount); ++i) {
+        const bool last = i + 1 == static_cast<std::size_t>(gElemCount);
+        const double length = gElemLc[i + 1] - gElemLc[i] - (last ? 0.0001 : 0);
+        if ((gElemR1[i] == 0 && gElemR2[i] == 0) || !(length > 0)) continue;
+        const TruePoint end =
+            TrueElementEnd({gElemX[i], gElemY[i], DmsToDeg(gElemFwj[i])}, length, gElemR1[i], gElemR2[i]);
+        const auto curvature = [](double r) { return r == 0 ? 0 : 1 / r; };
+        ElementEnd(length, curvature(gElemR1[i]), curvature(gElemR2[i]), gElemFwj[i], gElemX[i], gElemY[i], length);
+        AccuracyRow row{"积木" + std::to_string(i + 1), {gapMm(gOutX, gOutY, end)}, 0, {}};
+        if (row.mm[0] > kAccuracyLimitMm) row.why = "这一段转角太大，192等分的积分不够密";
+        accuracy.rows.push_back(row);
+    }
+}
+
+/// Points laid out on the last element must come back; its closing row holds no point of its own.
+void lastElement(Accuracy& accuracy)
+{
+    if (gElemCount < 1) return;
+    const auto last = static_cast<std::size_t>(gElemCount);
+    const double from = gElemLc[last - 1], to = gElemLc[last];
+    for (int k = 1; k < 10; ++k)
+        for (const double offset : {-10.0, 0.0, 10.0}) {
+            const double stake = from + (to - from) * k / 10;
+            if (!StakeOnElement(stake)) continue;
+            StakeToXY(stake, 90, offset);
+            const double x = gInX = gOutX, y = gInY = gOutY;
+            const bool found = attempt([] { XYToStakeFromStart(); });
+            bool back = false;
+            if (found) {
+                XYToStakeFromStart();
+                StakeToXY(gInLc, 0, 0);
+                back = std::hypot(gOutX - x, gOutY - y) < std::abs(offset) + 0.01;
+            }
+            if (!back) {
+                const std::string at = FormatStake(RoundHalfUp3(ToNominal(from).value));
+                accuracy.warnings.push_back("最后一段（" + at +
+                                            "起）由坐标反算桩号不可靠：路线末行没有坐标，可能找错路段");
+                return;
+            }
+        }
+}
+
+}  // namespace
+
+Accuracy CheckAccuracy(bool byPoints)
+{
+    const Shared before = shared;
+    Accuracy accuracy;
+    accuracy.byPoints = byPoints;
+    if (gElemCount > 0) {
+        if (byPoints)
+            byPointsRows(accuracy);
+        else
+            blockRows(accuracy);
+        lastElement(accuracy);
+    }
+    shared = before;
+    return accuracy;
+}
