@@ -27,6 +27,8 @@ const FileShape kSlopes[] = {
 constexpr double kMeetMm = 2, kMeetSeconds = 1;
 /// Stakes written to the millimetre: a stretch may fall short of the next by that.
 constexpr double kStakeTolerance = 0.0011;
+/// The compiled end of a road lies some millimetres beside the true one; a table may end that much before it.
+constexpr double kEndTolerance = 0.05;
 
 std::string metres(double value) { return FormatFixed3(value); }
 std::string oneDecimal(double value) { return LeadingZeroText(Round(value, 1)); }
@@ -141,10 +143,12 @@ private:
             return;
         }
         m_findings.insert(m_findings.end(), asTold.begin(), asTold.end());
+        const bool whole = asTold.empty();
         if (byPoints)
             intersections(file);
         else
             blocks(file);
+        m_hasRoad = m_hasRoad && whole;
     }
 
     static bool looksLikeOtherModel(const CheckedFile& file, bool byPoints)
@@ -251,7 +255,7 @@ private:
             const double g1 = (rows[i].number(1) - rows[i - 1].number(1)) / (stake[i] - stake[i - 1]);
             const double g2 = (rows[i + 1].number(1) - rows[i].number(1)) / (stake[i + 1] - stake[i]);
             const double t = std::abs((g2 - g1) * rows[i].number(2) / 2);
-            if (!std::isfinite(t)) continue;
+            if (!(stake[i] > stake[i - 1] && stake[i + 1] > stake[i])) continue;
             if (rows[i].number(2) == 0) add(file.name, rows[i].line, 3, "竖曲线半径为0，变坡点处是折线");
             if (stake[i] - t < curveEnd - 0.001)
                 add(file.name, rows[i].line, 0,
@@ -291,9 +295,9 @@ private:
     void covers(const CheckedFile& file, double from, double to)
     {
         if (!m_hasRoad) return;
-        if (from > m_start + kStakeTolerance)
+        if (from > m_start + kEndTolerance)
             add(file.name, file.rows.front().line, 0, "路线起点之后的" + metres(from - m_start) + "米没有数据");
-        if (to < m_end - kStakeTolerance)
+        if (to < m_end - kEndTolerance)
             add(file.name, file.rows.back().line, 0, "路线终点之前的" + metres(m_end - to) + "米没有数据");
     }
 

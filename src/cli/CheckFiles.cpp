@@ -29,6 +29,14 @@ bool looksLikeUtf8(std::string_view bytes)
     return three;
 }
 
+/// A field as it is shown: control characters would break the line.
+std::string shown(std::string text)
+{
+    for (char& c : text)
+        if (static_cast<unsigned char>(c) < ' ') c = ' ';
+    return text;
+}
+
 struct RawLine {
     std::string bytes;
     int number;
@@ -74,9 +82,9 @@ void checkFields(CheckedRow& row, const FileShape& shape, int wanted, bool plain
             row.numbers[index] = ParseNumber(row.fields[index]);
         } catch (const RunTimeError&) {
             if (f < wanted)
-                findings.push_back(
-                    {shape.name, row.line, f + 1,
-                     row.fields[index].empty() ? "是空的，按0处理" : "“" + row.fields[index] + "”不是数字，按0处理"});
+                findings.push_back({shape.name, row.line, f + 1,
+                                    row.fields[index].empty() ? "是空的，按0处理"
+                                                              : "“" + shown(row.fields[index]) + "”不是数字，按0处理"});
         }
     }
 }
