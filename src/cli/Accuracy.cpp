@@ -7,6 +7,7 @@
 #include "engine/Route.h"
 #include "engine/RunTimeError.h"
 #include "project/CalcTables.h"
+#include "screens/Fs.h"
 
 #include <algorithm>
 #include <cmath>
@@ -70,31 +71,38 @@ void blockRows(Accuracy& accuracy)
     }
 }
 
-/// Points laid out on the last element must come back; its closing row holds no point of its own.
+/// Keeps the stake text of an inverse row.
+struct Witness : RowSink {
+    std::string stake;
+    void clear() override {}
+    void row(ResultRow row) override { stake = row.cells.at(2); }
+};
+
+/// The metres of a stake text, without sign.
+double metresOf(const std::string& stakeText)
+{
+    std::string digits;
+    for (const char c : stakeText)
+        if ((c >= '0' && c <= '9') || c == '.') digits += c;
+    return digits.empty() ? -1 : ParseNumber(digits);
+}
+
+/// Points laid out on the last element must come back to their stakes; its closing row holds no point of its own.
 void lastElement(Accuracy& accuracy)
 {
-    if (gElemCount < 1) return;
     const auto last = static_cast<std::size_t>(gElemCount);
     const double from = gElemLc[last - 1], to = gElemLc[last];
     for (int k = 1; k < 10; ++k)
         for (const double offset : {-10.0, 0.0, 10.0}) {
             const double stake = from + (to - from) * k / 10;
-            if (!StakeOnElement(stake)) continue;
             StakeToXY(stake, 90, offset);
-            const double x = gInX = gOutX, y = gInY = gOutY;
-            const bool found = attempt([] { XYToStakeFromStart(); });
-            bool back = false;
-            if (found) {
-                XYToStakeFromStart();
-                StakeToXY(gInLc, 0, 0);
-                back = std::hypot(gOutX - x, gOutY - y) < std::abs(offset) + 0.01;
-            }
-            if (!back) {
-                const std::string at = FormatStake(RoundHalfUp3(ToNominal(from).value));
-                accuracy.warnings.push_back("最后一段（" + at +
-                                            "起）由坐标反算桩号不可靠：路线末行没有坐标，可能找错路段");
-                return;
-            }
+            Witness witness;
+            AddFsPoint(gOutX, gOutY, witness);
+            const double wanted = std::abs(RoundHalfUp3(ToNominal(stake).value));
+            if (std::abs(metresOf(witness.stake) - wanted) < kAccuracyLimitMm / 1000) continue;
+            accuracy.warnings.push_back("最后一段（" + FormatStake(RoundHalfUp3(ToNominal(from).value)) +
+                                        "起）由坐标反算桩号不可靠：路线末行没有坐标，可能找不到这一段");
+            return;
         }
 }
 

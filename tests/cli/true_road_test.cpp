@@ -27,7 +27,8 @@ TEST(TrueRoad, SpiralFollowsTheFresnelSeries)
     const double x = l - std::pow(l, 5) / (40 * std::pow(a2, 2)) + std::pow(l, 9) / (3456 * std::pow(a2, 4)) -
                      std::pow(l, 13) / (599040 * std::pow(a2, 6)) + std::pow(l, 17) / (175472640 * std::pow(a2, 8));
     const double y = std::pow(l, 3) / (6 * a2) - std::pow(l, 7) / (336 * std::pow(a2, 3)) +
-                     std::pow(l, 11) / (42240 * std::pow(a2, 5)) - std::pow(l, 15) / (9676800 * std::pow(a2, 7)) + std::pow(l, 19) / (3530096640 * std::pow(a2, 9));
+                     std::pow(l, 11) / (42240 * std::pow(a2, 5)) - std::pow(l, 15) / (9676800 * std::pow(a2, 7)) +
+                     std::pow(l, 19) / (3530096640 * std::pow(a2, 9));
     const TruePoint end = TrueElementEnd({0, 0, 0}, l, 0, r);
     EXPECT_NEAR(end.x, x, 1e-9);
     EXPECT_NEAR(end.y, y, 1e-9);
