@@ -1,9 +1,15 @@
 #pragma once
-// Windows that stretch: every named control keeps its relative place and size. Fonts and grid columns stay.
+// Windows that stretch: every control keeps its relative place and size. Fonts and grid columns stay.
+
+#include <cstdint>
 
 class QWidget;
 
-/// Remembers the window's inner size and the rectangle of each of its named direct controls.
+/// Inner width and height of the window that called ResizeInit last; it owns the scale.
+extern std::int32_t FormOldWidth, FormOldHeight;
+
+/// Remembers the window's inner size and the rectangle of each control, also of those inside frames. From here on the
+/// rectangles rule: the layouts that made them are dissolved, and the window does not shrink below what they needed.
 void ResizeInit(QWidget& form);
-/// Moves each control to its remembered rectangle, scaled to the window's present size.
+/// Moves each control to its remembered rectangle, scaled to the window's present size and rounded to whole pixels.
 void ResizeForm(QWidget& form);

@@ -27,8 +27,10 @@ public:
     virtual ~Desk() = default;
     /// Shows a box. True: OK or Yes.
     virtual bool box(const Msg& msg) = 0;
-    /// A turn of the event loop in long work.
+    /// A turn of the event loop in long work that must not be disturbed: painting and timers, no input of the person.
     virtual void turn() = 0;
+    /// A turn in work that may never end: the person's input is taken too, and where nothing waits the processor rests.
+    virtual void turnWithInput() { turn(); }
     /// A file to read. @param filter as "(*.txt)|*.txt|"; nullopt: Cancel
     virtual std::optional<std::string> openFile(std::string_view filter) = 0;
     /// A file to write, the name just as given: no question about overwriting, no extension added. nullopt: Cancel

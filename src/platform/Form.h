@@ -1,14 +1,13 @@
 #pragma once
-// The base of every window: given names, handlers through one wrapper, key preview, closing rules, the house look.
+// The base of every window: given names, handlers through one wrapper, key preview, closing rules.
 
 #include "desk/Outcome.h"
+#include "platform/Fields.h"
+#include "platform/RunHandler.h"
 
-#include <QComboBox>
 #include <QDialog>
-#include <QLineEdit>
+#include <QPointer>
 
-#include <functional>
-#include <string>
 #include <type_traits>
 #include <utility>
 
@@ -17,11 +16,16 @@ class Form : public QDialog {
     Q_OBJECT
 public:
     Form(const QString& name, const QString& caption, QWidget* parent = nullptr);
+    ~Form() override;
 
     /// Shows the form modally over the active one and returns when it has unloaded.
     void showModal();
     /// Closes by program: Form_Unload runs, QueryUnload does not.
     void unload();
+    /// Before the form is first seen Form_Load runs; where it fails the form stays hidden.
+    void setVisible(bool visible) override;
+    /// Esc goes the way of the close box.
+    void reject() override { close(); }
 
 protected:
     /// A control with its given name, as child of the form.
@@ -36,15 +40,17 @@ protected:
     template <class Sender, class Signal, class Handler>
     void on(Sender* sender, Signal signal, Handler handler)
     {
-        connect(sender, signal, this, [handler](auto&&... args) { runBody([&] { callWith(handler, args...); }); });
+        connect(sender, signal, this, [handler](auto&&... args) { runHandler([&] { callWith(handler, args...); }); });
     }
 
+    /// Once, before the form is first seen. Reads what the window shows; ends with ResizeInit where the window scales.
+    virtual void Form_Load() {}
     /// Close box or Esc: false keeps the window.
     virtual bool QueryUnload() { return true; }
     /// On every closing, before the window goes.
     virtual void Form_Unload() {}
-    /// The form previews each key that one of its controls gets (character code, 13 Enter, 8 backspace). True:
-    /// swallowed.
+    /// The form previews each key that one of its controls gets (character code, 13 Enter, 8 backspace), and each
+    /// character that an input method commits. True: swallowed.
     virtual bool Form_KeyPress(int keyAscii);
     virtual void Form_Resize() {}
     /// Enter sends Tab: the next field in the tab order, its text selected. A Form_KeyPress returns this for 13.
@@ -59,7 +65,6 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    static void runBody(const std::function<void()>& body);
     template <class Handler, class... Args>
     static void callWith(Handler& handler, Args&&... args)
     {
@@ -68,29 +73,13 @@ private:
         else
             handler();
     }
-    bool m_unloading = false;
-};
+    bool previewKey(QWidget* target, QKeyEvent* event);
+    bool isFirstReceiver(QWidget* target, const QEvent* event);
+    bool keyPress(int keyAscii);
 
-using KeySet = bool (*)(int keyAscii);
-/// Only keys of the set enter the box, by key press or by each character that an input method commits; while Ctrl is
-/// held anything passes.
-void filterKeys(QLineEdit* box, KeySet set);
-/// Locked: read only, grey, out of the tab order. Open: white.
-void setLocked(QLineEdit* box, bool locked);
-/// A pick list with an editable text: typing sets the text back through `Change`; picking fires `Click`, the same item
-/// included; nothing is picked at first.
-class PickList : public QComboBox {
-    Q_OBJECT
-public:
-    explicit PickList(QWidget* parent = nullptr);
-    void AddItem(const QString& text);
-    int ListIndex() const;  ///< -1 while nothing is picked
-    QString Text() const;
-    void setText(const QString& text);  ///< the shown text alone, no event
-signals:
-    void Click();
-    void Change();
+    enum class Life { Fresh, Loaded, Failed, Unloading, Unloaded };
+    Life m_life = Life::Fresh;
+    const QEvent* m_lastEvent = nullptr;  // the key event seen last and who got it:
+    QPointer<QWidget> m_lastReceiver;     // an ignored key goes on to the parents and is no new key there
+    bool m_resending = false;
 };
-
-QString fromUtf8(const std::string& text);
-std::string toUtf8(const QString& text);

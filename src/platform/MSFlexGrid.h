@@ -9,6 +9,7 @@
 #include <vector>
 
 class GridModel;
+class QMenu;
 
 /// Positions and widths are in twips (1/15 pixel at 96 dpi). Rows and columns count from 0; row 0 is the fixed header,
 /// column 0 the fixed sequence column. Texts are UTF-8 in GridText, QString here.
@@ -18,14 +19,14 @@ public:
     explicit MSFlexGrid(QWidget* parent = nullptr);
 
     int Rows() const;
-    void setRows(int rows);  ///< grows with empty rows or cuts; the current row stays inside
+    void setRows(int rows);  ///< grows with empty rows or cuts; the current row stays inside; Subscript below 1
     int Cols() const;
     void setCols(int cols);
     int Row() const;       ///< current row; 0 while only the header stands
     void setRow(int row);  ///< throws RunTimeError Subscript outside 0..Rows-1
     int Col() const;
-    void setCol(int col);
-    QString TextMatrix(int row, int col) const;
+    void setCol(int col);                        ///< throws RunTimeError Subscript outside 0..Cols-1
+    QString TextMatrix(int row, int col) const;  ///< throws RunTimeError Subscript outside the grid
     void setTextMatrix(int row, int col, const QString& text);
     int ColWidth(int col) const;  ///< twips
     void setColWidth(int col, int twips);
@@ -33,19 +34,66 @@ public:
     int ColPos(int col) const;  ///< twips from the grid's left edge to the column, scrolling included
     int RowPos(int row) const;  ///< twips from the grid's top edge to the row, scrolling included
     void AddItem(const QString& tabSeparated, int index = -1);  ///< a row at `index`, at the end without one
-    void RemoveItem(int row);  ///< throws RunTimeError where the fixed row or the last data row would go
-    void Clear();              ///< every cell's text, the header included
+    void RemoveItem(int row);  ///< throws RunTimeError Subscript where the fixed row or the last data row would go
+    void Clear();              ///< every cell's text, the header included, and every warning
 
     const GridText& text() const;  ///< all cells as one value, for saving
-    /// Appends one row of cells from column 1 on; O(1) amortised. @param warning "" or a tool tip on amber
+    /// Appends one row of cells from column 1 on and numbers it; O(1) amortised. @param warning "" or a tool tip on
+    /// amber
     void appendRow(std::vector<std::string> cells, const std::string& warning = {});
-    void setHint(const QString& hint);       ///< grey text of an empty grid: what to do next
+    /// The tool tip of an amber row, "" for a row without one.
+    QString warning(int row) const;
+    /// While held back, appended rows count at once but are shown only by showRows() or when the hold ends.
+    void holdBack(bool hold);
+    void showRows();  ///< shows rows held back and scrolls to the last one
+    /// The cells of the selection, a tab between columns, a line end between rows.
+    QString selectedText(bool withHeader) const;
+
+    void setHint(const QString& hint);  ///< grey text of an empty grid: what to do next
+    void setHeaderToolTip(int col, const QString& tip);
     QRect cellRect(int row, int col) const;  ///< of a cell (fixed ones too), pixels in this widget's coordinates
+    QMenu* contextMenu() const { return m_menu; }
+
+    QSize sizeHint() const override;
 
 signals:
-    void Click();                              ///< left or right click on a data cell, after Row and Col moved
-    void MouseDown(int button, int x, int y);  ///< 1 left, 2 right, 4 middle; pixels
+    void Click();  ///< left or right click on a data cell, on its release, after Row and Col moved
+    void MouseDown(int button, int x, int y);  ///< 1 left, 2 right, 4 middle; pixels; before Click
     void Scroll();
+    void RowColChange();  ///< the user moved to another cell, by key or mouse
+
+protected:
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    friend void RenumberGrid(MSFlexGrid& grid);
+
+    template <class Change>
+    void restructure(Change change);
+    void placeCurrent();
+    void copy(bool withHeader) const;
+    void fitRows();
+    bool cornerEvent(QEvent* event);
+
+    GridModel* m_model;
+    QMenu* m_menu;
+    QWidget* m_corner = nullptr;
+    QString m_hint;
+    std::vector<int> m_widths;  // twips a column
+    int m_row = 0;
+    int m_col = 1;
+    int m_cornerDrag = -1;  // pixels from the pointer to the corner's right edge while it is dragged
+    bool m_placing = false;
+    bool m_heldBack = false;
+    bool m_pressedOnCell = false;
 };
 
 /// Column 0 of rows 1 to Rows-1 gets its row number.

@@ -1,6 +1,8 @@
 #pragma once
 // The seams to the machine: key state, other programs, the end of the process. Tests replace them.
 
+#include "platform/RunHandler.h"
+
 #include <QString>
 
 #include <functional>
@@ -12,8 +14,7 @@ struct Platform {
 };
 Platform& platform();
 
-/// True while the key is held. @param virtualKey 17 is Ctrl
-bool KeyIsDown(int virtualKey);
+inline constexpr int kVirtualKeyControl = 17;
 
-/// Runs a handler body. A RunTimeError that leaves it is fatal: its box is shown and the process ends.
-void runHandler(const std::function<void()>& body);
+/// True while the key is held. @param virtualKey 16 is Shift, 17 Ctrl, 18 Alt; any other is never down
+bool KeyIsDown(int virtualKey);

@@ -1,0 +1,356 @@
+#include "controls/XPButton.h"
+
+#include "controls/KeyCodes.h"
+#include "desk/Desk.h"
+
+#include <QAccessibleWidget>
+#include <QApplication>
+#include <QCursor>
+#include <QFontMetrics>
+#include <QKeyEvent>
+#include <QMetaProperty>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPointer>
+#include <QShortcutEvent>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr int kHoverInterval = 50;  // ms
+
+struct StoredProperty {
+    const char* name;
+    QVariant whenNotStored;
+};
+const std::array<StoredProperty, 11>& storedProperties()
+{
+    static const std::array<StoredProperty, 11> properties{{{"Caption", QString()},
+                                                            {"ForeColor", 0u},
+                                                            {"ColorStyle", 1},
+                                                            {"FocusDottedRect", true},
+                                                            {"Enabled", true},
+                                                            {"FontType", {}},
+                                                            {"Icon", QPixmap()},
+                                                            {"IconMask", QPixmap()},
+                                                            {"RoundedValue", 5},
+                                                            {"CaptionAlignment", 2},
+                                                            {"IconAlignment", 1}}};
+    return properties;
+}
+
+int shiftOf(Qt::KeyboardModifiers held)
+{
+    return (held & Qt::ShiftModifier ? 1 : 0) + (held & Qt::ControlModifier ? 2 : 0) + (held & Qt::AltModifier ? 4 : 0);
+}
+
+int buttonNumber(Qt::MouseButton button)
+{
+    return button == Qt::LeftButton ? 1 : button == Qt::RightButton ? 2 : button == Qt::MiddleButton ? 4 : 0;
+}
+
+int buttonsHeld(Qt::MouseButtons buttons)
+{
+    return (buttons & Qt::LeftButton ? 1 : 0) + (buttons & Qt::RightButton ? 2 : 0) +
+           (buttons & Qt::MiddleButton ? 4 : 0);
+}
+
+class AccessibleButton : public QAccessibleWidget {
+public:
+    explicit AccessibleButton(XPButton* button) : QAccessibleWidget(button, QAccessible::Button) {}
+    QString text(QAccessible::Text kind) const override
+    {
+        return kind == QAccessible::Name ? button()->Caption() : QAccessibleWidget::text(kind);
+    }
+    QStringList actionNames() const override { return {pressAction(), setFocusAction()}; }
+    void doAction(const QString& action) override
+    {
+        if (action != pressAction()) return QAccessibleWidget::doAction(action);
+        if (button()->isEnabled()) emit button()->Click();
+    }
+
+private:
+    XPButton* button() const { return static_cast<XPButton*>(widget()); }
+};
+
+QAccessibleInterface* makeAccessible(const QString& className, QObject* object)
+{
+    if (className != u"XPButton") return nullptr;
+    return new AccessibleButton(static_cast<XPButton*>(object));
+}
+
+}  // namespace
+
+XPButton::XPButton(QWidget* parent) : QWidget(parent)
+{
+    static const bool installed = (QAccessible::installFactory(makeAccessible), true);
+    Q_UNUSED(installed);
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    tmrCheck.setInterval(kHoverInterval);
+    connect(&tmrCheck, &QTimer::timeout, this, &XPButton::checkHover);
+    connect(this, &QObject::objectNameChanged, this, [this] {
+        updateGeometry();
+        update();
+    });
+}
+
+XPButton::XPButton(const QString& caption, QWidget* parent) : XPButton(parent) { setCaption(caption); }
+
+void XPButton::changed(const char* property)
+{
+    emit PropertyChanged(QString::fromLatin1(property));
+    updateGeometry();
+    update();
+}
+
+QString XPButton::Caption() const { return m_captionSet ? m_state.caption : objectName(); }
+
+void XPButton::setCaption(const QString& caption)
+{
+    m_state.caption = caption;
+    m_captionSet = true;
+    changed("Caption");
+}
+
+void XPButton::setForeColor(Bgr colour)
+{
+    m_state.foreColor = colour;
+    changed("ForeColor");
+}
+
+void XPButton::setColorStyle(int style)
+{
+    m_state.colorStyle = style;
+    changed("ColorStyle");
+}
+
+void XPButton::setFocusDottedRect(bool dotted)
+{
+    m_state.focusDottedRect = dotted;
+    changed("FocusDottedRect");
+}
+
+void XPButton::setEnabled(bool enabled)
+{
+    if (enabled == isEnabled()) return changed("Enabled");
+    QWidget::setEnabled(enabled);  // changeEvent reports
+}
+
+void XPButton::setFontType(const QFont& font)
+{
+    setFont(font);
+    changed("FontType");
+}
+
+void XPButton::setIcon(const QPixmap& icon)
+{
+    m_state.icon = icon.toImage();
+    changed("Icon");
+}
+
+void XPButton::setIconMask(const QPixmap& mask)
+{
+    m_state.iconMask = mask.toImage();
+    changed("IconMask");
+}
+
+void XPButton::setRoundedValue(int rounded)
+{
+    m_state.roundedValue = rounded;
+    changed("RoundedValue");
+}
+
+void XPButton::setCaptionAlignment(int alignment)
+{
+    m_state.captionAlignment = static_cast<CaptionAlign>(alignment);
+    changed("CaptionAlignment");
+}
+
+void XPButton::setIconAlignment(int alignment)
+{
+    m_state.iconAlignment = static_cast<IconAlign>(alignment);
+    changed("IconAlignment");
+}
+
+void XPButton::ReadProperties(const QVariantMap& stored)
+{
+    for (const auto& [name, whenNotStored] : storedProperties()) {
+        const QVariant ambient = parentWidget() ? parentWidget()->font() : QApplication::font();
+        const QVariant otherwise = whenNotStored.isValid() ? whenNotStored : ambient;
+        setProperty(name, stored.value(QString::fromLatin1(name), otherwise));
+    }
+}
+
+QVariantMap XPButton::WriteProperties() const
+{
+    QVariantMap stored;
+    for (const auto& entry : storedProperties()) stored[QString::fromLatin1(entry.name)] = property(entry.name);
+    return stored;
+}
+
+void XPButton::AccessKeyPress(int keyAscii) { desk().box({.text = std::to_string(keyAscii), .title = "Velumark"}); }
+
+/// Room for the caption beside its icon, at any scale of the desktop.
+QSize XPButton::sizeHint() const
+{
+    ensurePolished();
+    const QFontMetrics metrics(font());
+    const bool withIcon = !m_state.icon.isNull() && !m_state.iconMask.isNull();
+    const int beside = withIcon ? m_state.icon.width() + 8 : 0;
+    const int width = metrics.horizontalAdvance(Caption()) + 28 + (CaptionAlignment() == 2 ? 2 * beside : beside);
+    const int height = std::max(metrics.height() + 12, withIcon ? m_state.icon.height() + 8 : 0);
+    return {std::max(width, 76), std::max(height, 28)};
+}
+
+void XPButton::set(bool& flag, bool value)
+{
+    flag = value;
+    update();
+}
+
+bool XPButton::event(QEvent* event)
+{
+    if (event->type() == QEvent::Shortcut) {
+        const auto key = static_cast<QShortcutEvent*>(event)->key();
+        if (isEnabled() && !key.isEmpty()) AccessKeyPress(key[0].key());
+        return true;
+    }
+    return QWidget::event(event);
+}
+
+void XPButton::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::EnabledChange) {
+        if (!isEnabled()) m_state.pressed = m_pressedBySpace = false;
+        changed("Enabled");
+    } else if (event->type() == QEvent::FontChange) {
+        updateGeometry();
+        update();
+    }
+}
+
+/// The picture is made of whole pixels of the screen: at 100 % and 150 % one wide, at 200 % two.
+void XPButton::paintEvent(QPaintEvent*)
+{
+    const double ratio = devicePixelRatioF();
+    const double unit = std::max(1.0, std::floor(ratio));  // screen pixels a pixel of the picture
+    XPButtonState state = m_state;
+    state.caption = Caption();
+    state.enabled = isEnabled();
+    state.font = font();
+    state.pixelsPerTwip = logicalDpiX() / 1440.0 * ratio / unit;
+    if (ratio != unit) state.font.setPixelSize(std::max(1, qRound(QFontInfo(font()).pixelSize() * ratio / unit)));
+    QPainter painter(this);
+    painter.scale(unit / ratio, unit / ratio);
+    paintXPButton(painter, QSize(qRound(width() * ratio / unit), qRound(height() * ratio / unit)), state);
+}
+
+void XPButton::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    tmrCheck.start();
+}
+
+void XPButton::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    tmrCheck.stop();
+    m_state.pressed = m_state.hover = m_state.hasFocus = m_pressedBySpace = false;
+    update();
+}
+
+void XPButton::checkHover()
+{
+    if (!isEnabled()) return;
+    tmrCheck.stop();
+    const QPoint cursor = QCursor::pos();
+    const QPoint at = mapFromGlobal(cursor);
+    const bool over = QApplication::widgetAt(cursor) == this;
+    const QPointer<XPButton> alive(this);
+    if (m_state.hover != over) {
+        set(m_state.hover, over);
+        if (over)
+            emit MouseEnter(at.x(), at.y());
+        else
+            emit MouseLeave(at.x(), at.y());
+    }
+    if (alive && isVisible()) tmrCheck.start();
+}
+
+void XPButton::focusInEvent(QFocusEvent*) { set(m_state.hasFocus, true); }
+
+void XPButton::focusOutEvent(QFocusEvent*)
+{
+    if (m_pressedBySpace) m_state.pressed = m_pressedBySpace = false;  // its release goes elsewhere
+    set(m_state.hasFocus, false);
+}
+
+void XPButton::keyPressEvent(QKeyEvent* event)
+{
+    const int ascii = keyAscii(*event);
+    const bool isSpace = event->key() == Qt::Key_Space;
+    const bool acts = isSpace || ascii == 13;
+    event->setAccepted(acts);
+    if (!isEnabled() || (acts && event->isAutoRepeat())) return;
+    const QPointer<XPButton> alive(this);
+    emit KeyDown(keyCode(*event), shiftOf(event->modifiers()));
+    if (alive && isSpace) {
+        m_pressedBySpace = true;
+        set(m_state.pressed, true);
+    }
+    if (alive && ascii != 0) emit KeyPress(ascii);
+    if (alive && ascii == 13) emit Click();
+}
+
+void XPButton::keyReleaseEvent(QKeyEvent* event)
+{
+    const bool isSpace = event->key() == Qt::Key_Space;
+    event->setAccepted(isSpace);
+    if (!isEnabled() || event->isAutoRepeat()) return;
+    const bool clicks = isSpace && m_pressedBySpace;
+    const QPointer<XPButton> alive(this);
+    emit KeyUp(keyCode(*event), shiftOf(event->modifiers()));
+    if (!alive || !isSpace) return;
+    m_pressedBySpace = false;
+    set(m_state.pressed, false);
+    if (clicks) emit Click();
+}
+
+void XPButton::mousePressEvent(QMouseEvent* event)
+{
+    const QPoint at = event->position().toPoint();
+    const QPointer<XPButton> alive(this);
+    emit MouseDown(buttonNumber(event->button()), shiftOf(event->modifiers()), at.x(), at.y());
+    if (alive && event->button() == Qt::LeftButton) set(m_state.pressed, true);
+}
+
+void XPButton::mouseMoveEvent(QMouseEvent* event)
+{
+    const QPoint at = event->position().toPoint();
+    emit MouseMove(buttonsHeld(event->buttons()), shiftOf(event->modifiers()), at.x(), at.y());
+}
+
+void XPButton::mouseReleaseEvent(QMouseEvent* event)
+{
+    const QPoint at = event->position().toPoint();
+    const bool left = event->button() == Qt::LeftButton;
+    const bool clicks = left && m_state.pressed && rect().contains(at);
+    const QPointer<XPButton> alive(this);
+    emit MouseUp(buttonNumber(event->button()), shiftOf(event->modifiers()), at.x(), at.y());
+    if (!alive || !left) return;
+    set(m_state.pressed, false);
+    if (clicks && isEnabled()) emit Click();
+}
+
+/// The second press of a double click presses like the first, so that quick clicks are all counted.
+void XPButton::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    const QPointer<XPButton> alive(this);
+    mousePressEvent(event);
+    if (alive && event->button() == Qt::LeftButton) emit DblClick();
+}

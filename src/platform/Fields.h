@@ -1,0 +1,40 @@
+#pragma once
+// What the boxes and pick lists of all forms have in common.
+
+#include <QComboBox>
+#include <QLineEdit>
+
+#include <functional>
+#include <string>
+
+using KeySet = bool (*)(int keyAscii);
+enum class WhileCtrl { Passes, Filtered };  ///< what the filter does while Ctrl is held
+
+/// Only keys that `keep` accepts enter the box, by key press or by each character that an input method commits; while
+/// Ctrl is held anything passes, so that a paste is not filtered. Keys that type nothing always pass. A later call
+/// replaces the filter.
+void filterKeys(QLineEdit* box, std::function<bool(int keyAscii)> keep, WhileCtrl whileCtrl = WhileCtrl::Passes);
+
+/// Locked: read only, grey, out of the tab order. Open: white.
+void setLocked(QLineEdit* box, bool locked);
+
+/// A pick list with an editable text: typing sets the text back through `Change`; picking fires `Click`, the same item
+/// included; nothing is picked at first.
+class PickList : public QComboBox {
+    Q_OBJECT
+public:
+    explicit PickList(QWidget* parent = nullptr);
+    void AddItem(const QString& text);
+    int ListIndex() const { return m_picked; }  ///< -1 while nothing is picked, and after the text was typed or set
+    QString Text() const { return currentText(); }
+    void setText(const QString& text);  ///< the shown text alone, no event
+signals:
+    void Click();
+    void Change();  ///< after each character typed
+
+private:
+    int m_picked = -1;
+};
+
+QString fromUtf8(const std::string& text);
+std::string toUtf8(const QString& text);

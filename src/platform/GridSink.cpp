@@ -1,0 +1,30 @@
+#include "platform/GridSink.h"
+
+#include "engine/RunTimeError.h"
+#include "platform/MSFlexGrid.h"
+
+GridSink::GridSink(MSFlexGrid& grid, std::int16_t& rowCounter) : m_grid(grid), m_rowCounter(rowCounter), m_busy(&grid)
+{
+    m_grid.holdBack(true);
+}
+
+GridSink::~GridSink() { m_grid.holdBack(false); }
+
+void GridSink::clear() { m_grid.setRows(1); }
+
+void GridSink::row(ResultRow row)
+{
+    if (m_grid.Rows() > INT16_MAX) {
+        m_grid.setRows(m_grid.Rows() + 1);
+        throw RunTimeError(RunTimeError::Overflow);
+    }
+    m_grid.appendRow(std::move(row.cells), row.warning);
+    m_rowCounter = toInt16(m_grid.Rows() - 1);
+}
+
+bool GridSink::abandoned()
+{
+    const auto text = [this] { return QStringLiteral("正在计算……已有 %1 行，按 Esc 停止").arg(m_grid.Rows() - 1); };
+    if (m_busy.tick(text)) m_grid.showRows();
+    return m_busy.abandoned();
+}

@@ -1,0 +1,31 @@
+#pragma once
+// Where the rows of a calculation go: into a grid, numbered and counted.
+
+#include "desk/Outcome.h"
+#include "platform/BusyRow.h"
+
+#include <cstdint>
+#include <optional>
+
+class MSFlexGrid;
+
+/// Appends rows to a grid. The rows of one handler appear together, or in steps while it works for long; then Esc
+/// abandons it. All rows handed over are in the grid when the sink goes.
+class GridSink : public RowSink {
+public:
+    /// @param rowCounter the form's count of data rows, set with each row; one row beyond what it holds is an Overflow,
+    ///        and that row stays in the grid, empty
+    GridSink(MSFlexGrid& grid, std::int16_t& rowCounter);
+    ~GridSink() override;
+    GridSink(const GridSink&) = delete;
+    GridSink& operator=(const GridSink&) = delete;
+
+    void clear() override;  ///< back to the header row; the row counter keeps its value
+    void row(ResultRow row) override;
+    bool abandoned() override;
+
+private:
+    MSFlexGrid& m_grid;
+    std::int16_t& m_rowCounter;
+    BusyRow m_busy;
+};

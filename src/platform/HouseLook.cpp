@@ -1,0 +1,69 @@
+#include "platform/HouseLook.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QLocale>
+#include <QPalette>
+#include <QStyleFactory>
+#include <QTranslator>
+
+namespace {
+
+constexpr double kSmallestFont = 9;  // points
+
+QPalette housePalette()
+{
+    const QColor window(0xF3, 0xF4, 0xF6), text(0x1B, 0x1F, 0x24), faded(0x8A, 0x90, 0x98);
+    QPalette palette(window);
+    palette.setColor(QPalette::Window, window);
+    palette.setColor(QPalette::Base, house::kOpen);
+    palette.setColor(QPalette::AlternateBase, QColor(0xF8, 0xF9, 0xFA));
+    palette.setColor(QPalette::Button, QColor(0xEE, 0xF0, 0xF2));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(role, text);
+        palette.setColor(QPalette::Disabled, role, faded);
+    }
+    palette.setColor(QPalette::PlaceholderText, faded);
+    palette.setColor(QPalette::Highlight, house::kAccent);
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::ToolTipBase, QColor(0xFF, 0xFD, 0xF5));
+    palette.setColor(QPalette::ToolTipText, text);
+    palette.setColor(QPalette::Link, house::kAccent);
+    return palette;
+}
+
+}  // namespace
+
+void applyHouseLook(QApplication& app)
+{
+    Q_INIT_RESOURCE(translations);
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setPalette(housePalette());
+    QFont font = QApplication::font();
+    if (font.pointSizeF() > 0 && font.pointSizeF() < kSmallestFont) font.setPointSizeF(kSmallestFont);
+    QApplication::setFont(numberFont(font));
+    static QTranslator chinese;
+    if (chinese.load(QStringLiteral(":/translations/qtbase_zh_CN.qm"))) app.installTranslator(&chinese);
+    QLocale::setDefault(QLocale(QLocale::Chinese, QLocale::China));
+}
+
+bool digitsOfOneWidth(const QFont& font)
+{
+    const QFontMetricsF metrics(font);
+    for (char16_t digit = u'1'; digit <= u'9'; ++digit)
+        if (metrics.horizontalAdvance(QChar(digit)) != metrics.horizontalAdvance(QChar(u'0'))) return false;
+    return true;
+}
+
+QFont numberFont(const QFont& font)
+{
+    if (digitsOfOneWidth(font)) return font;
+    for (const auto& family : {QStringLiteral("Noto Sans CJK SC"), QStringLiteral("Noto Sans"),
+                               QStringLiteral("WenQuanYi Micro Hei"), QStringLiteral("DejaVu Sans")}) {
+        QFont candidate = font;
+        candidate.setFamily(family);
+        if (QFontDatabase::hasFamily(family) && digitsOfOneWidth(candidate)) return candidate;
+    }
+    return font;
+}

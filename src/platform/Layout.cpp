@@ -1,0 +1,160 @@
+#include "platform/Layout.h"
+
+#include "platform/HouseLook.h"
+
+#include <QAbstractScrollArea>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+
+#include <algorithm>
+
+namespace house {
+namespace {
+
+template <class Layout>
+Layout* spaced(Layout* layout)
+{
+    layout->setSpacing(kGrid);
+    layout->setContentsMargins(0, 0, 0, 0);
+    return layout;
+}
+
+QWidget* headOf(const FieldRow& field)
+{
+    if (field.head) return field.head;
+    auto* label = new QLabel(field.label);
+    label->setBuddy(field.box);
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return label;
+}
+
+void add(QBoxLayout* layout, const Piece& piece, int stretch)
+{
+    if (piece.layout)
+        layout->addLayout(piece.layout, stretch);
+    else
+        layout->addWidget(piece.widget, stretch);
+}
+
+QBoxLayout* equalButtons(QBoxLayout* layout, std::initializer_list<QWidget*> buttons)
+{
+    int width = 0;
+    for (const auto* button : buttons) width = std::max(width, button->sizeHint().width());
+    for (auto* button : buttons) {
+        button->setMinimumWidth(width);
+        layout->addWidget(button);
+    }
+    return spaced(layout);
+}
+
+}  // namespace
+
+QLayout* fieldTable(const std::vector<Fields>& rows)
+{
+    auto* table = spaced(new QGridLayout);
+    int columns = 0;
+    for (int row = 0; row < std::ssize(rows); ++row) {
+        int column = 0;
+        for (const auto& field : rows[static_cast<std::size_t>(row)]) {
+            table->addWidget(headOf(field), row, column++, Qt::AlignRight | Qt::AlignVCenter);
+            table->addWidget(field.box, row, column++);
+        }
+        columns = std::max(columns, column);
+    }
+    for (int column = 2; column < columns; column += 2) table->setColumnMinimumWidth(column, 0);
+    table->setHorizontalSpacing(kGrid);
+    table->setColumnStretch(columns, 1);
+    table->setRowStretch(static_cast<int>(rows.size()), 1);
+    return table;
+}
+
+QLayout* fieldColumn(const Fields& fields)
+{
+    std::vector<Fields> rows;
+    for (const auto& field : fields) rows.push_back({field});
+    return fieldTable(rows);
+}
+
+QLayout* fieldLine(const Fields& fields)
+{
+    auto* line = spaced(new QHBoxLayout);
+    for (const auto& field : fields) {
+        if (line->count() > 0) line->addSpacing(kGrid);
+        line->addWidget(headOf(field));
+        line->addWidget(field.box);
+    }
+    line->addStretch(1);
+    return line;
+}
+
+QGroupBox* frame(const QString& caption, QLayout* content)
+{
+    auto* box = new QGroupBox(caption);
+    content->setContentsMargins(kMargin, kGrid, kMargin, kMargin);
+    box->setLayout(content);
+    return box;
+}
+
+QLayout* buttonRow(std::initializer_list<QWidget*> buttons)
+{
+    auto* row = new QHBoxLayout;
+    row->addStretch(1);
+    return equalButtons(row, buttons);
+}
+
+QLayout* buttonColumn(std::initializer_list<QWidget*> buttons)
+{
+    auto* column = equalButtons(new QVBoxLayout, buttons);
+    column->addStretch(1);
+    return column;
+}
+
+QLayout* across(std::initializer_list<Piece> pieces)
+{
+    auto* row = spaced(new QHBoxLayout);
+    for (const auto& piece : pieces) add(row, piece, 0);
+    row->addStretch(1);
+    return row;
+}
+
+QLayout* down(std::initializer_list<Piece> pieces)
+{
+    auto* column = spaced(new QVBoxLayout);
+    for (const auto& piece : pieces) add(column, piece, 0);
+    return column;
+}
+
+void arrange(QWidget& window, std::initializer_list<Piece> pieces)
+{
+    auto* column = spaced(new QVBoxLayout);
+    column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    const auto takesTheRest = [](const Piece& piece) { return qobject_cast<QAbstractScrollArea*>(piece.widget); };
+    for (const auto& piece : pieces) add(column, piece, takesTheRest(piece) ? 1 : 0);
+    if (std::none_of(pieces.begin(), pieces.end(), takesTheRest)) column->addStretch(1);
+    window.setLayout(column);
+}
+
+void fitDigits(QWidget* box, int digits)
+{
+    box->ensurePolished();
+    const bool picks = qobject_cast<QComboBox*>(box);
+    box->setFixedWidth(box->fontMetrics().horizontalAdvance(u'0') * digits + (picks ? 36 : 16));
+}
+
+void placeWaitBox(QLineEdit* box, QWidget* over)
+{
+    box->setText(QStringLiteral("正在保存中，请耐心等待"));
+    box->setReadOnly(true);
+    box->setFocusPolicy(Qt::NoFocus);
+    box->setAlignment(Qt::AlignCenter);
+    const QSize size(box->fontMetrics().horizontalAdvance(box->text()) + 48, box->fontMetrics().height() + 24);
+    const QRect area(over->mapTo(over->window(), QPoint(0, 0)), over->size());
+    box->setGeometry(QRect(area.center() - QPoint(size.width() / 2, size.height() / 2), size));
+    box->raise();
+    box->hide();
+}
+
+}  // namespace house

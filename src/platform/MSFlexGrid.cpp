@@ -1,0 +1,425 @@
+#include "platform/MSFlexGrid.h"
+
+#include "engine/RunTimeError.h"
+#include "platform/GridModel.h"
+#include "platform/Twips.h"
+
+#include <QAbstractButton>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyleOptionHeader>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kDefaultWidth = 960;  // twips
+constexpr int kLeastCorner = 24;    // pixels a dragged sequence column keeps
+constexpr int kHandle = 4;          // pixels beside the sequence column's right edge that drag it
+
+void requireIndex(bool inside)
+{
+    if (!inside) throw RunTimeError(RunTimeError::Subscript);
+}
+
+int buttonNumber(Qt::MouseButton button)
+{
+    switch (button) {
+    case Qt::LeftButton:
+        return 1;
+    case Qt::RightButton:
+        return 2;
+    case Qt::MiddleButton:
+        return 4;
+    default:
+        return 0;
+    }
+}
+
+}  // namespace
+
+MSFlexGrid::MSFlexGrid(QWidget* parent) : QTableView(parent), m_model(new GridModel(this)), m_menu(new QMenu(this))
+{
+    setModel(m_model);
+    setEditTriggers(NoEditTriggers);
+    setTabKeyNavigation(false);
+    setSelectionMode(ExtendedSelection);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setWordWrap(false);
+    horizontalHeader()->setSectionsClickable(false);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setMinimumSectionSize(kLeastCorner);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    fitRows();
+
+    m_corner = findChild<QAbstractButton*>();
+    for (QWidget* fixed : {horizontalHeader()->viewport(), verticalHeader()->viewport(), m_corner})
+        if (fixed) fixed->installEventFilter(this);
+    if (m_corner) m_corner->setMouseTracking(true);
+
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int section, int, int pixels) {
+        const auto col = static_cast<std::size_t>(section) + 1;
+        if (!m_placing && col < m_widths.size()) m_widths[col] = pixelsToTwips(pixels, *this);
+    });
+    for (const auto* bar : {horizontalScrollBar(), verticalScrollBar()})
+        connect(bar, &QScrollBar::valueChanged, this, &MSFlexGrid::Scroll);
+
+    const auto add = [this](const QString& caption, const QKeySequence& keys, auto action) {
+        auto* entry = m_menu->addAction(caption, this, action);
+        entry->setShortcut(keys);
+        entry->setShortcutContext(Qt::WidgetShortcut);  // shown here; keyPressEvent acts on it
+    };
+    add(QStringLiteral("复制"), QKeySequence::Copy, [this] { copy(false); });
+    add(QStringLiteral("复制含表头"), {}, [this] { copy(true); });
+    m_menu->addSeparator();
+    add(QStringLiteral("全选"), QKeySequence::SelectAll, [this] { selectAll(); });
+}
+
+/// The current row and column keep their numbers over a change of structure, whatever moved.
+template <class Change>
+void MSFlexGrid::restructure(Change change)
+{
+    m_placing = true;
+    change();
+    m_placing = false;
+    m_row = std::clamp(m_row, Rows() > 1 ? 1 : 0, Rows() - 1);
+    placeCurrent();
+}
+
+void MSFlexGrid::placeCurrent()
+{
+    m_model->setCurrentRow(m_row);
+    const auto wanted = m_row > 0 ? m_model->index(m_row - 1, std::max(m_col, 1) - 1) : QModelIndex();
+    if (wanted == currentIndex()) return;
+    m_placing = true;
+    if (wanted.isValid())
+        setCurrentIndex(wanted);
+    else
+        selectionModel()->clear();
+    m_placing = false;
+    viewport()->update();
+}
+
+int MSFlexGrid::Rows() const { return m_model->text().rows(); }
+int MSFlexGrid::Cols() const { return m_model->text().cols(); }
+int MSFlexGrid::Row() const { return m_row; }
+int MSFlexGrid::Col() const { return m_col; }
+const GridText& MSFlexGrid::text() const { return m_model->text(); }
+
+void MSFlexGrid::setRows(int rows)
+{
+    requireIndex(rows >= 1);
+    restructure([&] { m_model->setRows(rows); });
+}
+
+void MSFlexGrid::setCols(int cols)
+{
+    requireIndex(cols >= 1);
+    restructure([&] { m_model->setCols(cols); });
+    const auto before = static_cast<int>(m_widths.size());
+    m_widths.resize(static_cast<std::size_t>(cols), kDefaultWidth);
+    for (int col = before; col < cols; ++col) setColWidth(col, kDefaultWidth);
+    m_col = std::clamp(m_col, cols > 1 ? 1 : 0, cols - 1);
+    placeCurrent();
+}
+
+void MSFlexGrid::setRow(int row)
+{
+    requireIndex(row >= 0 && row < Rows());
+    m_row = row;
+    placeCurrent();
+}
+
+void MSFlexGrid::setCol(int col)
+{
+    requireIndex(col >= 0 && col < Cols());
+    m_col = col;
+    placeCurrent();
+}
+
+QString MSFlexGrid::TextMatrix(int row, int col) const
+{
+    requireIndex(row >= 0 && row < Rows() && col >= 0 && col < Cols());
+    return QString::fromStdString(m_model->text().text(row, col));
+}
+
+void MSFlexGrid::setTextMatrix(int row, int col, const QString& text)
+{
+    requireIndex(row >= 0 && row < Rows() && col >= 0 && col < Cols());
+    m_model->setText(row, col, text.toStdString());
+    if (row == 0 && col == 0 && m_corner) m_corner->update();
+}
+
+int MSFlexGrid::ColWidth(int col) const
+{
+    requireIndex(col >= 0 && col < Cols());
+    return m_widths[static_cast<std::size_t>(col)];
+}
+
+void MSFlexGrid::setColWidth(int col, int twips)
+{
+    requireIndex(col >= 0 && col < Cols());
+    m_widths[static_cast<std::size_t>(col)] = twips;
+    const int pixels = twipsToPixels(twips, *this);
+    m_placing = true;
+    if (col == 0) {
+        verticalHeader()->setFixedWidth(pixels);
+        updateGeometries();
+    } else {
+        horizontalHeader()->resizeSection(col - 1, pixels);
+    }
+    m_placing = false;
+}
+
+void MSFlexGrid::setColAlignment(int col, Qt::Alignment alignment)
+{
+    requireIndex(col >= 0 && col < Cols());
+    m_model->setAlignment(col, alignment);
+    if (col == 0 && m_corner) m_corner->update();
+}
+
+QRect MSFlexGrid::cellRect(int row, int col) const
+{
+    const_cast<MSFlexGrid*>(this)->executeDelayedItemsLayout();
+    const QHeaderView* across = horizontalHeader();
+    const QHeaderView* down = verticalHeader();
+    const int x = col == 0 ? down->x() : viewport()->x() + across->sectionViewportPosition(col - 1);
+    const int y = row == 0 ? across->y() : viewport()->y() + down->sectionViewportPosition(row - 1);
+    return {x, y, col == 0 ? down->width() : across->sectionSize(col - 1),
+            row == 0 ? across->height() : down->sectionSize(row - 1)};
+}
+
+int MSFlexGrid::ColPos(int col) const
+{
+    requireIndex(col >= 0 && col < Cols());
+    return pixelsToTwips(cellRect(0, col).x(), *this);
+}
+
+int MSFlexGrid::RowPos(int row) const
+{
+    requireIndex(row >= 0 && row < Rows());
+    return pixelsToTwips(cellRect(row, 0).y(), *this);
+}
+
+void MSFlexGrid::AddItem(const QString& tabSeparated, int index)
+{
+    const int row = index == -1 ? Rows() : index;
+    requireIndex(row >= 1 && row <= Rows());
+    restructure([&] {
+        m_model->insertRow(row);
+        const auto cells = tabSeparated.split(u'\t');
+        for (int col = 0; col < cells.size() && col < Cols(); ++col)
+            if (!cells[col].isEmpty()) m_model->setText(row, col, cells[col].toStdString());
+    });
+}
+
+void MSFlexGrid::RemoveItem(int row)
+{
+    requireIndex(row >= 1 && row < Rows() && Rows() > 2);
+    restructure([&] { m_model->removeRow(row); });
+}
+
+void MSFlexGrid::Clear()
+{
+    m_model->clear();
+    if (m_corner) m_corner->update();
+}
+
+void MSFlexGrid::appendRow(std::vector<std::string> cells, const std::string& warning)
+{
+    restructure([&] { m_model->append(std::move(cells), warning); });
+    if (!m_heldBack) scrollToBottom();
+}
+
+QString MSFlexGrid::warning(int row) const { return QString::fromStdString(m_model->warning(row)); }
+
+void MSFlexGrid::holdBack(bool hold)
+{
+    m_heldBack = hold;
+    m_model->holdBack(hold);
+    if (!hold) showRows();
+}
+
+void MSFlexGrid::showRows()
+{
+    restructure([&] { m_model->showAll(); });
+    scrollToBottom();
+}
+
+QString MSFlexGrid::selectedText(bool withHeader) const
+{
+    const auto chosen = selectionModel()->selection();
+    if (chosen.isEmpty()) return {};
+    QRect all;
+    for (const auto& range : chosen)
+        all |= QRect(QPoint(range.left(), range.top()), QPoint(range.right(), range.bottom()));
+    const auto plain = [](QString cell) { return cell.replace(u'\t', u' ').replace(u"\r\n"_qs, u" "_qs); };
+    QStringList lines;
+    for (int row = withHeader ? -1 : all.top(); row <= all.bottom(); row = row < 0 ? all.top() : row + 1) {
+        QStringList cells;
+        for (int col = all.left(); col <= all.right(); ++col)
+            cells << (row < 0 || chosen.contains(m_model->index(row, col)) ? plain(TextMatrix(row + 1, col + 1))
+                                                                           : QString());
+        lines << cells.join(u'\t');
+    }
+    return lines.join(u'\n');
+}
+
+void MSFlexGrid::copy(bool withHeader) const
+{
+    if (const auto text = selectedText(withHeader); !text.isEmpty()) QGuiApplication::clipboard()->setText(text);
+}
+
+void MSFlexGrid::setHint(const QString& hint)
+{
+    m_hint = hint;
+    viewport()->update();
+}
+
+void MSFlexGrid::setHeaderToolTip(int col, const QString& tip)
+{
+    m_model->setHeaderToolTip(col, tip);
+    if (col == 0 && m_corner) m_corner->setToolTip(tip);
+}
+
+void MSFlexGrid::fitRows()
+{
+    const int text = fontMetrics().height();
+    verticalHeader()->setMinimumSectionSize(text);
+    verticalHeader()->setDefaultSectionSize(text + 9);
+    horizontalHeader()->setMinimumHeight(text + 11);
+}
+
+/// Wide enough for its columns, within what a small screen has.
+QSize MSFlexGrid::sizeHint() const
+{
+    int width = 2 * frameWidth() + verticalScrollBar()->sizeHint().width();
+    for (const int twips : m_widths) width += twipsToPixels(twips, *this);
+    return {std::clamp(width, 240, 1320), 9 * verticalHeader()->defaultSectionSize()};
+}
+
+void MSFlexGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    QTableView::currentChanged(current, previous);
+    if (m_placing || !current.isValid()) return;
+    m_row = current.row() + 1;
+    m_col = current.column() + 1;
+    m_model->setCurrentRow(m_row);
+    viewport()->update();
+    emit RowColChange();
+}
+
+void MSFlexGrid::mousePressEvent(QMouseEvent* event)
+{
+    const QPoint at = viewport()->mapToParent(event->position().toPoint());
+    const int button = buttonNumber(event->button());
+    m_pressedOnCell = indexAt(event->position().toPoint()).isValid() && (button == 1 || button == 2);
+    QTableView::mousePressEvent(event);
+    if (button) emit MouseDown(button, at.x(), at.y());
+}
+
+void MSFlexGrid::mouseReleaseEvent(QMouseEvent* event)
+{
+    const bool onCell = indexAt(event->position().toPoint()).isValid();
+    const bool right = event->button() == Qt::RightButton;
+    const QPoint at = event->globalPosition().toPoint();
+    QTableView::mouseReleaseEvent(event);
+    if (m_pressedOnCell && onCell) emit Click();
+    m_pressedOnCell = false;
+    if (right && onCell) m_menu->popup(at);
+}
+
+/// The second press of a double click is no second click.
+void MSFlexGrid::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    m_pressedOnCell = false;
+    QTableView::mouseDoubleClickEvent(event);
+}
+
+/// The mouse opens the menu on its release, after Click; here comes the menu key.
+void MSFlexGrid::contextMenuEvent(QContextMenuEvent* event)
+{
+    if (event->reason() != QContextMenuEvent::Mouse) m_menu->popup(event->globalPos());
+    event->accept();
+}
+
+void MSFlexGrid::keyPressEvent(QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::Copy)) {
+        copy(false);
+    } else if (event->key() == Qt::Key_Escape || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        event->ignore();  // the form's
+    } else {
+        QTableView::keyPressEvent(event);
+    }
+}
+
+void MSFlexGrid::paintEvent(QPaintEvent* event)
+{
+    QTableView::paintEvent(event);
+    if (Rows() > 1 || m_hint.isEmpty()) return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap, m_hint);
+}
+
+void MSFlexGrid::changeEvent(QEvent* event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) fitRows();
+}
+
+bool MSFlexGrid::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::MouseButtonPress)
+        if (auto* fixed = qobject_cast<QWidget*>(watched); fixed && fixed != viewport()) {
+            const auto* mouse = static_cast<QMouseEvent*>(event);
+            const QPoint at = fixed->mapTo(this, mouse->position().toPoint());
+            if (const int button = buttonNumber(mouse->button())) emit MouseDown(button, at.x(), at.y());
+        }
+    if (watched == m_corner && cornerEvent(event)) return true;
+    return QTableView::eventFilter(watched, event);
+}
+
+/// The corner shows the text of cell (0, 0); its right edge drags the sequence column's width.
+bool MSFlexGrid::cornerEvent(QEvent* event)
+{
+    const auto x = [&] { return static_cast<QMouseEvent*>(event)->position().toPoint().x(); };
+    const bool onHandle = event->isPointerEvent() && x() >= m_corner->width() - kHandle;
+    switch (event->type()) {
+    case QEvent::Paint: {
+        QStyleOptionHeader option;
+        option.initFrom(m_corner);
+        option.section = 0;
+        option.position = QStyleOptionHeader::OnlyOneSection;
+        option.textAlignment = m_model->headerData(-1, Qt::Vertical, Qt::TextAlignmentRole).value<Qt::Alignment>();
+        option.text = Cols() > 0 ? TextMatrix(0, 0) : QString();
+        QPainter painter(m_corner);
+        style()->drawControl(QStyle::CE_Header, &option, &painter, m_corner);
+        return true;
+    }
+    case QEvent::MouseButtonPress:
+        m_cornerDrag = onHandle ? m_corner->width() - x() : -1;
+        return true;
+    case QEvent::MouseMove:
+        m_corner->setCursor(onHandle || m_cornerDrag >= 0 ? Qt::SplitHCursor : Qt::ArrowCursor);
+        if (m_cornerDrag >= 0 && Cols() > 0)
+            setColWidth(0, pixelsToTwips(std::max(kLeastCorner, x() + m_cornerDrag), *this));
+        return true;
+    case QEvent::MouseButtonRelease:
+        m_cornerDrag = -1;
+        return true;
+    case QEvent::MouseButtonDblClick:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void RenumberGrid(MSFlexGrid& grid) { grid.m_model->renumber(); }
