@@ -100,10 +100,10 @@ TEST(Accuracy, WarnsOfALastElementThatTheInverseCannotFind)
 
 TEST(Accuracy, KeepsQuietWhereTheLastElementIsFound)
 {
-    // The road lies at X below 0: from (0, 0) its last points lie behind.
+    // A road at X below 0: from (0, 0), looking north, its points lie behind. X and Y are 400 m along azimuth 20.
     ScriptedDesk desk;
     ProjectFolder folder{{"其他参数.txt", "积木法\r\n线性\r\n未设置\r\n未设置\r\n未设置\r\n"},
-                         {"平曲线参数.txt", "0,500,-1900,10,0,0,0\r\n500,900,-1400,10,0,0,0\r\n"}};
+                         {"平曲线参数.txt", "0,400,-1900,10,20,0,0\r\n400,800,-1524.123,146.808,20,0,0\r\n"}};
     LoadProject();
     EXPECT_TRUE(CheckAccuracy(false).warnings.empty());
 }
