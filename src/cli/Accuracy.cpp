@@ -100,7 +100,7 @@ void lastElement(Accuracy& accuracy)
             AddFsPoint(gOutX, gOutY, witness);
             const double wanted = std::abs(RoundHalfUp3(ToNominal(stake).value));
             if (std::abs(metresOf(witness.stake) - wanted) < kAccuracyLimitMm / 1000) continue;
-            const auto text = [](double k) { return FormatStake(RoundHalfUp3(ToNominal(k).value)); };
+            const auto text = [](double s) { return FormatStake(RoundHalfUp3(ToNominal(s).value)); };
             accuracy.warnings.push_back("最后一段（" + text(from) + "起）由坐标反算桩号不可靠：" + text(stake) +
                                         "偏距" + NumText(offset) + "米的点反算不回原桩号");
             return;
