@@ -51,6 +51,8 @@ inline constexpr std::string_view kNoRunStep = "批量计算间距不能为空�
 inline constexpr std::string_view kRunStepIsZero = "批量计算间距不能为0！";
 inline constexpr std::string_view kRunStartIsEnd = "批量计算起点不能等于批量计算终点！";
 
+inline constexpr std::string_view kNoMainPoints = "请先输入参数！";
+
 // Saving
 inline constexpr std::string_view kNothingToSave = "没有计算数据，无需保存！";
 inline constexpr std::string_view kOverwrite = "文件已存在！是否覆盖？";

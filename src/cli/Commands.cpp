@@ -1,0 +1,105 @@
+#include "cli/Commands.h"
+
+#include "cli/Output.h"
+
+#include <algorithm>
+#include <iterator>
+
+std::span<const Command* const> Commands()
+{
+    static constexpr const Command* kAll[] = {
+        &kCoordsCommand, &kInverseCommand, &kStakeoutCommand, &kElevationCommand, &kCornersCommand, &kMainPointsCommand,
+    };
+    return kAll;
+}
+
+const Command* FindCommand(std::string_view name)
+{
+    for (const Command* command : Commands())
+        if (command->name == name) return command;
+    return nullptr;
+}
+
+std::span<const Option> CommonOptions()
+{
+    static constexpr Option kCommon[] = {
+        {"--format", "table|csv|json", "输出的形式：对齐的表格、CSV 或 JSON；不给时为 table"},
+        {"-o", "文件", "写到文件：.xls 是和界面保存的一样的表格，.csv 可直接用电子表格打开，其余同 --format"},
+        {"--quiet", "", "不把提示写到标准错误"},
+        {"--help", "", "显示这个命令的帮助"},
+    };
+    return kCommon;
+}
+
+namespace {
+
+std::string withValue(const Option& option)
+{
+    return std::string(option.name) + (option.value.empty() ? "" : " " + std::string(option.value));
+}
+
+/// One line an option, the explanations in one column.
+std::string optionList(std::span<const Option> options)
+{
+    int width = 0;
+    for (const auto& option : options) width = std::max(width, DisplayWidth(withValue(option)));
+    std::string text;
+    for (const auto& option : options) {
+        const std::string left = withValue(option);
+        text += "  " + left + std::string(static_cast<std::size_t>(width - DisplayWidth(left) + 2), ' ') +
+                std::string(option.help) + "\n";
+    }
+    return text;
+}
+
+std::string usage(const Command& command, Way way)
+{
+    std::string line =
+        "  velumark-calc " + std::string(command.needsProject ? "项目 " : "") + std::string(command.name);
+    for (const auto& [name, required] : OptionsOf(way)) {
+        const std::string option = withValue(*FindOption(command.options, name));
+        line += required ? " " + option : " [" + option + "]";
+    }
+    return line + "\n";
+}
+
+}  // namespace
+
+std::string CommandHelp(const Command& command)
+{
+    std::string text = std::string(command.name) + "：" + std::string(command.summary) + "\n\n用法：\n";
+    if (command.ways.empty()) text += usage(command, {});
+    for (const Way way : command.ways) text += usage(command, way);
+    text += "\n" + std::string(command.help);
+    if (!command.options.empty()) text += "\n选项：\n" + optionList(command.options);
+    return text + "\n各命令共有的选项：\n" + optionList(CommonOptions());
+}
+
+std::string GeneralHelp()
+{
+    std::string text = R"(velumark-calc：在命令行里做 Velumark 各计算界面的工作，结果逐行逐字相同。
+
+用法：
+  velumark-calc [--workspace 目录] 项目 命令 选项…
+  velumark-calc --folder 项目目录 命令 选项…
+
+项目是工作目录下 参数文件 里的一个目录；不给 --workspace 时，工作目录是程序所在的目录。
+--folder 直接给出一个项目目录，可以在任何位置。
+
+命令：
+)";
+    std::size_t width = 0;
+    for (const Command* command : Commands()) width = std::max(width, command->name.size());
+    for (const Command* command : Commands())
+        text += "  " + std::string(command->name) + std::string(width - command->name.size() + 2, ' ') +
+                std::string(command->summary) + "\n";
+    return text + R"(
+每个命令的选项和例子：velumark-calc 命令 --help
+
+例子：
+  velumark-calc 示例一 coords --at 12500 --side left --offset 5
+  velumark-calc --folder /data/某某高速 stakeout --from 12000 --to 13000 --step 20 -o 放样.xls
+
+结束代码：0 完成；1 被拒绝（原因在标准错误）；2 用法不对。
+)";
+}

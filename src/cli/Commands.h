@@ -1,0 +1,11 @@
+#pragma once
+// Every command, by the file that holds it.
+
+#include "cli/Command.h"
+
+extern const Command kCoordsCommand;
+extern const Command kInverseCommand;
+extern const Command kStakeoutCommand;
+extern const Command kElevationCommand;
+extern const Command kCornersCommand;
+extern const Command kMainPointsCommand;

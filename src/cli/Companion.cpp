@@ -1,0 +1,161 @@
+#include "cli/Companion.h"
+
+#include "cli/Command.h"
+#include "desk/Desk.h"
+#include "engine/RunTimeError.h"
+#include "project/CalcTables.h"
+#include "project/LoadProject.h"
+#include "project/TextFile.h"
+#include "project/Workspace.h"
+
+#include <algorithm>
+#include <ostream>
+
+namespace {
+
+constexpr Option kGlobalOptions[] = {
+    {"--workspace", "目录", "工作目录，里面有 参数文件；不给时用程序所在的目录"},
+    {"--folder", "目录", "直接给出一个项目目录，可以在任何位置"},
+    {"--help", "", "显示帮助"},
+    {"--version", "", "显示版本"},
+};
+
+/// Boxes go to standard error; nobody answers, so every question gets No and every dialog Cancel.
+class ConsoleDesk : public Desk {
+public:
+    explicit ConsoleDesk(std::ostream& err) : m_err(err) {}
+    bool box(const Msg& msg) override
+    {
+        m_err << msg.text << '\n';
+        return msg.buttons == Msg::Ok;
+    }
+    void turn() override {}
+    std::optional<std::string> openFile(std::string_view) override { return std::nullopt; }
+    std::optional<std::string> saveFile(std::string_view) override { return std::nullopt; }
+
+private:
+    std::ostream& m_err;
+};
+
+std::string withoutSeparator(std::string path)
+{
+    while (path.size() > 1 && path.back() == '/') path.pop_back();
+    return path;
+}
+
+/// Loads the project that the options name. False: refused, its text is on `err`.
+bool openProject(const Arguments& global, const std::string& project, std::ostream& err)
+{
+    if (global.has("--folder")) {
+        gProjectFolder = withoutSeparator(global.value("--folder"));
+        gProject = gProjectFolder.substr(gProjectFolder.rfind('/') + 1);
+    } else {
+        gProject = project;
+    }
+    const std::string folder = global.has("--folder") ? gProjectFolder : ProjectPath(gProject);
+    if (!FolderExists(folder)) {
+        err << "没有这个项目：" << folder << '\n';
+        return false;
+    }
+    SetHang(Hang::Throw);
+    try {
+        LoadProject();
+    } catch (const LoadWouldHang& hang) {
+        err << "参数文件无法读取：" << folder << "/" << hang.file << "，第" << hang.line << "行之前没有一行含有逗号\n";
+        return false;
+    }
+    return true;
+}
+
+struct CommandLine {
+    Arguments global;
+    std::string project;
+    const Command* command = nullptr;
+    std::vector<std::string> rest;
+};
+
+/// Options before the first word are global; then the project, unless a folder stands for it, then the command.
+CommandLine parse(const std::vector<std::string>& args)
+{
+    CommandLine line;
+    std::size_t i = 0;
+    while (i < args.size() && args[i].starts_with("-")) {
+        const bool takesNext = args[i].find('=') == std::string::npos && FindOption(kGlobalOptions, args[i]) &&
+                               !FindOption(kGlobalOptions, args[i])->value.empty();
+        i += takesNext ? 2 : 1;
+    }
+    i = std::min(i, args.size());
+    line.global = Arguments(std::span(args).first(i), kGlobalOptions);
+
+    const auto next = [&](const char* what) {
+        if (i >= args.size()) throw WrongUsage(std::string("缺少") + what);
+        return args[i++];
+    };
+    if (line.global.has("--help") || line.global.has("--version")) return line;
+    std::string word = next(line.global.has("--folder") ? "命令" : "项目");
+    const Command* command = FindCommand(word);
+    if (!line.global.has("--folder") && !(command && !command->needsProject)) {
+        line.project = word;
+        if (i >= args.size() && command) throw WrongUsage("命令 " + word + " 前面缺少项目");
+        word = next("命令");
+        if (word == "--help" && command) {  // velumark-calc coords --help
+            line.command = command;
+            line.rest = {word};
+            return line;
+        }
+    }
+    line.command = FindCommand(word);
+    if (!line.command) throw WrongUsage("没有命令 " + word);
+    line.rest.assign(args.begin() + static_cast<std::ptrdiff_t>(i), args.end());
+    return line;
+}
+
+int run(const CommandLine& line, std::istream& in, std::ostream& out, std::ostream& err)
+{
+    if (line.global.has("--version")) {
+        out << "velumark-calc " VM_VERSION "\n";
+        return kDone;
+    }
+    if (!line.command) {
+        out << GeneralHelp();
+        return kDone;
+    }
+    std::vector<Option> known(line.command->options.begin(), line.command->options.end());
+    known.insert(known.end(), CommonOptions().begin(), CommonOptions().end());
+    const Arguments args(line.rest, known);
+    if (args.has("--help")) {
+        out << CommandHelp(*line.command);
+        return kDone;
+    }
+    if (!args.words().empty()) throw WrongUsage("多余的参数：" + args.words().front());
+    const Way way = line.command->ways.empty() ? Way() : args.choose(line.command->ways);
+
+    if (line.command->needsProject && !openProject(line.global, line.project, err)) return kRefused;
+    const int code = line.command->run({args, way, in, out, err});
+    // A load that a gap cut short has said so; what was computed from half the tables is no success.
+    return line.command->needsProject && LoadStoppedAtGap() ? std::max<int>(code, kRefused) : code;
+}
+
+}  // namespace
+
+int RunCompanion(const std::vector<std::string>& args, const std::string& programFolder, std::istream& in,
+                 std::ostream& out, std::ostream& err)
+{
+    ConsoleDesk console(err);
+    setDesk(&console);
+    const CommandLine* parsed = nullptr;
+    CommandLine line;
+    try {
+        line = parse(args);
+        parsed = &line;
+        gAppPath = withoutSeparator(line.global.has("--workspace") ? line.global.value("--workspace") : programFolder);
+        return run(line, in, out, err);
+    } catch (const WrongUsage& wrong) {
+        err << "velumark-calc: " << wrong.what() << "\n用 velumark-calc "
+            << (parsed && line.command ? std::string(line.command->name) + " " : "") << "--help 查看用法\n";
+        return kWrongUsage;
+    } catch (const RunTimeError& error) {
+        err << error.what() << '\n';
+        return kRefused;
+    }
+}
