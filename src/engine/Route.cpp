@@ -6,6 +6,10 @@
 #include "project/CalcTables.h"
 
 #include <cmath>
+#include <functional>
+#include <queue>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -14,6 +18,16 @@ struct Point {
 };
 
 double curvature(double radius) { return radius == 0 ? 0 : 1 / radius; }
+
+/// Sums of cosines and sines.
+struct Sum {
+    double x = 0, y = 0;
+    void add(double deg)
+    {
+        x += std::cos(radians(deg));
+        y += std::sin(radians(deg));
+    }
+};
 
 /// The centre-line point at a stake on element i, whose start is point i-1. The order of every operation is the result.
 Point pointOn(std::size_t i, double stake)
@@ -24,20 +38,21 @@ Point pointOn(std::size_t i, double stake)
     const double dk = (b - a) / (gElemLc[i] - gElemLc[i - 1]) * L;
     const double a0 = DmsToDeg(gElemFwj[i - 1]);
     const double end = a0 + (a + a + dk) * L * 90 / kPi;
-    double s1x = 0, s1y = 0, s2x = 0, s2y = 0;
-    for (int n = 96; n >= 1; --n) {
-        const double u = 2 * n - 1;
-        const double t = radians(((u * dk / 192 + a + a) * (L / 2) * u / 192) * 180 / kPi + a0);
-        s1x += std::cos(t);
-        s1y += std::sin(t);
+    Sum odd, even;
+    if (a == 0 && dk == 0) {
+        // A straight: every angle below would come out as a0.
+        const double cosine = std::cos(radians(a0)), sine = std::sin(radians(a0));
+        for (int n = 96; n >= 1; --n) odd.x += cosine, odd.y += sine;
+        for (int n = 95; n >= 1; --n) even.x += cosine, even.y += sine;
+    } else {
+        for (int n = 96; n >= 1; --n) {
+            const double u = 2 * n - 1;
+            odd.add(((u * dk / 192 + a + a) * (L / 2) * u / 192) * 180 / kPi + a0);
+        }
+        for (double n = 95; n >= 1; --n) even.add(((n * dk / 96 + a + a) * (L / 2) * (n / 96) * 180) / kPi + a0);
     }
-    for (double n = 95; n >= 1; --n) {
-        const double t = radians(((n * dk / 96 + a + a) * (L / 2) * (n / 96) * 180) / kPi + a0);
-        s2x += std::cos(t);
-        s2y += std::sin(t);
-    }
-    return {(4 * s1x + std::cos(radians(a0)) + 2 * s2x + std::cos(radians(end))) * (L / 576) + gElemX[i - 1],
-            (4 * s1y + std::sin(radians(a0)) + 2 * s2y + std::sin(radians(end))) * (L / 576) + gElemY[i - 1], end};
+    return {(4 * odd.x + std::cos(radians(a0)) + 2 * even.x + std::cos(radians(end))) * (L / 576) + gElemX[i - 1],
+            (4 * odd.y + std::sin(radians(a0)) + 2 * even.y + std::sin(radians(end))) * (L / 576) + gElemY[i - 1], end};
 }
 
 /// Number of the element that holds the stake, the last one where several do, 0 where none does.
@@ -56,24 +71,68 @@ double direction(double dx, double dy)
     return dx == 0 ? sign(dy) * 90.0 : std::atan(dy / dx) * 180 / kPi + (1 - sign(dx)) * 90.0;
 }
 
-/// The element whose normals hold the target between them, the one with the nearest midpoint; 0 for none.
+/// Cosine of the angle between the tangent at point i and the direction to the target.
+double cosineAt(std::size_t i)
+{
+    return std::cos(radians(direction(gInX - gElemX[i], gInY - gElemY[i]) - DmsToDeg(gElemFwj[i])));
+}
+
+/// Element i is long enough, and the target lies ahead of the normal at its start and behind that at its end.
+bool isCandidate(std::size_t i)
+{
+    return gElemLc[i] - gElemLc[i - 1] > 0.01 && cosineAt(i - 1) >= 0 && cosineAt(i) <= 0;
+}
+
+/// Middle of element i into the results; gOutDist is what counts.
+void toMiddle(std::size_t i) { StakeToXY(gElemLc[i - 1] + (gElemLc[i] - gElemLc[i - 1]) / 2, 0, 0); }
+
+using Bound = std::pair<double, std::size_t>;  // m, element
+
+bool isTame(double value) { return std::abs(value) < 1e9; }
+
+/// For each element a distance that its middle cannot be nearer than: that of its start less half its length, and two
+/// millimetres for rounding. None where that cannot be told: the stakes do not rise, or a number is out of all bounds.
+std::vector<Bound> lowerBounds()
+{
+    if (!isTame(gInX) || !isTame(gInY)) return {};
+    std::vector<Bound> bounds;
+    bounds.reserve(gElemLc.size());
+    for (std::size_t i = 1; i <= static_cast<std::size_t>(gElemCount); ++i) {
+        const double length = gElemLc[i] - gElemLc[i - 1];
+        const double dx = gInX - gElemX[i - 1], dy = gInY - gElemY[i - 1];
+        const double bound = std::sqrt(dx * dx + dy * dy) - length / 2 - 0.002;
+        const double turn = (std::abs(curvature(gElemR1[i - 1])) + std::abs(curvature(gElemR2[i - 1]))) * length;
+        if (!(length >= 0 && isTame(gElemLc[i]) && isTame(bound) && isTame(turn) && isTame(gElemFwj[i - 1]))) return {};
+        bounds.emplace_back(bound, i);
+    }
+    return bounds;
+}
+
+/// The candidate with the nearest middle, the earlier one where two are as near; 0 for none. The results are left at
+/// the last candidate's middle.
 std::size_t chooseElement()
 {
     double nearest = 100000.0;
     std::size_t best = 0;
-    for (std::size_t i = 1; i <= static_cast<std::size_t>(gElemCount); ++i) {
-        if (!(gElemLc[i] - gElemLc[i - 1] > 0.01)) continue;
-        const double q1 = direction(gInX - gElemX[i - 1], gInY - gElemY[i - 1]);
-        const double q2 = direction(gInX - gElemX[i], gInY - gElemY[i]);
-        const double c1 = std::cos(radians(q1 - DmsToDeg(gElemFwj[i - 1])));
-        const double c2 = std::cos(radians(q2 - DmsToDeg(gElemFwj[i])));
-        if (!(c1 >= 0 && c2 <= 0)) continue;
-        StakeToXY(gElemLc[i - 1] + (gElemLc[i] - gElemLc[i - 1]) / 2, 0, 0);
-        if (gOutDist < nearest) {
+    const auto consider = [&](std::size_t i) {
+        if (!isCandidate(i)) return false;
+        toMiddle(i);
+        if (gOutDist < nearest || (gOutDist == nearest && i < best)) {
             nearest = gOutDist;
             best = i;
         }
+        return true;
+    };
+
+    const auto count = static_cast<std::size_t>(gElemCount);
+    std::priority_queue order(std::greater<Bound>(), lowerBounds());
+    if (order.empty()) {
+        for (std::size_t i = 1; i <= count; ++i) consider(i);
+        return best;
     }
+    // Most elements are too far away to be looked at.
+    for (; !order.empty() && order.top().first <= nearest; order.pop()) consider(order.top().second);
+    for (std::size_t i = count; i >= 1 && !consider(i);) --i;
     return best;
 }
 
@@ -128,6 +187,7 @@ void XYToStake(double k0, double az0, double x0, double y0, double)
         double q = dx == 0 ? dy * 90 / std::abs(dy) : (1 - dx / std::abs(dx)) * 90 + std::atan(dy / dx) * 180 / kPi;
         if (q < 0) q += 360;
         const double c = std::cos(radians(q - az));
+        const double before = k;
         if (d * c + k < last) k += d * c;
         const double o = std::sin(radians(q - az)) * d;
         const double w = c * o;
@@ -135,9 +195,13 @@ void XYToStake(double k0, double az0, double x0, double y0, double)
         if (k < first) k = first;
         if (k > last) k = last;
         gInLc = k;
+        const Point from = p;
+        const double fromAz = az;
         if (const std::size_t i = elementAt(k)) {
             p = pointOn(i, k);
             az = gOutFwj = p.fwjDeg;
         }
+        // A round that moves nothing would be repeated until the counter runs over.
+        if (k == before && p.x == from.x && p.y == from.y && az == fromAz) throw RunTimeError(RunTimeError::Overflow);
     }
 }
