@@ -52,7 +52,7 @@ private:
     const ResultKind& m_kind;
     TextGrid m_grid;
     ScreenState m_state;
-    GridRows<TextGrid> m_rows{m_grid, m_state};
+    TextRows m_rows{m_grid, m_state};
     std::string m_place;  // of the line at hand, for messages
     bool m_refused = false;
     Format m_format;

@@ -37,3 +37,11 @@ void RenumberGrid(TextGrid& grid)
 {
     for (int row = 1; row < grid.Rows(); ++row) grid.m_text.setText(row, 0, std::to_string(row));
 }
+
+void TextRows::row(ResultRow row)
+{
+    const int count = m_grid.Rows();  // with the new row, rows minus 1
+    if (count > INT16_MAX) m_grid.setRows(count + 1);
+    m_state.rows = toInt16(count);
+    m_grid.appendRow(std::move(row.cells), row.warning);
+}

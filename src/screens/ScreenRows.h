@@ -1,7 +1,6 @@
 #pragma once
-// The rows of a calculation screen: its grid, its row counter, its data-changed flag, and how rows come and go.
-// A Grid is anything with Rows, setRows, appendRow, Row, RemoveItem and a RenumberGrid: MSFlexGrid in the windows,
-// TextGrid in the companion and in tests.
+// What a calculation screen keeps beside its grid, how a row is deleted, and a grid without a window for the companion
+// and for tests.
 
 #include "desk/GridText.h"
 #include "desk/Outcome.h"
@@ -23,30 +22,8 @@ struct ScreenState {
     bool operator==(const ScreenState&) const = default;
 };
 
-/// Puts rows into a grid and counts them.
-template <class Grid>
-class GridRows : public RowSink {
-public:
-    GridRows(Grid& grid, ScreenState& state) : m_grid(grid), m_state(state) {}
-
-    /// Kept on purpose: the counter is not reset with the grid; the next row sets it.
-    void clear() override { m_grid.setRows(1); }
-    void row(ResultRow row) override
-    {
-        const int count = m_grid.Rows();                   // with the new row, rows minus 1
-        if (count > INT16_MAX) m_grid.setRows(count + 1);  // the grid grows before the counter fails
-        m_state.rows = toInt16(count);
-        m_grid.appendRow(std::move(row.cells), row.warning);
-    }
-    void changed() override { m_state.changed = true; }
-
-private:
-    Grid& m_grid;
-    ScreenState& m_state;
-};
-
-/// The delete button: the row that holds the cursor goes. With no row at all nothing happens; the data-changed flag
-/// stays as it is.
+/// The delete button, on the grid of a window or a TextGrid: the row that holds the cursor goes. With no row at all
+/// nothing happens; the data-changed flag stays as it is.
 template <class Grid>
 void DeleteCursorRow(Grid& grid, ScreenState& state)
 {
@@ -85,3 +62,18 @@ private:
     int m_row = 0;
 };
 void RenumberGrid(TextGrid& grid);
+
+/// Rows into a TextGrid, counted as a screen counts them: past 32,767 the row is there, empty, and the counter fails.
+class TextRows : public RowSink {
+public:
+    TextRows(TextGrid& grid, ScreenState& state) : m_grid(grid), m_state(state) {}
+
+    /// Kept on purpose: the counter is not reset with the grid; the next row sets it.
+    void clear() override { m_grid.setRows(1); }
+    void row(ResultRow row) override;
+    void changed() override { m_state.changed = true; }
+
+private:
+    TextGrid& m_grid;
+    ScreenState& m_state;
+};
