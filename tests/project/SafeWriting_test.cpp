@@ -1,0 +1,198 @@
+// A file is the old one or the new one, whatever happens to the program that rewrites it.
+
+#include "engine/RunTimeError.h"
+#include "project/TextFile.h"
+#include "support/ProjectFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <filesystem>
+#include <functional>
+#include <random>
+#include <set>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+std::string lines(char letter, int count)
+{
+    std::string text;
+    for (int i = 0; i < count; ++i) text += std::string(60, letter) + "," + std::to_string(i) + "\r\n";
+    return text;
+}
+
+std::set<std::string> filesIn(const std::string& folder)
+{
+    std::set<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) names.insert(entry.path().filename());
+    return names;
+}
+
+/// Runs `rewrite` over and over in a process of its own, which says when it has been through once.
+pid_t startRewriter(const std::function<void()>& rewrite, int ready)
+{
+    const pid_t child = fork();
+    if (child != 0) return child;
+    rewrite();
+    if (::write(ready, "x", 1) != 1) _exit(1);
+    while (true) rewrite();
+}
+
+/// Kills the rewriter at 200 random points; the file must always be one of `whole`, and each of them is met.
+void killAtRandomPoints(const ProjectFolder& folder, const std::set<std::string>& whole,
+                        const std::function<void()>& rewrite)
+{
+    std::mt19937 random(7);
+    std::set<std::string> seen;
+    for (int kill = 0; kill < 200; ++kill) {
+        int ready[2];
+        ASSERT_EQ(pipe(ready), 0);
+        const pid_t child = startRewriter(rewrite, ready[1]);
+        ASSERT_GT(child, 0);
+        ::close(ready[1]);
+        char byte;
+        ASSERT_EQ(::read(ready[0], &byte, 1), 1);
+        ::close(ready[0]);
+        std::this_thread::sleep_for(std::chrono::microseconds(random() % 4000));
+        ::kill(child, SIGKILL);
+        int status = 0;
+        waitpid(child, &status, 0);
+        ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
+        const auto now = folder.bytes("表.txt");
+        ASSERT_TRUE(whole.count(now)) << "torn at kill " << kill << ": " << now.size() << " bytes";
+        seen.insert(now);
+    }
+    EXPECT_EQ(seen, whole);
+}
+
+const std::string kOld = lines('a', 2000), kNew = lines('b', 3000);
+
+}  // namespace
+
+TEST(SafeWriting, KilledWhileWritingBytes)
+{
+    const ProjectFolder folder;
+    const auto path = folder.path("表.txt");
+    killAtRandomPoints(folder, {kOld, kNew}, [&] {
+        WriteBytes(path, kOld);
+        WriteBytes(path, kNew);
+    });
+}
+
+TEST(SafeWriting, KilledWhileReplacingALine)
+{
+    const ProjectFolder folder;
+    const auto path = folder.path("表.txt");
+    folder.writeBytes("表.txt", "first\r\n" + kOld);
+    killAtRandomPoints(folder, {"one\r\n" + kOld, "another\r\n" + kOld}, [&] {
+        ReplaceLine(path, 1, "one");
+        ReplaceLine(path, 1, "another");
+    });
+}
+
+TEST(SafeWriting, KilledWhileInsertingALine)
+{
+    const ProjectFolder folder;
+    const auto path = folder.path("表.txt");
+    killAtRandomPoints(folder, {kOld, "line\r\n" + kOld}, [&] {
+        WriteBytes(path, kOld);
+        InsertLine(path, 1, "line");
+    });
+}
+
+TEST(SafeWriting, KilledWhileDeletingALine)
+{
+    const ProjectFolder folder;
+    const auto path = folder.path("表.txt");
+    killAtRandomPoints(folder, {"line\r\n" + kOld, kOld}, [&] {
+        WriteBytes(path, "line\r\n" + kOld);
+        DeleteLine(path, 1);
+    });
+}
+
+TEST(SafeWriting, FullDiskLeavesTheOldFileAndNothingElse)
+{
+    const std::function<void(const std::string&)> writers[] = {
+        [](const std::string& path) { WriteBytes(path, kNew); },
+        [](const std::string& path) { ReplaceLine(path, 1, "x"); },
+        [](const std::string& path) { InsertLine(path, 1, "x"); },
+        [](const std::string& path) { DeleteLine(path, 1); },
+        [](const std::string& path) { WriteUtf16File(path, kNew); },
+    };
+    for (const auto& write : writers) {
+        const ProjectFolder folder;
+        folder.writeBytes("表.txt", kOld);
+        const auto before = filesIn(folder.path(""));
+        const pid_t child = fork();
+        if (child == 0) {
+            // No file may grow past 1000 bytes: the first ones are written, the rest is refused.
+            const rlimit limit{1000, 1000};
+            std::signal(SIGXFSZ, SIG_IGN);
+            setrlimit(RLIMIT_FSIZE, &limit);
+            try {
+                write(folder.path("表.txt"));
+            } catch (const RunTimeError& error) {
+                _exit(error.number());
+            }
+            _exit(0);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        ASSERT_TRUE(WIFEXITED(status));
+        EXPECT_EQ(WEXITSTATUS(status), RunTimeError::PathAccess);
+        EXPECT_EQ(folder.bytes("表.txt"), kOld);
+        EXPECT_EQ(filesIn(folder.path("")), before);
+    }
+}
+
+TEST(SafeWriting, PermissionsStayAndNothingIsLeftBeside)
+{
+    const ProjectFolder folder;
+    folder.writeBytes("表.txt", "old");
+    const auto path = folder.path("表.txt");
+    for (const mode_t mode : {0600u, 0644u, 0664u}) {
+        ASSERT_EQ(chmod(path.c_str(), mode), 0);
+        WriteBytes(path, "new");
+        struct stat now {};
+        ASSERT_EQ(stat(path.c_str(), &now), 0);
+        EXPECT_EQ(now.st_mode & 07777, mode);
+    }
+    EXPECT_EQ(filesIn(folder.path("")), std::set<std::string>{"表.txt"});
+}
+
+TEST(SafeWriting, AFolderInTheWayStays)
+{
+    const ProjectFolder folder;
+    std::filesystem::create_directory(folder.path("表.txt"));
+    try {
+        WriteBytes(folder.path("表.txt"), "x");
+        ADD_FAILURE();
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number(), RunTimeError::PathAccess);
+    }
+    EXPECT_EQ(filesIn(folder.path("")), std::set<std::string>{"表.txt"});
+}
+
+TEST(SafeWriting, ALinkGivesWayAndItsTargetIsNotWritten)
+{
+    const ProjectFolder folder;
+    const auto target = folder.root() + "/outside.txt";
+    WriteBytes(target, "outside");
+    std::filesystem::create_symlink(target, folder.path("表.txt"));
+    WriteBytes(folder.path("表.txt"), "inside");
+    EXPECT_EQ(ProjectFolder::bytesOf(target), "outside");
+    EXPECT_EQ(folder.bytes("表.txt"), "inside");
+}
+
+TEST(SafeWriting, TheLongestFileNameFits)
+{
+    const ProjectFolder folder;
+    const std::string name(255, 'n');
+    WriteBytes(folder.path(name), "x");
+    EXPECT_EQ(folder.bytes(name), "x");
+}
