@@ -4,6 +4,7 @@
 #include <QLayout>
 #include <QList>
 #include <QPointer>
+#include <QScreen>
 #include <QWidget>
 
 #include <cmath>
@@ -43,11 +44,19 @@ void remember(QWidget& container, QList<Placed>& placed)
 
 }  // namespace
 
+void fitToContent(QWidget& window)
+{
+    constexpr QSize frame(16, 48);  // title bar and borders
+    if (window.testAttribute(Qt::WA_Resized)) return;
+    window.ensurePolished();
+    window.resize(window.sizeHint().boundedTo(window.screen()->availableSize() - frame));
+}
+
 void ResizeInit(QWidget& form)
 {
     form.ensurePolished();
     const QSize least = form.layout() ? form.layout()->totalMinimumSize() : form.minimumSize();
-    if (!form.testAttribute(Qt::WA_Resized)) form.adjustSize();
+    fitToContent(form);
     form.resize(form.size().expandedTo(least));
     QList<Placed> placed;
     remember(form, placed);

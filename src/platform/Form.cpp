@@ -1,5 +1,6 @@
 #include "platform/Form.h"
 
+#include "controls/FormScaling.h"
 #include "controls/KeyCodes.h"
 #include "controls/XPButton.h"
 #include "platform/InputMethod.h"
@@ -30,7 +31,9 @@ void Form::setVisible(bool visible)
             m_life = Life::Loaded;
         });
     }
-    if (!visible || m_life == Life::Loaded) QDialog::setVisible(visible);
+    if (visible && m_life != Life::Loaded) return;
+    if (visible) fitToContent(*this);
+    QDialog::setVisible(visible);
 }
 
 void Form::showModal()

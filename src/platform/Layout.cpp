@@ -5,9 +5,7 @@
 #include <QAbstractScrollArea>
 #include <QComboBox>
 #include <QGridLayout>
-#include <QGroupBox>
 #include <QLabel>
-#include <QLineEdit>
 
 #include <algorithm>
 
@@ -55,20 +53,18 @@ QBoxLayout* equalButtons(QBoxLayout* layout, std::initializer_list<QWidget*> but
 QLayout* fieldTable(const std::vector<Fields>& rows)
 {
     auto* table = spaced(new QGridLayout);
-    int columns = 0;
     for (int row = 0; row < std::ssize(rows); ++row) {
         int column = 0;
         for (const auto& field : rows[static_cast<std::size_t>(row)]) {
             table->addWidget(headOf(field), row, column++, Qt::AlignRight | Qt::AlignVCenter);
-            table->addWidget(field.box, row, column++);
+            if (field.box) table->addWidget(field.box, row, column);
+            ++column;
         }
-        columns = std::max(columns, column);
     }
-    for (int column = 2; column < columns; column += 2) table->setColumnMinimumWidth(column, 0);
-    table->setHorizontalSpacing(kGrid);
-    table->setColumnStretch(columns, 1);
-    table->setRowStretch(static_cast<int>(rows.size()), 1);
-    return table;
+    auto* fromTheLeft = spaced(new QHBoxLayout);
+    fromTheLeft->addLayout(table);
+    fromTheLeft->addStretch(1);
+    return fromTheLeft;
 }
 
 QLayout* fieldColumn(const Fields& fields)
@@ -93,8 +89,10 @@ QLayout* fieldLine(const Fields& fields)
 QGroupBox* frame(const QString& caption, QLayout* content)
 {
     auto* box = new QGroupBox(caption);
-    content->setContentsMargins(kMargin, kGrid, kMargin, kMargin);
-    box->setLayout(content);
+    auto* fromTheTop = spaced(new QVBoxLayout(box));
+    fromTheTop->setContentsMargins(kMargin, kGrid, kMargin, kMargin);
+    fromTheTop->addLayout(content);
+    fromTheTop->addStretch();
     return box;
 }
 

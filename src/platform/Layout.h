@@ -2,18 +2,12 @@
 // The kit that every form lays itself out with: one grid, one margin, labels in a right-aligned column, buttons of
 // equal width, and the result grid takes the room that is left.
 
-#include <QString>
+#include <QGroupBox>
+#include <QLayout>
+#include <QLineEdit>
 
 #include <initializer_list>
 #include <vector>
-
-class QBoxLayout;
-class QGridLayout;
-class QGroupBox;
-class QLabel;
-class QLayout;
-class QLineEdit;
-class QWidget;
 
 namespace house {
 

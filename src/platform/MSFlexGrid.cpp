@@ -51,6 +51,7 @@ MSFlexGrid::MSFlexGrid(QWidget* parent) : QTableView(parent), m_model(new GridMo
     setTabKeyNavigation(false);
     setSelectionMode(ExtendedSelection);
     setHorizontalScrollMode(ScrollPerPixel);
+    setVerticalScrollMode(ScrollPerPixel);
     setWordWrap(false);
     horizontalHeader()->setSectionsClickable(false);
     horizontalHeader()->setHighlightSections(false);
@@ -397,7 +398,7 @@ bool MSFlexGrid::cornerEvent(QEvent* event)
         QStyleOptionHeader option;
         option.initFrom(m_corner);
         option.section = 0;
-        option.position = QStyleOptionHeader::OnlyOneSection;
+        option.position = QStyleOptionHeader::Beginning;
         option.textAlignment = m_model->headerData(-1, Qt::Vertical, Qt::TextAlignmentRole).value<Qt::Alignment>();
         option.text = Cols() > 0 ? TextMatrix(0, 0) : QString();
         QPainter painter(m_corner);
