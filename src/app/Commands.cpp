@@ -1,0 +1,60 @@
+#include "app/Commands.h"
+
+#include "app/frmAbout.h"
+#include "platform/Platform.h"
+#include "project/Workspace.h"
+#include "tools/frmQljs.h"
+#include "tools/frmZbzfs.h"
+
+#include <QFileInfo>
+
+namespace {
+
+/// A fresh form at each opening; the main window waits until it has unloaded.
+template <class Screen>
+void show(QWidget& main)
+{
+    Screen screen(&main);
+    screen.showModal();
+}
+
+/// Nothing is said where the file or a viewer for it is missing.
+void showHelp(QWidget&)
+{
+#ifdef Q_OS_WIN
+    const char* const names[] = {"/Velumark帮助.chm", "/Velumark帮助.html"};
+#else
+    const char* const names[] = {"/Velumark帮助.html"};
+#endif
+    for (const char* name : names) {
+        const auto file = QString::fromStdString(gAppPath + name);
+        if (QFileInfo::exists(file) && platform().open(file)) return;
+    }
+}
+
+// clang-format off
+constexpr Command kCommands[] = {
+    {"Project",     "工程",             ""},
+    {"EditProject", "编辑线路参数",     "Project", 1, "编辑线路参数", true},
+    {"Calc",        "计算",             "", 0, "", true},
+    {"Fy",          "由桩号求坐标",     "Calc"},
+    {"ClacOne",     "计算单个点坐标",   "Fy", 2, "计算单个点坐标", true},
+    {"pljs",        "批量计算坐标",     "Fy", 3, "批量计算坐标", true},
+    {"Fs",          "由坐标求桩号",     "Calc", 4, "坐标反算桩号偏距", true},
+    {"gc",          "中边桩高程",       "Calc"},
+    {"ClacOneGc",   "计算单个点高程",   "gc", 5, "计算单个点高程", true},
+    {"pljsGc",      "批量计算高程",     "gc", 6, "批量计算高程", true},
+    {"Jgwzb",       "结构物角点坐标",   "Calc", 7, "结构物角点坐标", true},
+    {"tool",        "工具",             ""},
+    {"Zbzfs",       "坐标正反算",       "tool", 8, "坐标正反算", false, show<frmZbzfs>},
+    {"Fhdx",        "附和导线一般平差", "tool", 9, "附和导线平差"},
+    {"qlbjjs",      "曲率半径计算",     "tool", 10, "曲率半径计算", false, show<frmQljs>},
+    {"Help",        "帮助",             ""},
+    {"sysm",        "软件使用说明",     "Help", 0, "", false, showHelp},
+    {"About",       "关于",             "Help", 0, "", false, show<frmAbout>},
+};
+// clang-format on
+
+}  // namespace
+
+std::span<const Command> commands() { return kCommands; }

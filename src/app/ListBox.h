@@ -1,0 +1,27 @@
+#pragma once
+// A list of names: one may be selected, none is at first.
+
+#include <QListWidget>
+
+class ListBox : public QListWidget {
+    Q_OBJECT
+public:
+    explicit ListBox(QWidget* parent = nullptr);
+
+    QString Text() const;   ///< of the selection, "" for none
+    int ListIndex() const;  ///< of the selection, from 0; -1 for none
+    void AddItem(const QString& text) { addItem(text); }
+    void Clear() { clear(); }
+    void setHint(const QString& hint);  ///< grey text of an empty list: what to do next
+
+signals:
+    void DblClick();  ///< also on the empty part below the rows
+
+protected:
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QString m_hint;
+};

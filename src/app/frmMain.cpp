@@ -1,0 +1,197 @@
+#include "app/frmMain.h"
+
+#include "app/Commands.h"
+#include "app/Icons.h"
+#include "app/frmNewProjects.h"
+#include "controls/XPButton.h"
+#include "engine/Numbers.h"
+#include "phone/Phone.h"
+#include "phone/frmSjName.h"
+#include "platform/HouseLook.h"
+#include "platform/Platform.h"
+#include "project/LoadProject.h"
+#include "project/Workspace.h"
+
+#include <QBoxLayout>
+#include <QGridLayout>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+
+#include <map>
+#include <string_view>
+
+frmMain::frmMain(QWidget* parent)
+    : Form(QStringLiteral("frmMain"), QStringLiteral("Velumark"), parent), m_menuBar(control<QMenuBar>("menuBar")),
+      tbarMain(control<QToolBar>("tbarMain")), Label1(control<QLabel>("Label1", QStringLiteral("电脑版和PPC版参数"))),
+      lstProjects(control<ListBox>("lstProjects")), Label2(control<QLabel>("Label2", QStringLiteral("手机版参数"))),
+      lstSj(control<ListBox>("lstSj")),
+      cmdNewProjects(button("cmdNewProjects", QStringLiteral("新建项目"), &frmMain::cmdNewProjects_Click)),
+      cmdOpenProjects(button("cmdOpenProjects", QStringLiteral("打开项目"), &frmMain::cmdOpenProjects_Click)),
+      cmdProjectsDel(button("cmdProjectsDel", QStringLiteral("删除项目"), &frmMain::cmdProjectsDel_Click)),
+      butZh(button("butZh", QStringLiteral("转 换"), &frmMain::butZh_Click)),
+      butDel(button("butDel", QStringLiteral("移 除"), &frmMain::butDel_Click)),
+      cmdExit(control<XPButton>("cmdExit", QStringLiteral("退出程序")))
+{
+    setModal(false);
+    setWindowFlag(Qt::WindowMinimizeButtonHint);
+    setWindowIcon(programIcon());
+    makeCommands();
+    layOut();
+    onIdle(lstProjects, &ListBox::DblClick, &frmMain::cmdOpenProjects_Click);
+    on(cmdExit, &XPButton::Click, [] { platform().endProcess(0); });
+}
+
+template <class Sender, class Signal>
+void frmMain::onIdle(Sender* sender, Signal signal, Handler handler)
+{
+    on(sender, signal, [this, handler] {
+        if (!m_loading) (this->*handler)();
+    });
+}
+
+XPButton* frmMain::button(const char* name, const QString& caption, Handler handler)
+{
+    auto* made = control<XPButton>(name, caption);
+    onIdle(made, &XPButton::Click, handler);
+    return made;
+}
+
+void frmMain::makeCommands()
+{
+    std::map<std::string_view, QMenu*> menus;
+    for (const auto& command : commands()) menus.try_emplace(command.parent);
+    std::map<int, QAction*> buttons;
+    for (const auto& command : commands()) {
+        const auto caption = QString::fromUtf8(command.caption);
+        auto* parent = menus[command.parent];
+        QAction* action = nullptr;
+        if (menus.contains(command.name)) {
+            auto* menu = parent ? parent->addMenu(caption) : m_menuBar->addMenu(caption);
+            menus[command.name] = menu;
+            action = menu->menuAction();
+        } else {
+            action = parent->addAction(commandIcon(command.name), caption);
+            action->setEnabled(command.open);
+            on(action, &QAction::triggered, [this, open = command.open] {
+                if (!m_loading) open(*this);
+            });
+        }
+        action->setObjectName(QString::fromUtf8(command.name));
+        action->setToolTip(QString::fromUtf8(command.toolTip));
+        if (command.toolbarIndex) buttons[command.toolbarIndex] = action;
+        if (command.needsProject && action->isEnabled()) m_needProject << action;
+    }
+    for (auto* action : m_needProject) action->setEnabled(false);
+    for (const auto& [index, action] : buttons) tbarMain->addAction(action);
+    tbarMain->setIconSize({32, 32});
+}
+
+void frmMain::layOut()
+{
+    Label1->setBuddy(lstProjects);
+    Label2->setBuddy(lstSj);
+    lstProjects->setHint(QStringLiteral("还没有项目。\n请点击“新建项目”。"));
+    lstSj->setHint(QStringLiteral("在左边选择一个项目，\n点击“转 换”，即可复制到手机。"));
+
+    const auto row = [](std::initializer_list<QWidget*> buttons) {
+        auto* box = new QHBoxLayout;
+        box->setSpacing(house::kGrid);
+        for (auto* button : buttons) {
+            button->setMinimumSize(88, 32);
+            box->addWidget(button, 1);
+        }
+        return box;
+    };
+    auto* body = new QGridLayout;
+    body->setContentsMargins(house::kMargin, house::kMargin, house::kMargin, house::kMargin);
+    body->setHorizontalSpacing(2 * house::kGrid);
+    body->setVerticalSpacing(house::kGrid);
+    body->addWidget(Label1, 0, 0);
+    body->addWidget(lstProjects, 1, 0);
+    body->addLayout(row({cmdNewProjects, cmdOpenProjects, cmdProjectsDel}), 2, 0);
+    body->addWidget(Label2, 0, 1);
+    body->addWidget(lstSj, 1, 1);
+    body->addLayout(row({butZh, butDel, cmdExit}), 2, 1);
+    body->setColumnStretch(0, 1);
+    body->setColumnStretch(1, 1);
+    body->setRowStretch(1, 1);
+
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(0, 0, 0, 0);
+    all->setSpacing(0);
+    all->setMenuBar(m_menuBar);
+    all->addWidget(tbarMain);
+    all->addLayout(body, 1);
+    resize(680, 464);
+    lstProjects->setFocus();
+}
+
+void frmMain::Form_Load()
+{
+    fill(*lstProjects, OpenCatalogue());
+    fill(*lstSj, ReadPhoneCatalogue());
+}
+
+void frmMain::Form_Unload() { platform().endProcess(0); }
+
+void frmMain::fill(ListBox& list, const std::vector<std::string>& names)
+{
+    list.Clear();
+    for (const auto& name : names) list.AddItem(fromUtf8(name));
+}
+
+bool frmMain::refuseNoSelection(const ListBox& list)
+{
+    if (!list.Text().isEmpty()) return false;
+    showBox(QStringLiteral("请选择一个项目！"), QStringLiteral("注意"));
+    return true;
+}
+
+void frmMain::cmdNewProjects_Click()
+{
+    frmNewProjects dialog(this);
+    on(&dialog, &frmNewProjects::created, [this](const QString& name) { lstProjects->AddItem(name); });
+    dialog.showModal();
+}
+
+void frmMain::cmdOpenProjects_Click()
+{
+    if (refuseNoSelection(*lstProjects)) return;
+    gProject = Trim(toUtf8(lstProjects->Text()));
+    m_loading = true;
+    LoadProject();
+    m_loading = false;
+    // Said whatever the load met, a stake in a chainage gap included.
+    showBox(QStringLiteral("打开项目成功！"), QString(), Icon::Information);
+    for (auto* action : m_needProject) action->setEnabled(true);
+}
+
+void frmMain::cmdProjectsDel_Click()
+{
+    if (refuseNoSelection(*lstProjects)) return;
+    if (!desk().box({"确定要删除线路参数？", "注意", Icon::Question, Msg::YesNo, Msg::No})) return;
+    const int index = lstProjects->ListIndex();
+    const auto name = toUtf8(lstProjects->Text());
+    attempt([&] { DeleteProject(index, name); });
+    fill(*lstProjects, OpenCatalogue());
+}
+
+void frmMain::butZh_Click()
+{
+    if (refuseNoSelection(*lstProjects)) return;
+    gProject = toUtf8(lstProjects->Text());
+    frmSjName dialog(this);
+    on(&dialog, &frmSjName::listed, [this](const QString& name) { lstSj->AddItem(name); });
+    dialog.showModal();
+}
+
+void frmMain::butDel_Click()
+{
+    if (refuseNoSelection(*lstSj)) return;
+    if (!desk().box({"确定要删除手机版参数？", "注意", Icon::Question, Msg::YesNo, Msg::No})) return;
+    const int index = lstSj->ListIndex();
+    const auto name = toUtf8(lstSj->Text());
+    attempt([&] { RemovePhoneProject(index, lstSj->count(), name); });
+    fill(*lstSj, ReadPhoneCatalogue());
+}

@@ -1,0 +1,52 @@
+#pragma once
+// The main window: the two catalogues, the menus and the toolbar that start every screen, the end of the process.
+
+#include "app/ListBox.h"
+#include "platform/Form.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QList>
+
+class QMenuBar;
+class QToolBar;
+class XPButton;
+
+class frmMain : public Form {
+    Q_OBJECT
+public:
+    explicit frmMain(QWidget* parent = nullptr);
+
+    void reject() override {}  ///< Esc does not end the program
+
+protected:
+    void Form_Load() override;
+    void Form_Unload() override;
+
+private:
+    using Handler = void (frmMain::*)();
+    template <class Sender, class Signal>
+    void onIdle(Sender* sender, Signal signal, Handler handler);
+    XPButton* button(const char* name, const QString& caption, Handler handler);
+    void makeCommands();
+    void layOut();
+
+    void cmdNewProjects_Click();
+    void cmdOpenProjects_Click();
+    void cmdProjectsDel_Click();
+    void butZh_Click();
+    void butDel_Click();
+
+    bool refuseNoSelection(const ListBox& list);
+    static void fill(ListBox& list, const std::vector<std::string>& names);
+
+    QMenuBar* m_menuBar;
+    QToolBar* tbarMain;
+    QLabel* Label1;
+    ListBox* lstProjects;
+    QLabel* Label2;
+    ListBox* lstSj;
+    XPButton *cmdNewProjects, *cmdOpenProjects, *cmdProjectsDel, *butZh, *butDel, *cmdExit;
+    QList<QAction*> m_needProject;  ///< enabled by the first project that is opened, never disabled again
+    bool m_loading = false;         ///< a load that never comes back leaves only the ways out of the program
+};

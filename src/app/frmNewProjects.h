@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/Form.h"
+
+class XPButton;
+
+/// Asks for the name of a new project and creates it.
+class frmNewProjects : public Form {
+    Q_OBJECT
+public:
+    explicit frmNewProjects(QWidget* parent = nullptr);
+
+signals:
+    void created(const QString& name);
+
+private:
+    void cmdNewProjectsOK_Click();
+
+    QLineEdit* txtNewProjects;
+    XPButton *cmdNewProjectsOK, *cmdNewProjectsCancel;
+};

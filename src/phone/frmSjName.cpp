@@ -1,0 +1,67 @@
+#include "phone/frmSjName.h"
+
+#include "controls/XPButton.h"
+#include "engine/Numbers.h"
+#include "engine/RunTimeError.h"
+#include "phone/Phone.h"
+#include "platform/HouseLook.h"
+
+#include <QApplication>
+#include <QBoxLayout>
+#include <QLabel>
+
+namespace {
+
+bool isNameKey(int keyAscii)
+{
+    return (keyAscii >= '0' && keyAscii <= '9') || (keyAscii >= 'a' && keyAscii <= 'z') ||
+           (keyAscii >= 'A' && keyAscii <= 'Z') || keyAscii == 8;
+}
+
+}  // namespace
+
+frmSjName::frmSjName(QWidget* parent)
+    : Form(QStringLiteral("frmSjName"), QStringLiteral("手机版项目名称"), parent),
+      txtsjName(control<QLineEdit>("txtsjName")), sjXmOK(control<XPButton>("sjXmOK", QStringLiteral("确 定"))),
+      sjxmCancel(control<XPButton>("sjxmCancel", QStringLiteral("取 消")))
+{
+    auto* Label1 = control<QLabel>(
+        "Label1", QStringLiteral("由于很多手机目录不支持中文目录请在英文输入法状态下输入一个英文的项目名称"));
+    Label1->setWordWrap(true);
+    Label1->setMinimumWidth(320);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    for (auto* button : {sjXmOK, sjxmCancel}) {
+        button->setMinimumSize(88, 32);
+        buttons->addWidget(button);
+    }
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(house::kMargin, house::kMargin, house::kMargin, house::kMargin);
+    all->setSpacing(2 * house::kGrid);
+    all->addWidget(Label1);
+    all->addWidget(txtsjName);
+    all->addStretch(1);
+    all->addLayout(buttons);
+    txtsjName->setFocus();
+
+    const auto keep = [](int keyAscii) {
+        if (isNameKey(keyAscii)) return true;
+        QApplication::beep();
+        return false;
+    };
+    filterKeys(txtsjName, keep, WhileCtrl::Filtered);
+    on(sjXmOK, &XPButton::Click, [this] { sjXmOK_Click(); });
+    on(sjxmCancel, &XPButton::Click, [this] { unload(); });
+}
+
+void frmSjName::sjXmOK_Click()
+{
+    auto done = PhoneExport::Stopped;
+    attempt([&] { done = ExportForPhone(toUtf8(txtsjName->text())); });  // a file that fails ends it without a word
+    if (done == PhoneExport::Declined) {
+        txtsjName->clear();
+        txtsjName->setFocus();
+    }
+    if (done == PhoneExport::Added) emit listed(fromUtf8(std::string(Trim(toUtf8(txtsjName->text())))));
+    if (done == PhoneExport::Added || done == PhoneExport::Replaced) unload();
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/Form.h"
+
+#include <QLabel>
+#include <QPushButton>
+
+/// Radius of curvature on a transition curve.
+class frmQljs : public Form {
+    Q_OBJECT
+public:
+    explicit frmQljs(QWidget* parent = nullptr);
+
+protected:
+    bool Form_KeyPress(int keyAscii) override { return keyAscii == 13 && enterSendsTab(); }
+
+private:
+    void Command1_Click();
+
+    QLineEdit *txtA, *txtR, *txtL0;
+    QLabel *lbeL, *lbeR;
+    QPushButton* Command1;  ///< the one plain button of the program
+};

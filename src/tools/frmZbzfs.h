@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/Form.h"
+
+class QGroupBox;
+class XPButton;
+
+/// Coordinates forward and inverse, each in a frame of its own.
+class frmZbzfs : public Form {
+    Q_OBJECT
+public:
+    explicit frmZbzfs(QWidget* parent = nullptr);
+
+protected:
+    bool Form_KeyPress(int keyAscii) override { return keyAscii == 13 && enterSendsTab(); }
+
+private:
+    struct Field {
+        const char* name;
+        QString label;
+        KeySet keys;  ///< null: a result, locked
+        QLineEdit*& box;
+    };
+    QGroupBox* frame(const QString& caption, std::initializer_list<Field> fields, XPButton* calc, XPButton* back);
+    void butZsCalc_Click();
+    void butFsCalc_Click();
+
+    QLineEdit *txtZsCzX, *txtZsCzY, *txtZsFwj, *txtZsJl, *txtZsJsdX, *txtZsJsdY;
+    QLineEdit *txtFsCzx, *txtFsCzy, *txtFsHsX, *txtFsHsY, *txtFsFwj, *txtFsJl;
+};
