@@ -5,15 +5,16 @@
 #include "app/frmNewProjects.h"
 #include "controls/XPButton.h"
 #include "engine/Numbers.h"
+#include "engine/RunTimeError.h"
 #include "phone/Phone.h"
 #include "phone/frmSjName.h"
 #include "platform/HouseLook.h"
+#include "platform/Layout.h"
 #include "platform/Platform.h"
 #include "project/LoadProject.h"
 #include "project/Workspace.h"
 
 #include <QBoxLayout>
-#include <QGridLayout>
 #include <QMenu>
 #include <QMenuBar>
 #include <QToolBar>
@@ -94,35 +95,18 @@ void frmMain::layOut()
     lstProjects->setHint(QStringLiteral("还没有项目。\n请点击“新建项目”。"));
     lstSj->setHint(QStringLiteral("在左边选择一个项目，\n点击“转 换”，即可复制到手机。"));
 
-    const auto row = [](std::initializer_list<QWidget*> buttons) {
-        auto* box = new QHBoxLayout;
-        box->setSpacing(house::kGrid);
-        for (auto* button : buttons) {
-            button->setMinimumSize(88, 32);
-            box->addWidget(button, 1);
-        }
-        return box;
-    };
-    auto* body = new QGridLayout;
-    body->setContentsMargins(house::kMargin, house::kMargin, house::kMargin, house::kMargin);
-    body->setHorizontalSpacing(2 * house::kGrid);
-    body->setVerticalSpacing(house::kGrid);
-    body->addWidget(Label1, 0, 0);
-    body->addWidget(lstProjects, 1, 0);
-    body->addLayout(row({cmdNewProjects, cmdOpenProjects, cmdProjectsDel}), 2, 0);
-    body->addWidget(Label2, 0, 1);
-    body->addWidget(lstSj, 1, 1);
-    body->addLayout(row({butZh, butDel, cmdExit}), 2, 1);
-    body->setColumnStretch(0, 1);
-    body->setColumnStretch(1, 1);
-    body->setRowStretch(1, 1);
-
+    auto* lists = new QHBoxLayout;
+    lists->setContentsMargins(house::kMargin, house::kMargin, house::kMargin, house::kMargin);
+    lists->setSpacing(2 * house::kGrid);
+    lists->addLayout(
+        house::down({Label1, lstProjects, house::buttonRow({cmdNewProjects, cmdOpenProjects, cmdProjectsDel})}), 1);
+    lists->addLayout(house::down({Label2, lstSj, house::buttonRow({butZh, butDel, cmdExit})}), 1);
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(0, 0, 0, 0);
     all->setSpacing(0);
     all->setMenuBar(m_menuBar);
     all->addWidget(tbarMain);
-    all->addLayout(body, 1);
+    all->addLayout(lists, 1);
     resize(680, 464);
     lstProjects->setFocus();
 }

@@ -1,11 +1,8 @@
 #include "app/frmNewProjects.h"
 
 #include "controls/XPButton.h"
-#include "platform/HouseLook.h"
+#include "platform/Layout.h"
 #include "project/Workspace.h"
-
-#include <QBoxLayout>
-#include <QLabel>
 
 frmNewProjects::frmNewProjects(QWidget* parent)
     : Form(QStringLiteral("frmNewProjects"), QStringLiteral("新建项目"), parent),
@@ -13,22 +10,10 @@ frmNewProjects::frmNewProjects(QWidget* parent)
       cmdNewProjectsOK(control<XPButton>("cmdNewProjectsOK", QStringLiteral("确 定"))),
       cmdNewProjectsCancel(control<XPButton>("cmdNewProjectsCancel", QStringLiteral("取 消")))
 {
-    auto* name = new QHBoxLayout;
-    name->addWidget(control<QLabel>("Label1", QStringLiteral("项目名称")));
-    name->addWidget(txtNewProjects, 1);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch(1);
-    for (auto* button : {cmdNewProjectsOK, cmdNewProjectsCancel}) {
-        button->setMinimumSize(88, 32);
-        buttons->addWidget(button);
-    }
-    auto* all = new QVBoxLayout(this);
-    all->setContentsMargins(house::kMargin, house::kMargin, house::kMargin, house::kMargin);
-    all->setSpacing(2 * house::kGrid);
-    all->addLayout(name);
-    all->addStretch(1);
-    all->addLayout(buttons);
     txtNewProjects->setMinimumWidth(264);
+    house::arrange(*this, {house::fieldLine({{QStringLiteral("项目名称"), txtNewProjects}}),
+                           house::buttonRow({cmdNewProjectsOK, cmdNewProjectsCancel})});
+    txtNewProjects->setFocus();
 
     on(cmdNewProjectsOK, &XPButton::Click, [this] { cmdNewProjectsOK_Click(); });
     on(cmdNewProjectsCancel, &XPButton::Click, [this] { unload(); });

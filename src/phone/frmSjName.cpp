@@ -4,10 +4,9 @@
 #include "engine/Numbers.h"
 #include "engine/RunTimeError.h"
 #include "phone/Phone.h"
-#include "platform/HouseLook.h"
+#include "platform/Layout.h"
 
 #include <QApplication>
-#include <QBoxLayout>
 #include <QLabel>
 
 namespace {
@@ -29,19 +28,7 @@ frmSjName::frmSjName(QWidget* parent)
         "Label1", QStringLiteral("由于很多手机目录不支持中文目录请在英文输入法状态下输入一个英文的项目名称"));
     Label1->setWordWrap(true);
     Label1->setMinimumWidth(320);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch(1);
-    for (auto* button : {sjXmOK, sjxmCancel}) {
-        button->setMinimumSize(88, 32);
-        buttons->addWidget(button);
-    }
-    auto* all = new QVBoxLayout(this);
-    all->setContentsMargins(house::kMargin, house::kMargin, house::kMargin, house::kMargin);
-    all->setSpacing(2 * house::kGrid);
-    all->addWidget(Label1);
-    all->addWidget(txtsjName);
-    all->addStretch(1);
-    all->addLayout(buttons);
+    house::arrange(*this, {Label1, txtsjName, house::buttonRow({sjXmOK, sjxmCancel})});
     txtsjName->setFocus();
 
     const auto keep = [](int keyAscii) {

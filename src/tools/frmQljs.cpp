@@ -1,43 +1,31 @@
 #include "tools/frmQljs.h"
 
 #include "engine/Numbers.h"
-#include "platform/HouseLook.h"
+#include "platform/Layout.h"
 #include "tools/Qljs.h"
-
-#include <QBoxLayout>
-#include <QFormLayout>
 
 frmQljs::frmQljs(QWidget* parent)
     : Form(QStringLiteral("frmQljs"), QStringLiteral("曲率半径计算"), parent), txtA(control<QLineEdit>("txtA")),
       txtR(control<QLineEdit>("txtR")), txtL0(control<QLineEdit>("txtL0")), lbeL(control<QLabel>("lbeL")),
       lbeR(control<QLabel>("lbeR")), Command1(control<QPushButton>("Command1", QStringLiteral("计算")))
 {
-    auto* form = new QFormLayout;
-    form->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    form->setSpacing(house::kGrid);
-    form->addRow(QStringLiteral("缓和参数A"), txtA);
-    form->addRow(QStringLiteral("曲线半径R"), txtR);
-    form->addRow(QStringLiteral("缓和曲线长L0"), txtL0);
-    form->addRow(QStringLiteral("完整曲线长"), lbeL);
-    form->addRow(QStringLiteral("曲率半径"), lbeR);
     for (auto* box : {txtA, txtR, txtL0}) {
-        box->setMinimumWidth(144);
+        house::fitDigits(box);
         filterKeys(box, IsSignedDecimalKey);
     }
     for (auto* result : {lbeL, lbeR}) {
+        house::fitDigits(result);
         result->setFrameShape(QFrame::StyledPanel);
-        result->setMinimumHeight(txtA->sizeHint().height());
+        result->setFixedHeight(txtA->sizeHint().height());
         result->setTextInteractionFlags(Qt::TextSelectableByMouse);
     }
     Command1->setAutoDefault(false);
-    Command1->setMinimumSize(88, 32);
-
-    auto* all = new QVBoxLayout(this);
-    all->setContentsMargins(house::kMargin, house::kMargin, house::kMargin, house::kMargin);
-    all->setSpacing(2 * house::kGrid);
-    all->addLayout(form);
-    all->addStretch(1);
-    all->addWidget(Command1, 0, Qt::AlignRight);
+    house::arrange(*this, {house::fieldColumn({{QStringLiteral("缓和参数A"), txtA},
+                                               {QStringLiteral("曲线半径R"), txtR},
+                                               {QStringLiteral("缓和曲线长L0"), txtL0},
+                                               {QStringLiteral("完整曲线长"), lbeL},
+                                               {QStringLiteral("曲率半径"), lbeR}}),
+                           house::buttonRow({Command1})});
     txtA->setFocus();
 
     on(Command1, &QPushButton::clicked, [this] { Command1_Click(); });

@@ -2,77 +2,52 @@
 
 #include "controls/XPButton.h"
 #include "engine/Numbers.h"
-#include "platform/HouseLook.h"
+#include "platform/Layout.h"
 #include "tools/Zbzfs.h"
 
-#include <QBoxLayout>
-#include <QFormLayout>
 #include <QGroupBox>
 
 frmZbzfs::frmZbzfs(QWidget* parent) : Form(QStringLiteral("frmZbzfs"), QStringLiteral("坐标正反算"), parent)
 {
-    auto* butZsCalc = control<XPButton>("butZsCalc", QStringLiteral("计 算"));
-    auto* butZsBack = control<XPButton>("butZsBack", QStringLiteral("返 回"));
-    auto* butFsCalc = control<XPButton>("butFsCalc", QStringLiteral("计 算"));
-    auto* butFsBack = control<XPButton>("butFsBack", QStringLiteral("返 回"));
-
-    auto* all = new QHBoxLayout(this);
-    all->setContentsMargins(house::kMargin, house::kMargin, house::kMargin, house::kMargin);
-    all->setSpacing(house::kMargin);
-    all->addWidget(frame(QStringLiteral("坐标正算"),
+    auto* forward = task(QStringLiteral("坐标正算"),
                          {{"txtZsCzX", QStringLiteral("测站点X"), IsSignedDecimalKey, txtZsCzX},
                           {"txtZsCzY", QStringLiteral("测站点Y"), IsSignedDecimalKey, txtZsCzY},
                           {"txtZsFwj", QStringLiteral("方位角"), IsSignedDecimalKey, txtZsFwj},
                           {"txtZsJl", QStringLiteral("距 离"), IsUnsignedDecimalKey, txtZsJl},
                           {"txtZsJsdX", QStringLiteral("计算点X"), nullptr, txtZsJsdX},
                           {"txtZsJsdY", QStringLiteral("计算点Y"), nullptr, txtZsJsdY}},
-                         butZsCalc, butZsBack));
-    all->addWidget(frame(QStringLiteral("坐标反算"),
+                         "butZsCalc", &frmZbzfs::butZsCalc_Click, "butZsBack");
+    auto* inverse = task(QStringLiteral("坐标反算"),
                          {{"txtFsCzx", QStringLiteral("测站点X"), IsSignedDecimalKey, txtFsCzx},
                           {"txtFsCzy", QStringLiteral("测站点Y"), IsSignedDecimalKey, txtFsCzy},
                           {"txtFsHsX", QStringLiteral("后视点X"), IsSignedDecimalKey, txtFsHsX},
                           {"txtFsHsY", QStringLiteral("后视点Y"), IsSignedDecimalKey, txtFsHsY},
                           {"txtFsFwj", QStringLiteral("计算方位角"), nullptr, txtFsFwj},
                           {"txtFsJl", QStringLiteral("计算距离"), nullptr, txtFsJl}},
-                         butFsCalc, butFsBack));
+                         "butFsCalc", &frmZbzfs::butFsCalc_Click, "butFsBack");
     txtZsFwj->setPlaceholderText(QStringLiteral("度.分分秒秒"));
+    house::arrange(*this, {house::across({forward, inverse})});
     txtZsCzX->setFocus();
-
-    on(butZsCalc, &XPButton::Click, [this] { butZsCalc_Click(); });
-    on(butFsCalc, &XPButton::Click, [this] { butFsCalc_Click(); });
-    for (auto* back : {butZsBack, butFsBack}) on(back, &XPButton::Click, [this] { unload(); });
 }
 
-QGroupBox* frmZbzfs::frame(const QString& caption, std::initializer_list<Field> fields, XPButton* calc, XPButton* back)
+QGroupBox* frmZbzfs::task(const QString& caption, std::initializer_list<Field> fields, const char* calcName,
+                          Handler calc, const char* backName)
 {
-    auto* form = new QFormLayout;
-    form->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    form->setSpacing(house::kGrid);
+    house::Fields column;
     for (const auto& field : fields) {
         field.box = control<QLineEdit>(field.name);
-        field.box->setMinimumWidth(144);  // a coordinate of 13 digits
+        house::fitDigits(field.box, 16);  // an azimuth in words is wider than a coordinate
         if (field.keys)
             filterKeys(field.box, field.keys);
         else
             setLocked(field.box, true);
-        form->addRow(field.label, field.box);
+        column.emplace_back(field.label, field.box);
     }
-    auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(house::kGrid);
-    for (auto* button : {calc, back}) {
-        button->setMinimumSize(88, 32);
-        buttons->addWidget(button, 1);
-    }
-    auto* group = new QGroupBox(caption);
-    auto* all = new QVBoxLayout(group);
-    all->setContentsMargins(house::kMargin, house::kMargin, house::kMargin, house::kMargin);
-    all->setSpacing(2 * house::kGrid);
-    all->addLayout(form);
-    all->addStretch(1);
-    all->addLayout(buttons);
-    setTabOrder(std::prev(fields.end())->box, calc);
-    setTabOrder(calc, back);
-    return group;
+    auto* butCalc = control<XPButton>(calcName, QStringLiteral("计 算"));
+    auto* butBack = control<XPButton>(backName, QStringLiteral("返 回"));
+    on(butCalc, &XPButton::Click, [this, calc] { (this->*calc)(); });
+    on(butBack, &XPButton::Click, [this] { unload(); });
+    return house::frame(caption, house::down({house::fieldColumn(column), house::buttonRow({butCalc, butBack})}));
 }
 
 void frmZbzfs::butZsCalc_Click()

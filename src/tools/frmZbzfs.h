@@ -3,7 +3,6 @@
 #include "platform/Form.h"
 
 class QGroupBox;
-class XPButton;
 
 /// Coordinates forward and inverse, each in a frame of its own.
 class frmZbzfs : public Form {
@@ -21,7 +20,9 @@ private:
         KeySet keys;  ///< null: a result, locked
         QLineEdit*& box;
     };
-    QGroupBox* frame(const QString& caption, std::initializer_list<Field> fields, XPButton* calc, XPButton* back);
+    using Handler = void (frmZbzfs::*)();
+    QGroupBox* task(const QString& caption, std::initializer_list<Field> fields, const char* calcName, Handler calc,
+                    const char* backName);
     void butZsCalc_Click();
     void butFsCalc_Click();
 
