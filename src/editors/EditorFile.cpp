@@ -1,0 +1,161 @@
+#include "editors/EditorFile.h"
+
+#include "editors/EditorRules.h"
+#include "engine/Numbers.h"
+#include "engine/RunTimeError.h"
+#include "project/TextFile.h"
+#include "project/Workspace.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::string_view kLineEnd = "\r\n";
+
+/// Fields as texts; those that the code page does not know are remembered with their bytes.
+std::vector<std::string> texts(const std::string& line, std::map<std::string, std::string>& damaged)
+{
+    std::vector<std::string> fields = SplitFields(line);
+    for (std::string& field : fields) {
+        std::string text = Utf8FromCp936(field), back;
+        if (!attempt([&] { back = Cp936FromUtf8(text); }) || back != field) damaged.emplace(text, field);
+        field = std::move(text);
+    }
+    return fields;
+}
+
+std::string bytesOf(std::string_view text, const std::map<std::string, std::string>& damaged)
+{
+    const auto kept = damaged.find(std::string(text));
+    return kept != damaged.end() ? kept->second : Cp936FromUtf8(text);
+}
+
+/// What a cell gives to its line: a line end in it cuts it off.
+std::string_view upToLineEnd(const std::string& cell)
+{
+    return std::string_view(cell).substr(0, std::string_view(cell).find(kLineEnd));
+}
+
+bool empty(const GridText& cells, int row, int col) { return cells.text(row, col).empty(); }
+
+/// The first row with text whose required columns are not all filled.
+bool someRowIncomplete(const EditorTable& table, const GridText& cells)
+{
+    for (int row = 1; row < cells.rows(); ++row) {
+        bool any = false, all = true;
+        for (int col = 1; col <= table.lastColumn(); ++col) {
+            any = any || !empty(cells, row, col);
+            all = all && (col > table.required || !empty(cells, row, col));
+        }
+        if (any && !all) return true;
+    }
+    return false;
+}
+
+bool inCodePage(std::string_view text, const std::map<std::string, std::string>& damaged)
+{
+    return attempt([&] { bytesOf(text, damaged); });
+}
+
+Outcome refusal(std::string text, std::string_view field = {})
+{
+    return {Refusal{Notice(std::move(text)), std::string(field)}};
+}
+
+/// A text that the file cannot hold is named before anything is touched.
+Outcome checkCodePage(const EditorTable& table, const GridText& cells, const std::vector<std::string>& frameTexts,
+                      const std::map<std::string, std::string>& damaged)
+{
+    const auto boxes = table.frameBoxes();
+    for (std::size_t i = 0; i < boxes.size(); ++i)
+        if (!inCodePage(frameTexts[i], damaged))
+            return refusal("“" + std::string(boxes[i].label) + "”中有文件不能保存的字符！", boxes[i].control);
+    for (int row = 1; row < cells.rows(); ++row)
+        for (int col = 1; col <= table.lastColumn(); ++col)
+            if (!inCodePage(upToLineEnd(cells.text(row, col)), damaged))
+                return refusal("第 " + std::to_string(row) + " 行“" +
+                               table.columns[static_cast<std::size_t>(col)].header + "”中有文件不能保存的字符！");
+    return {};
+}
+
+}  // namespace
+
+EditorContent EditorContentOf(const EditorTable& table, std::string_view bytes)
+{
+    EditorContent content;
+    const auto boxes = table.frameBoxes();
+    content.frameTexts.resize(boxes.size());
+    const std::vector<std::string> lines = SplitLines(bytes);
+    const std::ptrdiff_t last = LastCommaLine(lines);
+    if (last >= 0) {
+        std::ptrdiff_t first = 0, end = last + 1;
+        if (!table.frames.empty()) {
+            auto box = content.frameTexts.begin();
+            for (const auto& [frame, line] :
+                 {std::pair{&table.frames.front(), std::ptrdiff_t{0}}, std::pair{&table.frames.back(), last}}) {
+                const auto fields = texts(at(lines, line), content.damaged);
+                for (std::size_t i = 0; i < frame->boxes.size(); ++i, ++box)
+                    if (i < fields.size()) *box = fields[i];
+            }
+            first = 1;
+            end = last;
+        }
+        for (std::ptrdiff_t i = first; i < end; ++i) {
+            content.rows.push_back(texts(at(lines, i), content.damaged));
+            content.rows.back().resize(static_cast<std::size_t>(std::max(0, table.lastColumn())));
+        }
+    }
+    if (content.rows.empty()) content.rows.emplace_back(static_cast<std::size_t>(std::max(0, table.lastColumn())));
+    return content;
+}
+
+EditorContent LoadEditor(const EditorTable& table)
+{
+    std::string bytes;
+    attempt([&] { bytes = ReadBytes(ParameterFile(std::string(table.file))); });
+    return EditorContentOf(table, bytes);
+}
+
+Outcome CheckEditor(const EditorTable& table, const GridText& cells, const std::vector<std::string>& frameTexts)
+{
+    const auto boxes = table.frameBoxes();
+    for (std::size_t i = 0; i < boxes.size(); ++i)
+        if (Trim(frameTexts[i]).empty()) return refusal(std::string(boxes[i].emptyMessage), boxes[i].control);
+    if (someRowIncomplete(table, cells)) return refusal("请输入完整的数据！");
+    if (!table.noRowMessage.empty()) {
+        for (int col = 1; col <= table.lastColumn(); ++col)
+            if (empty(cells, 1, col)) return refusal(std::string(table.noRowMessage));
+    }
+    return {};
+}
+
+std::string EditorBytes(const EditorTable& table, const GridText& cells, const std::vector<std::string>& frameTexts,
+                        const std::map<std::string, std::string>& damaged)
+{
+    std::string file;
+    std::size_t box = 0;
+    const auto addFrame = [&](const EditorFrame& frame) {
+        for (std::size_t i = 0; i < frame.boxes.size(); ++i, ++box)
+            file.append(i == 0 ? "" : ",").append(bytesOf(Trim(frameTexts[box]), damaged));
+        file += kLineEnd;
+    };
+    if (!table.frames.empty()) addFrame(table.frames.front());
+    for (int row = 1; row < cells.rows(); ++row) {
+        if (empty(cells, row, table.writtenBy())) continue;
+        for (int col = 1; col <= table.lastColumn(); ++col)
+            file.append(col == 1 ? "" : ",").append(bytesOf(upToLineEnd(cells.text(row, col)), damaged));
+        for (int field = table.lastColumn(); field < table.fields; ++field) file += ",0";
+        file += kLineEnd;
+    }
+    if (!table.frames.empty()) addFrame(table.frames.back());
+    return file;
+}
+
+Outcome SaveEditor(const EditorTable& table, const GridText& cells, const std::vector<std::string>& frameTexts,
+                   const std::map<std::string, std::string>& damaged)
+{
+    if (Outcome refused = CheckEditor(table, cells, frameTexts); !refused) return refused;
+    if (Outcome refused = checkCodePage(table, cells, frameTexts, damaged); !refused) return refused;
+    WriteBytes(ParameterFile(std::string(table.file)), EditorBytes(table, cells, frameTexts, damaged));
+    return {};
+}

@@ -1,0 +1,34 @@
+#pragma once
+// Between an editor's file and its cells: what a load puts into them, what a save checks and writes.
+
+#include "desk/GridText.h"
+#include "desk/Outcome.h"
+#include "editors/EditorTable.h"
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What an editor shows of its file. Texts are UTF-8.
+struct EditorContent {
+    std::vector<std::vector<std::string>> rows;  ///< cells from column 1 on; one blank row at least
+    std::vector<std::string> frameTexts;         ///< of the frame boxes, first line's before last line's
+    /// Fields whose bytes the code page does not know: shown text -> bytes, so that an unchanged field keeps them.
+    std::map<std::string, std::string> damaged;
+};
+
+/// The content of a file with these bytes. The last line that holds a comma is the last one that counts.
+EditorContent EditorContentOf(const EditorTable& table, std::string_view bytes);
+/// The content of the table's file in the open project; a missing one is like an empty one.
+EditorContent LoadEditor(const EditorTable& table);
+
+/// Why a save must not touch the file, in the order of the checks; nothing where it may.
+Outcome CheckEditor(const EditorTable& table, const GridText& cells, const std::vector<std::string>& frameTexts);
+/// The whole file: first line, each row whose last column but one is not empty, last line.
+/// @throws TypeMismatch where a text has no place in the code page
+std::string EditorBytes(const EditorTable& table, const GridText& cells, const std::vector<std::string>& frameTexts,
+                        const std::map<std::string, std::string>& damaged = {});
+/// Checks, then writes the table's file in the open project in one go. @throws file errors
+Outcome SaveEditor(const EditorTable& table, const GridText& cells, const std::vector<std::string>& frameTexts,
+                   const std::map<std::string, std::string>& damaged = {});
