@@ -1,0 +1,112 @@
+#include "editors/Wizard.h"
+
+#include "editors/EditorRules.h"
+#include "editors/EditorTable.h"
+#include "engine/Numbers.h"
+#include "engine/RunTimeError.h"
+#include "project/CalcTables.h"
+#include "project/TextFile.h"
+#include "project/Workspace.h"
+
+#include <utility>
+#include <vector>
+
+namespace {
+
+constexpr const char* kSettings = "其他参数.txt";
+constexpr std::string_view kUnset = "未设置";
+constexpr std::string_view kByIntersectionPoints = "交点法", kByBlocks = "积木法";
+constexpr int kModelLine = 0, kCgLine = 1;
+
+std::string settingsPath() { return ParameterFile(kSettings); }
+
+Msg settingsDamaged() { return Notice("“" + std::string(kSettings) + "”不存在或不完整，请重新打开项目！"); }
+
+/// ReplaceLine for each pair of number (from 1) and text, in one rewrite of the file.
+Outcome replaceLines(const std::vector<std::pair<std::size_t, std::string>>& changes)
+{
+    const bool written = attempt([&] {
+        std::vector<std::string> lines = SplitLines(ReadBytes(settingsPath()));
+        if (!lines.empty()) lines.pop_back();
+        for (const auto& [lineNo, text] : changes)
+            if (lineNo <= lines.size()) lines[lineNo - 1] = Cp936FromUtf8(text);
+        WriteBytes(settingsPath(), JoinLines(lines));
+    });
+    if (!written) return {Refusal{Notice("“" + std::string(kSettings) + "”无法写入！"), {}}};
+    return {};
+}
+
+std::optional<Msg> tooMany(std::string_view typed, int limit, std::string_view message)
+{
+    double count = 0;
+    attempt([&] { count = ParseNumber(typed); });
+    if (count > limit) return Notice(std::string(message));
+    return {};
+}
+
+}  // namespace
+
+std::optional<std::string> SettingsLine(int index)
+{
+    std::optional<std::string> line;
+    attempt([&] { line = Utf8FromCp936(ReadLine(settingsPath(), toInt16(index))); });
+    return line;
+}
+
+WizardStep NextStep(int option)
+{
+    if (option < 0 || option >= std::ssize(kWizardOptions)) return {};
+    const WizardOption& chosen = kWizardOptions[static_cast<std::size_t>(option)];
+    if (chosen.settingsLine < 0) return {chosen.form};
+    const auto line = SettingsLine(chosen.settingsLine);
+    if (!line) return {.message = settingsDamaged()};
+    if (chosen.settingsLine == kModelLine && *line == kByIntersectionPoints) return {"frmJdpqx"};
+    if (*line != kUnset) return {chosen.form};
+    switch (chosen.settingsLine) {
+    case kModelLine:
+        return {"frmPqxSelect"};
+    case kCgLine:
+        return {"frmSelectCg"};
+    default:
+        return {"frmBpjs", Notice("请先设置最大边坡级数！")};
+    }
+}
+
+Outcome StorePqxModel(bool byIntersectionPoints)
+{
+    gPqxModel = byIntersectionPoints ? kByIntersectionPoints : kByBlocks;
+    return replaceLines({{1, gPqxModel}});
+}
+
+Outcome StoreCgType(bool linear)
+{
+    gCgType = linear ? "线性" : "三次抛物线";
+    return replaceLines({{2, gCgType}});
+}
+
+SlopeSettings LoadSlopeSettings()
+{
+    const auto shown = [](int index) {
+        const auto line = SettingsLine(index);
+        return line && *line != kUnset ? *line : std::string();
+    };
+    return {shown(2), shown(3), shown(4)};
+}
+
+Outcome StoreSlopeSettings(const SlopeSettings& typed)
+{
+    const std::string fill(Trim(typed.fillGrades)), cut(Trim(typed.cutGrades)), height(Trim(typed.heightLimit));
+    if (fill.empty()) return {Refusal{Notice("请输入填方最大边坡级数！"), "txtTfJs"}};
+    if (cut.empty()) return {Refusal{Notice("请输入挖方最大边坡级数！"), "txtWfJs"}};
+    return replaceLines({{3, fill}, {4, cut}, {5, height.empty() ? "0" : height}});
+}
+
+std::optional<Msg> FillGradesTooMany(std::string_view typed)
+{
+    return tooMany(typed, kTfz.gradeLimit, "填方最大坡度级数不能大于5！");
+}
+
+std::optional<Msg> CutGradesTooMany(std::string_view typed)
+{
+    return tooMany(typed, kWfz.gradeLimit, "挖方最大坡度级数不能大于10！");
+}

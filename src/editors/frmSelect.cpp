@@ -1,0 +1,104 @@
+#include "editors/frmSelect.h"
+
+#include "controls/XPButton.h"
+#include "editors/Wizard.h"
+#include "editors/frmBpjs.h"
+#include "editors/frmCg.h"
+#include "editors/frmCgkd.h"
+#include "editors/frmDl.h"
+#include "editors/frmDxd.h"
+#include "editors/frmJdpqx.h"
+#include "editors/frmJmpqx.h"
+#include "editors/frmPqxSelect.h"
+#include "editors/frmSelectCg.h"
+#include "editors/frmSqx.h"
+#include "editors/frmTfy.h"
+#include "editors/frmTfz.h"
+#include "editors/frmWfy.h"
+#include "editors/frmWfz.h"
+#include "engine/RunTimeError.h"
+#include "platform/HouseLook.h"
+#include "project/LoadProject.h"
+
+#include <QButtonGroup>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QRadioButton>
+
+#include <utility>
+
+namespace {
+
+template <class F>
+void open(QWidget* over)
+{
+    F form(over);
+    form.showModal();
+}
+
+constexpr std::pair<std::string_view, void (*)(QWidget*)> kForms[] = {
+    {"frmDxd", open<frmDxd>},     {"frmPqxSelect", open<frmPqxSelect>},
+    {"frmJdpqx", open<frmJdpqx>}, {"frmJmpqx", open<frmJmpqx>},
+    {"frmSqx", open<frmSqx>},     {"frmSelectCg", open<frmSelectCg>},
+    {"frmCg", open<frmCg>},       {"frmCgkd", open<frmCgkd>},
+    {"frmDl", open<frmDl>},       {"frmBpjs", open<frmBpjs>},
+    {"frmTfz", open<frmTfz>},     {"frmTfy", open<frmTfy>},
+    {"frmWfz", open<frmWfz>},     {"frmWfy", open<frmWfy>},
+};
+
+}  // namespace
+
+frmSelect::frmSelect(QWidget* parent) : Form(QStringLiteral("frmSelect"), QStringLiteral("编辑线路参数"), parent)
+{
+    auto* frame = control<QGroupBox>("Frame1", QStringLiteral("参数"));
+    auto* options = new QGridLayout(frame);
+    options->setContentsMargins(16, 12, 16, 12);
+    options->setHorizontalSpacing(40);
+    options->setVerticalSpacing(10);
+    auto* optCs = new QButtonGroup(this);
+    optCs->setObjectName(QStringLiteral("optCs"));
+    for (int index = 0; index < std::ssize(kWizardOptions); ++index) {
+        const auto caption = std::string(kWizardOptions[static_cast<std::size_t>(index)].caption);
+        auto* option = new QRadioButton(fromUtf8(caption), frame);
+        option->setObjectName(QStringLiteral("optCs%1").arg(index));
+        optCs->addButton(option, index);
+        options->addWidget(option, index < 6 ? index : index - 6, index < 6 ? 0 : 1);
+    }
+    optCs->button(0)->setChecked(true);
+    on(optCs, &QButtonGroup::idToggled, [this](int index, bool checked) {
+        if (checked) m_option = toInt16(index);
+    });
+
+    auto* next = control<XPButton>("cmdSelectNext", QStringLiteral("下一步"));
+    auto* back = control<XPButton>("cmdSelectBack", QStringLiteral("返 回"));
+    on(next, &XPButton::Click, [this] { cmdSelectNext_Click(); });
+    on(back, &XPButton::Click, [this] { cmdSelectBack_Click(); });
+
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(house::kGrid);
+    buttons->addStretch(1);
+    for (auto* button : {next, back}) {
+        button->setMinimumWidth(104);
+        buttons->addWidget(button);
+    }
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(house::kMargin, house::kMargin, house::kMargin, house::kMargin);
+    all->setSpacing(house::kMargin);
+    all->addWidget(frame, 1);
+    all->addLayout(buttons);
+}
+
+void frmSelect::cmdSelectNext_Click()
+{
+    const WizardStep step = NextStep(m_option);
+    if (step.message) desk().box(*step.message);
+    for (const auto& [name, show] : kForms)
+        if (name == step.form) show(this);
+}
+
+void frmSelect::cmdSelectBack_Click()
+{
+    LoadProject();
+    unload();
+}
