@@ -1,9 +1,8 @@
 #include "editors/ChoiceForm.h"
 
 #include "controls/XPButton.h"
-#include "platform/HouseLook.h"
+#include "platform/Layout.h"
 
-#include <QHBoxLayout>
 #include <QRadioButton>
 
 ChoiceForm::ChoiceForm(const ChoiceText& text, std::function<Outcome(bool)> accept, QWidget* parent)
@@ -20,24 +19,6 @@ ChoiceForm::ChoiceForm(const ChoiceText& text, std::function<Outcome(bool)> acce
     });
     on(cancel, &XPButton::Click, [this] { unload(); });
 
-    auto* options = new QHBoxLayout;
-    options->setContentsMargins(8, 8, 8, 8);
-    options->setSpacing(32);
-    options->addWidget(first);
-    options->addWidget(second);
-    options->addStretch(1);
-    auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(house::kGrid);
-    buttons->addStretch(1);
-    for (auto* button : {ok, cancel}) {
-        button->setMinimumWidth(104);
-        buttons->addWidget(button);
-    }
-    auto* all = new QVBoxLayout(this);
-    all->setContentsMargins(house::kMargin, house::kMargin, house::kMargin, house::kMargin);
-    all->setSpacing(house::kMargin);
-    all->addLayout(options);
-    all->addStretch(1);
-    all->addLayout(buttons);
+    house::arrange(*this, {house::across({first, second}), house::buttonRow({ok, cancel})});
     setMinimumWidth(320);
 }

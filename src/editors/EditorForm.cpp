@@ -5,6 +5,7 @@
 #include "engine/Numbers.h"
 #include "engine/RunTimeError.h"
 #include "platform/HouseLook.h"
+#include "platform/Layout.h"
 #include "platform/MSFlexGrid.h"
 #include "platform/Twips.h"
 #include "project/CalcTables.h"
@@ -65,40 +66,13 @@ void EditorForm::makeControls()
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(house::kMargin, house::kMargin, house::kMargin, house::kMargin);
     all->setSpacing(house::kGrid);
-
-    if (!m_table.frames.empty()) {
-        auto* row = new QHBoxLayout;
-        row->setSpacing(house::kMargin);
-        for (const EditorFrame& frame : m_table.frames) {
-            auto* group = control<QGroupBox>(std::string(frame.control).c_str(), fromUtf8(std::string(frame.caption)));
-            auto* line = new QHBoxLayout(group);
-            for (const FrameBox& field : frame.boxes) {
-                auto* box = new QLineEdit(group);
-                box->setObjectName(fromUtf8(std::string(field.control)));
-                box->setToolTip(fromUtf8(std::string(field.tip)));
-                box->setMinimumWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("0000000.00000")) + 12);
-                auto* label = new QLabel(fromUtf8(std::string(field.label)), group);
-                label->setBuddy(box);
-                line->addWidget(label);
-                line->addWidget(box, 1);
-                filterKeys(box, IsSignedDecimalKey);
-                on(box, &QLineEdit::textChanged, [this] { Edited = true; });
-                m_frameBoxes.push_back(box);
-            }
-            row->addWidget(group, static_cast<int>(frame.boxes.size()));
-        }
-        all->addLayout(row);
-    }
+    if (!m_table.frames.empty()) all->addLayout(makeFrames());
 
     m_grid = control<MSFlexGrid>(toUtf8(named("Msfg", m_table.stem)).c_str());
     all->addWidget(m_grid, 1);
     on(m_grid, &MSFlexGrid::MouseDown, [](int mouseButton, int, int) { gGridLeftDown = mouseButton == 1; });
     on(m_grid, &MSFlexGrid::Click, [this] { Grid_Click(); });
-    on(m_grid, &MSFlexGrid::Scroll, [this] {
-        if (!m_table.scrollHides) return placeBox();
-        if (m_box->hasFocus()) m_grid->setFocus();
-        m_box->hide();
-    });
+    on(m_grid, &MSFlexGrid::Scroll, [this] { Grid_Scroll(); });
     on(m_grid->horizontalHeader(), &QHeaderView::sectionResized, [this] { placeBox(); });
 
     m_box = control<QLineEdit>(toUtf8(named("txt", m_table.stem, "Input")).c_str());
@@ -110,9 +84,7 @@ void EditorForm::makeControls()
         return !accepts || accepts(keyAscii);
     });
     on(m_box, &QLineEdit::textChanged, [this] { Edited = true; });
-    on(m_box, &QLineEdit::textEdited, [this] {
-        if (boxHasCell()) m_grid->scrollTo(m_grid->model()->index(CurRow - 1, CurCol - 1));
-    });
+    on(m_box, &QLineEdit::textEdited, [this] { scrollToBox(); });
 
     auto* hint = control<QLabel>("lblHint", m_table.enterMoves
                                                 ? QStringLiteral("单击单元格输入，回车到下一格，方向键移动，可粘贴表格")
@@ -123,25 +95,42 @@ void EditorForm::makeControls()
     m_buttons->addWidget(hint);
     m_buttons->addStretch(1);
     all->addLayout(m_buttons);
-    if (m_table.hasInsert)
-        on(button("Insert", QStringLiteral("插入一行")), &XPButton::Click, [this] { cmdInsert_Click(); });
-    on(button("Del", QStringLiteral("删除一行")), &XPButton::Click, [this] { cmdDel_Click(); });
-    on(button("Back", QStringLiteral("返 回")), &XPButton::Click, [this] { cmdBack_Click(); });
-    on(button("Save", QStringLiteral("保 存")), &XPButton::Click, [this] { cmdSave_Click(); });
+    const auto button = [this](std::string_view name, const QString& caption, auto handler) {
+        auto* made = control<XPButton>(toUtf8(named("cmd", m_table.stem, name)).c_str(), caption);
+        on(made, &XPButton::Click, handler);
+        m_buttons->addWidget(made);
+    };
+    if (m_table.hasInsert) button("Insert", QStringLiteral("插入一行"), [this] { cmdInsert_Click(); });
+    button("Del", QStringLiteral("删除一行"), [this] { cmdDel_Click(); });
+    button("Back", QStringLiteral("返 回"), [this] { cmdBack_Click(); });
+    button("Save", QStringLiteral("保 存"), [this] { cmdSave_Click(); });
 }
 
-XPButton* EditorForm::button(const char* name, const QString& caption)
+QLayout* EditorForm::makeFrames()
 {
-    auto* made = control<XPButton>(toUtf8(named("cmd", m_table.stem, name)).c_str(), caption);
-    made->setMinimumWidth(104);
-    m_buttons->addWidget(made);
-    return made;
+    auto* row = new QHBoxLayout;
+    row->setSpacing(house::kMargin);
+    for (const EditorFrame& frame : m_table.frames) {
+        house::Fields fields;
+        for (const FrameBox& field : frame.boxes) {
+            auto* box = control<QLineEdit>(std::string(field.control).c_str());
+            box->setToolTip(fromUtf8(std::string(field.tip)));
+            house::fitDigits(box);
+            filterKeys(box, IsSignedDecimalKey);
+            on(box, &QLineEdit::textChanged, [this] { Edited = true; });
+            m_frameBoxes.push_back(box);
+            fields.emplace_back(fromUtf8(std::string(field.label)), box);
+        }
+        auto* group = house::frame(fromUtf8(std::string(frame.caption)), house::fieldLine(fields));
+        group->setObjectName(fromUtf8(std::string(frame.control)));
+        row->addWidget(group, 1);
+    }
+    return row;
 }
 
 XPButton* EditorForm::addButton(const char* name, const QString& caption)
 {
     auto* made = control<XPButton>(name, caption);
-    made->setMinimumWidth(104);
     auto* back = findChild<XPButton*>(named("cmd", m_table.stem, "Back"));
     m_buttons->insertWidget(m_buttons->indexOf(back), made);
     setTabOrder(findChild<XPButton*>(named("cmd", m_table.stem, "Del")), made);
@@ -170,19 +159,16 @@ void EditorForm::Form_Load()
     for (std::size_t i = 0; i < m_frameBoxes.size(); ++i) m_frameBoxes[i]->setText(fromUtf8(content.frameTexts[i]));
     RenumberGrid(*m_grid);
 
+    const auto buttons = findChildren<XPButton*>();
+    for (auto* button : buttons) button->setMinimumWidth(104);
     resize(sizeHint().expandedTo({560, 440}));
-    if (m_table.scales) {  // from here on the controls go with the window, each in its place
-        layout()->activate();
-        delete layout();
-        setMinimumSize(480, 280);
-        ResizeInit(*this);
-    }
+    if (m_table.scales) ResizeInit(*this);
     Edited = false;
 }
 
 void EditorForm::Form_Resize()
 {
-    if (m_table.scales && !layout()) ResizeForm(*this);
+    if (m_table.scales) ResizeForm(*this);
     placeBox();
 }
 
@@ -192,6 +178,13 @@ void EditorForm::Grid_Click()
 {
     enterCell(m_grid->Row(), m_grid->Col());
     if (gGridLeftDown) applyMouseRule();
+}
+
+void EditorForm::Grid_Scroll()
+{
+    if (!m_table.scrollHides) return placeBox();
+    if (m_box->hasFocus()) m_grid->setFocus();
+    m_box->hide();
 }
 
 void EditorForm::enterCell(int row, int col)
@@ -342,6 +335,11 @@ void EditorForm::showCellText()
 {
     m_box->setText(cellText(CurRow, CurCol));
     m_box->selectAll();
+}
+
+void EditorForm::scrollToBox()
+{
+    if (boxHasCell()) m_grid->scrollTo(m_grid->model()->index(CurRow - 1, CurCol - 1));
 }
 
 // Comfort

@@ -15,6 +15,7 @@
 class MSFlexGrid;
 class QBoxLayout;
 class QKeyEvent;
+class QLayout;
 class QLineEdit;
 class XPButton;
 
@@ -43,6 +44,7 @@ protected:
 private:
     // Handlers.
     void Grid_Click();
+    void Grid_Scroll();
     void CommitCell();
     void cmdInsert_Click();
     void cmdDel_Click();
@@ -64,13 +66,14 @@ private:
 
     // Comfort.
     void placeBox();
+    void scrollToBox();
     bool boxNeeds(const QKeyEvent& key) const;
     bool moveByKey(const QKeyEvent& key);
     bool pasteBlock(const QString& text);
     void showBoxMenu(const QPoint& at);
 
     void makeControls();
-    XPButton* button(const char* name, const QString& caption);
+    QLayout* makeFrames();
 
     EditorTable m_table;
     MSFlexGrid* m_grid = nullptr;

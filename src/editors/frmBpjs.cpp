@@ -3,11 +3,9 @@
 #include "controls/XPButton.h"
 #include "editors/Wizard.h"
 #include "engine/Numbers.h"
-#include "platform/HouseLook.h"
+#include "platform/Layout.h"
 
 #include <QFocusEvent>
-#include <QFormLayout>
-#include <QHBoxLayout>
 #include <QLabel>
 
 namespace {
@@ -27,12 +25,6 @@ frmBpjs::frmBpjs(QWidget* parent)
     filterKeys(txtWfJs, isCutGradeKey, WhileCtrl::Filtered);
     filterKeys(txtXzcs, IsUnsignedDecimalKey);
 
-    auto* fields = new QFormLayout;
-    fields->setLabelAlignment(Qt::AlignRight);
-    fields->setSpacing(house::kGrid);
-    fields->addRow(QStringLiteral("填方最大边坡级数(1～5)"), txtTfJs);
-    fields->addRow(QStringLiteral("挖方最大边坡级数(1～10)"), txtWfJs);
-    fields->addRow(QStringLiteral("挖方边坡限制高度"), txtXzcs);
     auto* note =
         control<QLabel>("Label4", QStringLiteral("(对应图纸上>N米但<M米不设平台中的M，如>10米但是<12米时不设置平台则"
                                                  "输入12，没有则无需输入)"));
@@ -43,20 +35,11 @@ frmBpjs::frmBpjs(QWidget* parent)
     on(ok, &XPButton::Click, [this] { cmdBpjsOk_Click(); });
     on(cancel, &XPButton::Click, [this] { unload(); });
 
-    auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(house::kGrid);
-    buttons->addStretch(1);
-    for (auto* button : {ok, cancel}) {
-        button->setMinimumWidth(104);
-        buttons->addWidget(button);
-    }
-    auto* all = new QVBoxLayout(this);
-    all->setContentsMargins(house::kMargin, house::kMargin, house::kMargin, house::kMargin);
-    all->setSpacing(house::kMargin);
-    all->addLayout(fields);
-    all->addWidget(note);
-    all->addStretch(1);
-    all->addLayout(buttons);
+    for (auto* box : {txtTfJs, txtWfJs, txtXzcs}) house::fitDigits(box);
+    house::arrange(*this, {house::fieldColumn({{QStringLiteral("填方最大边坡级数(1～5)"), txtTfJs},
+                                               {QStringLiteral("挖方最大边坡级数(1～10)"), txtWfJs},
+                                               {QStringLiteral("挖方边坡限制高度"), txtXzcs}}),
+                           note, house::buttonRow({ok, cancel})});
     setMinimumWidth(400);
 }
 

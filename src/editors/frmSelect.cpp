@@ -18,12 +18,12 @@
 #include "editors/frmWfz.h"
 #include "engine/RunTimeError.h"
 #include "platform/HouseLook.h"
+#include "platform/Layout.h"
 #include "project/LoadProject.h"
 
 #include <QButtonGroup>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QHBoxLayout>
 #include <QRadioButton>
 
 #include <utility>
@@ -51,17 +51,14 @@ constexpr std::pair<std::string_view, void (*)(QWidget*)> kForms[] = {
 
 frmSelect::frmSelect(QWidget* parent) : Form(QStringLiteral("frmSelect"), QStringLiteral("编辑线路参数"), parent)
 {
-    auto* frame = control<QGroupBox>("Frame1", QStringLiteral("参数"));
-    auto* options = new QGridLayout(frame);
-    options->setContentsMargins(16, 12, 16, 12);
-    options->setHorizontalSpacing(40);
-    options->setVerticalSpacing(10);
+    auto* options = new QGridLayout;
+    options->setHorizontalSpacing(48);
+    options->setVerticalSpacing(house::kMargin);
     auto* optCs = new QButtonGroup(this);
     optCs->setObjectName(QStringLiteral("optCs"));
     for (int index = 0; index < std::ssize(kWizardOptions); ++index) {
         const auto caption = std::string(kWizardOptions[static_cast<std::size_t>(index)].caption);
-        auto* option = new QRadioButton(fromUtf8(caption), frame);
-        option->setObjectName(QStringLiteral("optCs%1").arg(index));
+        auto* option = control<QRadioButton>(("optCs" + std::to_string(index)).c_str(), fromUtf8(caption));
         optCs->addButton(option, index);
         options->addWidget(option, index < 6 ? index : index - 6, index < 6 ? 0 : 1);
     }
@@ -75,18 +72,10 @@ frmSelect::frmSelect(QWidget* parent) : Form(QStringLiteral("frmSelect"), QStrin
     on(next, &XPButton::Click, [this] { cmdSelectNext_Click(); });
     on(back, &XPButton::Click, [this] { cmdSelectBack_Click(); });
 
-    auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(house::kGrid);
-    buttons->addStretch(1);
-    for (auto* button : {next, back}) {
-        button->setMinimumWidth(104);
-        buttons->addWidget(button);
-    }
-    auto* all = new QVBoxLayout(this);
-    all->setContentsMargins(house::kMargin, house::kMargin, house::kMargin, house::kMargin);
-    all->setSpacing(house::kMargin);
-    all->addWidget(frame, 1);
-    all->addLayout(buttons);
+    auto* frame = house::frame(QStringLiteral("参数"), options);
+    frame->setObjectName(QStringLiteral("Frame1"));
+    house::arrange(*this, {frame, house::buttonRow({next, back})});
+    setMinimumWidth(360);
 }
 
 void frmSelect::cmdSelectNext_Click()
