@@ -8,7 +8,8 @@
 std::span<const Command* const> Commands()
 {
     static constexpr const Command* kAll[] = {
-        &kCoordsCommand, &kInverseCommand, &kStakeoutCommand, &kElevationCommand, &kCornersCommand, &kMainPointsCommand,
+        &kCoordsCommand,  &kInverseCommand,    &kStakeoutCommand, &kElevationCommand,
+        &kCornersCommand, &kMainPointsCommand, &kPhoneCommand,
     };
     return kAll;
 }

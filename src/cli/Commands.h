@@ -9,3 +9,4 @@ extern const Command kStakeoutCommand;
 extern const Command kElevationCommand;
 extern const Command kCornersCommand;
 extern const Command kMainPointsCommand;
+extern const Command kPhoneCommand;

@@ -1,0 +1,55 @@
+#include "phone/Phone.h"
+
+#include "cli/Commands.h"
+#include "project/Workspace.h"
+
+#include <ostream>
+
+namespace {
+
+/// Answers the question about overwriting; what is said otherwise goes the usual way.
+class OverwriteDesk final : public Desk {
+public:
+    OverwriteDesk() { setDesk(this); }
+    ~OverwriteDesk() override { setDesk(&m_usual); }
+    bool box(const Msg& msg) override { return msg.buttons == Msg::YesNo || m_usual.box(msg); }
+    void turn() override { m_usual.turn(); }
+    std::optional<std::string> openFile(std::string_view filter) override { return m_usual.openFile(filter); }
+    std::optional<std::string> saveFile(std::string_view filter) override { return m_usual.saveFile(filter); }
+
+private:
+    Desk& m_usual = desk();
+};
+
+int run(const Call& call)
+{
+    const std::string name = call.args.value("--name");
+    std::optional<OverwriteDesk> overwriting;
+    if (call.args.has("--overwrite")) overwriting.emplace();
+    const auto done = ExportForPhone(name);
+    if (done == PhoneExport::Stopped || done == PhoneExport::Declined) return kRefused;
+    call.out << PhoneProjectPath(name) << '\n';
+    return kDone;
+}
+
+constexpr Way kWays[] = {"--name [--overwrite]"};
+constexpr Option kOptions[] = {
+    {"--name", "名称", "手机版项目名称，只用英文字母和数字"},
+    {"--overwrite", "", "已有这个名称的手机版项目时覆盖它；不给时拒绝"},
+};
+
+}  // namespace
+
+const Command kPhoneCommand{
+    .name = "phone",
+    .summary = "转换为手机版参数",
+    .help = R"(把项目的十一个参数文件原样转换为 UTF-16，写到工作目录的 SJCS 下，并写入手机版项目列表。
+结果是那个目录的路径，把它复制到手机即可。
+
+例子：
+  velumark-calc 示例一 phone --name road1
+)",
+    .ways = kWays,
+    .options = kOptions,
+    .run = run,
+};
