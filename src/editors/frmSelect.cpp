@@ -62,6 +62,8 @@ frmSelect::frmSelect(QWidget* parent) : Form(QStringLiteral("frmSelect"), QStrin
         optCs->addButton(option, index);
         options->addWidget(option, index < 6 ? index : index - 6, index < 6 ? 0 : 1);
     }
+    auto* frame = house::frame(QStringLiteral("参数"), options);
+    frame->setObjectName(QStringLiteral("Frame1"));
     optCs->button(0)->setChecked(true);
     on(optCs, &QButtonGroup::idToggled, [this](int index, bool checked) {
         if (checked) m_option = toInt16(index);
@@ -72,8 +74,6 @@ frmSelect::frmSelect(QWidget* parent) : Form(QStringLiteral("frmSelect"), QStrin
     on(next, &XPButton::Click, [this] { cmdSelectNext_Click(); });
     on(back, &XPButton::Click, [this] { cmdSelectBack_Click(); });
 
-    auto* frame = house::frame(QStringLiteral("参数"), options);
-    frame->setObjectName(QStringLiteral("Frame1"));
     house::arrange(*this, {frame, house::buttonRow({next, back})});
     setMinimumWidth(360);
 }

@@ -180,7 +180,7 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
     case Qt::DisplayRole:
         return QString::fromStdString(m_text.text(row, col));
     case Qt::TextAlignmentRole:
-        return QVariant::fromValue(alignment(col));
+        return static_cast<int>(alignment(col)) | (across ? Qt::TextWordWrap : 0);
     case Qt::ToolTipRole:
         if (const auto tip = m_headerToolTips.find(col); across && tip != m_headerToolTips.end()) return tip->second;
         return {};

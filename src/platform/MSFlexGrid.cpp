@@ -23,6 +23,22 @@ constexpr int kDefaultWidth = 960;  // twips
 constexpr int kLeastCorner = 24;    // pixels a dragged sequence column keeps
 constexpr int kHandle = 4;          // pixels beside the sequence column's right edge that drag it
 
+constexpr int kBorder = 45;  // twips of the grid's border: positions count from inside it
+
+/// Header texts that their column cannot hold go on in a second line.
+class WrappingHeader : public QHeaderView {
+public:
+    explicit WrappingHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {}
+
+protected:
+    QSize sectionSizeFromContents(int section) const override
+    {
+        const QString text = model()->headerData(section, Qt::Horizontal).toString();
+        const QRect column(0, 0, sectionSize(section) - 4, 1000);
+        return {sectionSize(section), fontMetrics().boundingRect(column, Qt::TextWordWrap, text).height() + 11};
+    }
+};
+
 void requireIndex(bool inside)
 {
     if (!inside) throw RunTimeError(RunTimeError::Subscript);
@@ -46,6 +62,7 @@ int buttonNumber(Qt::MouseButton button)
 
 MSFlexGrid::MSFlexGrid(QWidget* parent) : QTableView(parent), m_model(new GridModel(this)), m_menu(new QMenu(this))
 {
+    setHorizontalHeader(new WrappingHeader(this));
     setModel(m_model);
     setEditTriggers(NoEditTriggers);
     setTabKeyNavigation(false);
@@ -199,13 +216,13 @@ QRect MSFlexGrid::cellRect(int row, int col) const
 int MSFlexGrid::ColPos(int col) const
 {
     requireIndex(col >= 0 && col < Cols());
-    return pixelsToTwips(cellRect(0, col).x(), *this);
+    return pixelsToTwips(cellRect(0, col).x(), *this) - kBorder;
 }
 
 int MSFlexGrid::RowPos(int row) const
 {
     requireIndex(row >= 0 && row < Rows());
-    return pixelsToTwips(cellRect(row, 0).y(), *this);
+    return pixelsToTwips(cellRect(row, 0).y(), *this) - kBorder;
 }
 
 void MSFlexGrid::AddItem(const QString& tabSeparated, int index)

@@ -31,8 +31,8 @@ public:
     int ColWidth(int col) const;  ///< twips
     void setColWidth(int col, int twips);
     void setColAlignment(int col, Qt::Alignment alignment);
-    int ColPos(int col) const;  ///< twips from the grid's left edge to the column, scrolling included
-    int RowPos(int row) const;  ///< twips from the grid's top edge to the row, scrolling included
+    int ColPos(int col) const;  ///< twips to the column, scrolling included, from inside the grid's border of 45 twips
+    int RowPos(int row) const;  ///< twips to the row, likewise: grid Top + RowPos + 45 is the row's place on the form
     void AddItem(const QString& tabSeparated, int index = -1);  ///< a row at `index`, at the end without one
     void RemoveItem(int row);  ///< throws RunTimeError Subscript where the fixed row or the last data row would go
     void Clear();              ///< every cell's text, the header included, and every warning
