@@ -1,15 +1,411 @@
+// The frame of a load: files made, cleaned and upgraded, what stays between loads, how a load ends.
+
 #include "project/LoadProject.h"
 #include "support/ProjectFolder.h"
+#include "support/ReferenceLoad.h"
 #include "support/ScriptedDesk.h"
+#include "support/SharedDiff.h"
 
 #include <gtest/gtest.h>
 
-TEST(LoadProject, MissingSettingsGainOneLineALoad)
-{
+#include <filesystem>
+
+namespace {
+
+const Msg kGap{"桩号不存在，请检查断链数据！", "注意", Icon::Exclamation};
+const std::string kUnset = "未设置\r\n";
+
+const std::vector<std::string> kFiles{"其他参数.txt",   "平曲线参数.txt", "竖曲线参数.txt",  "断链参数.txt",
+                                      "导线点参数.txt", "超高参数.txt",   "超高宽度参数.txt"};
+const std::vector<std::string> kTables(kFiles.begin() + 1, kFiles.end());
+
+/// A block project with every table, no breaks.
+const std::initializer_list<ProjectFolder::File> kRoad{
+    {"其他参数.txt", "积木法\r\n线性\r\n2\r\n3\r\n12\r\n"},
+    {"平曲线参数.txt", "0,100,10,20,30,0,0\r\n100,200,96.6,70,30,0,50\r\n"},
+    {"竖曲线参数.txt", "0,10\r\n50,12,900\r\n200,11\r\n"},
+    {"断链参数.txt", ""},
+    {"导线点参数.txt", "A,1,2,\r\nB,3,4,备注\r\n"},
+    {"超高参数.txt", "0,-2,-2,200,-2,-2\r\n"},
+    {"超高宽度参数.txt", "0,200,1,5,5,1,1,6,6,2,2,-4\r\n"},
+};
+
+struct Load : testing::Test {
     ScriptedDesk desk;
     ProjectFolder folder;
+
+    void files(std::initializer_list<ProjectFolder::File> all) const
+    {
+        for (const auto& [name, text] : all) folder.write(name, text);
+    }
+    ~Load() override { SetHang(Hang::ForEver); }
+};
+
+}  // namespace
+
+TEST_F(Load, MissingFilesAreCreatedEmpty)
+{
     LoadProject();
-    EXPECT_EQ(folder.text("其他参数.txt"), "未设置\r\n");
+    for (const auto& file : kTables) {
+        EXPECT_TRUE(folder.has(file)) << file;
+        EXPECT_EQ(folder.bytes(file), "") << file;
+    }
+    EXPECT_EQ(desk.messages, std::vector<Msg>{});
+    EXPECT_FALSE(LoadStoppedAtGap());
+}
+
+TEST_F(Load, MissingSettingsGainOneLineALoad)
+{
+    for (const auto* expected : {"未设置\r\n", "未设置\r\n未设置\r\n", "未设置\r\n未设置\r\n未设置\r\n"}) {
+        LoadProject();
+        EXPECT_EQ(folder.text("其他参数.txt"), expected);
+    }
+}
+
+TEST_F(Load, FourSettingsBecomeFiveAndFiveStay)
+{
+    folder.write("其他参数.txt", "交点法\r\n线性\r\n2\r\n3\r\n");
     LoadProject();
-    EXPECT_EQ(folder.text("其他参数.txt"), "未设置\r\n未设置\r\n");
+    EXPECT_EQ(folder.text("其他参数.txt"), "交点法\r\n线性\r\n2\r\n3\r\n未设置\r\n");
+    LoadProject();
+    EXPECT_EQ(folder.text("其他参数.txt"), "交点法\r\n线性\r\n2\r\n3\r\n未设置\r\n");
+    folder.write("其他参数.txt", "1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n");
+    LoadProject();
+    EXPECT_EQ(folder.text("其他参数.txt"), "1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n");
+}
+
+TEST_F(Load, SettingsLineIsAppendedBehindAFifthLineWithoutLineEnd)
+{
+    folder.write("其他参数.txt", "交点法\r\n线性\r\n2\r\n3\r\n12");
+    LoadProject();
+    EXPECT_EQ(folder.text("其他参数.txt"), "交点法\r\n线性\r\n2\r\n3\r\n12未设置\r\n");
+    LoadProject();
+    EXPECT_EQ(folder.text("其他参数.txt"), "交点法\r\n线性\r\n2\r\n3\r\n12未设置\r\n");
+}
+
+TEST_F(Load, BlankSettingsLinesGoBeforeTheFifthIsCounted)
+{
+    folder.write("其他参数.txt", "交点法\r\n\r\n线性\r\n\r\n2\r\n3\r\n");
+    LoadProject();
+    EXPECT_EQ(folder.text("其他参数.txt"), "交点法\r\n线性\r\n2\r\n3\r\n" + kUnset);
+    EXPECT_EQ(gCgType, "0");
+}
+
+TEST_F(Load, BlankLinesGoFromEveryFileAndItsRowsLoad)
+{
+    for (const auto& file : kFiles) folder.write(file, "\r\n1,2\r\n\r\n\r\n3,4\r\n\r\n");
+    LoadProject();
+    for (const auto& file : kTables) EXPECT_EQ(folder.text(file), "1,2\r\n3,4\r\n") << file;
+    EXPECT_EQ(folder.text("其他参数.txt"), "1,2\r\n3,4\r\n" + kUnset);
+    EXPECT_EQ(gDxdCount, 1);
+    EXPECT_EQ(gElemCount, 2);
+    EXPECT_EQ(gSqxCount, 1);
+}
+
+TEST_F(Load, SlopeFilesAreLeftAlone)
+{
+    for (const auto* file : {"左幅填方参数.txt", "右幅填方参数.txt", "左幅挖方参数.txt", "右幅挖方参数.txt"})
+        folder.write(file, "\r\n1\r\n\r\n2");
+    LoadProject();
+    for (const auto* file : {"左幅填方参数.txt", "右幅填方参数.txt", "左幅挖方参数.txt", "右幅挖方参数.txt"})
+        EXPECT_EQ(folder.text(file), "\r\n1\r\n\r\n2");
+}
+
+TEST_F(Load, FileOfLineEndsAloneIsEmptiedAndHasNoRows)
+{
+    for (const auto& file : kTables) folder.write(file, "\r\n\r\n\r\n");
+    const Shared before = shared;
+    LoadProject();
+    for (const auto& file : kTables) EXPECT_EQ(folder.bytes(file), "") << file;
+    shared.cgType = before.cgType;
+    EXPECT_EQ(differences(shared, before), "");
+}
+
+TEST_F(Load, LastLineWithoutLineEndLoads)
+{
+    folder.write("导线点参数.txt", "A,1,2,\r\nB,3,4,");
+    LoadProject();
+    EXPECT_EQ(gDxdName, (std::vector<std::string>{"A", "B"}));
+    EXPECT_EQ(folder.text("导线点参数.txt"), "A,1,2,\r\nB,3,4,");
+}
+
+TEST_F(Load, LastLineWithoutLineEndIsLostToABlankLine)
+{
+    folder.write("导线点参数.txt", "A,1,2,\r\n\r\nB,3,4,");
+    LoadProject();
+    EXPECT_EQ(gDxdName, std::vector<std::string>{"A"});
+    EXPECT_EQ(folder.text("导线点参数.txt"), "A,1,2,\r\n");
+}
+
+TEST_F(Load, CleanFilesAreNotWritten)
+{
+    files(kRoad);
+    const auto longAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
+    for (const auto& file : kFiles) std::filesystem::last_write_time(folder.path(file), longAgo);
+    LoadProject();
+    for (const auto& file : kFiles) EXPECT_EQ(std::filesystem::last_write_time(folder.path(file)), longAgo) << file;
+}
+
+TEST_F(Load, EmptyProjectAfterAFullOneKeepsEveryTable)
+{
+    files(kRoad);
+    LoadProject();
+    Shared full = shared;
+    folder.project("空");
+    LoadProject();
+    full.cgType = "1";  // the settings have grown to one line, and the second piece is empty
+    EXPECT_EQ(differences(shared, full), "");
+}
+
+TEST_F(Load, SameProjectTwiceGivesTheSameTables)
+{
+    files(kRoad);
+    LoadProject();
+    const Shared once = shared;
+    LoadProject();
+    EXPECT_EQ(differences(shared, once), "");
+    EXPECT_EQ(desk.messages, std::vector<Msg>{});
+}
+
+TEST_F(Load, OldBreaksStayAndAreReducedASecondTime)
+{
+    files({{"断链参数.txt", "100,120\r\n500,490\r\n"}});
+    LoadProject();
+    EXPECT_EQ(gDlBack, (std::vector<double>{100, 480}));
+    EXPECT_EQ(gDlAhead, (std::vector<double>{120, 470}));
+    EXPECT_EQ(gDlCum, (std::vector<double>{20, -10}));
+    folder.project("无断链");
+    LoadProject();
+    EXPECT_EQ(gDlBack, (std::vector<double>{100, 460}));
+    EXPECT_EQ(gDlAhead, (std::vector<double>{120, 450}));
+    EXPECT_EQ(gDlCum, (std::vector<double>{20, -10}));
+    EXPECT_EQ(gHasDl, -1);
+}
+
+TEST_F(Load, ModelAndSuperelevationFormComeFromTheFirstTwoLines)
+{
+    struct {
+        const char* settings;
+        bool intersectionPoints;
+        const char* type;
+    } const cases[] = {
+        {"交点法\r\n线性\r\n", true, "0"},    {"积木法\r\n三次抛物线\r\n", false, "1"},
+        {"未设置\r\n未设置\r\n", false, "1"}, {"交点法 \r\n线性 \r\n", false, "1"},
+        {"线性\r\n交点法\r\n", false, "1"},   {"交点法\r\n", true, "1"},
+        {"jdf\r\n0\r\n", false, "1"},
+    };
+    for (const auto& [settings, intersectionPoints, type] : cases) {
+        shared = {};
+        files({{"其他参数.txt", settings}, {"平曲线参数.txt", "0,0,0\r\nJ,100,0,10,10,90\r\n100,100\r\n"}});
+        LoadProject();
+        EXPECT_EQ(gElemCount, intersectionPoints ? 5 : 3) << settings;
+        EXPECT_EQ(gZdCount, intersectionPoints ? 1 : 0) << settings;
+        EXPECT_EQ(gCgType, type) << settings;
+    }
+}
+
+TEST_F(Load, OneSettingsLineWithLineEndMakesTheFormOne)
+{
+    gCgType = "0";
+    folder.write("其他参数.txt", "交点法\r\n");
+    LoadProject();
+    EXPECT_EQ(gCgType, "1");
+}
+
+TEST_F(Load, BlockRowInAGapStopsBeforeTheVerticalCurves)
+{
+    files(kRoad);
+    LoadProject();
+    const Shared before = shared;
+    files({{"断链参数.txt", "120,150\r\n"},
+           {"平曲线参数.txt", "0,100,1,2,3,4,5\r\n160,300,6,7,8,9,10\r\n130,140,1,1,1,1,1\r\n170,180,1,1,1,1,1\r\n"},
+           {"竖曲线参数.txt", "7,7\r\n8,8\r\n"},
+           {"其他参数.txt", "积木法\r\n三次抛物线\r\n2\r\n3\r\n12\r\n"},
+           {"超高参数.txt", "7,7,7,7,7,7\r\n"},
+           {"超高宽度参数.txt", "7,7\r\n"},
+           {"导线点参数.txt", "新,1,2\r\n"}});
+    LoadProject();
+    EXPECT_EQ(desk.messages, std::vector<Msg>{kGap});
+    EXPECT_TRUE(LoadStoppedAtGap());
+    // Earlier groups new, the group itself converted up to the gap, later groups old.
+    EXPECT_EQ(gDxdName, std::vector<std::string>{"新"});
+    EXPECT_EQ(gElemLc, (std::vector<double>{0, 130, 130, 170, 180 + 0.0001}));
+    EXPECT_EQ(gSqxLc, before.sqxLc);
+    EXPECT_EQ(gCgType, "0");
+    EXPECT_EQ(gCgLc, before.cgLc);
+    EXPECT_EQ(gCgkdG, before.cgkdG);
+}
+
+TEST_F(Load, AGapInEachTableLeavesTheLaterOnesUnread)
+{
+    struct {
+        const char *file, *text;
+    } const tables[] = {{"平曲线参数.txt", "130,1,0,0,0,0,0\r\n"},
+                        {"竖曲线参数.txt", "130,1\r\n200,1\r\n"},
+                        {"超高参数.txt", "130,1,1,200,1,1\r\n"},
+                        {"超高宽度参数.txt", "0,130,1,1,1,1,1,1,1,1,1,1\r\n"}};
+    for (std::size_t bad = 0; bad < std::size(tables); ++bad) {
+        shared = {};
+        desk.messages.clear();
+        files(kRoad);
+        files({{"断链参数.txt", "120,150\r\n"}});
+        folder.write(tables[bad].file, tables[bad].text);
+        LoadProject();
+        EXPECT_EQ(desk.messages, std::vector<Msg>{kGap});
+        EXPECT_TRUE(LoadStoppedAtGap());
+        EXPECT_EQ(gSqxLc.empty(), bad < 1);
+        EXPECT_EQ(gCgType, bad < 2 ? "" : "0");
+        EXPECT_EQ(gCgLc.empty(), bad < 2);
+        EXPECT_EQ(gCgkdG.empty(), bad < 3);
+    }
+}
+
+TEST_F(Load, TheNextLoadIsFreshOfTheGap)
+{
+    files(kRoad);
+    files({{"断链参数.txt", "110,150\r\n"}, {"平曲线参数.txt", "120,1,0,0,0,0,0\r\n"}});
+    LoadProject();
+    EXPECT_TRUE(LoadStoppedAtGap());
+    folder.write("平曲线参数.txt", "100,105,0,0,0,0,0\r\n");
+    folder.write("竖曲线参数.txt", "");
+    folder.write("超高参数.txt", "");
+    folder.write("超高宽度参数.txt", "");
+    LoadProject();
+    EXPECT_FALSE(LoadStoppedAtGap());
+    EXPECT_EQ(desk.messages, std::vector<Msg>{kGap});
+}
+
+TEST_F(Load, StakesExactlyAtBackAndAheadAreNotInTheGap)
+{
+    files({{"断链参数.txt", "100,120\r\n"}, {"竖曲线参数.txt", "100,1\r\n120,2,3\r\n121,4\r\n"}});
+    LoadProject();
+    EXPECT_EQ(desk.messages, std::vector<Msg>{});
+    EXPECT_EQ(gSqxLc, (std::vector<double>{100, 100, 101}));
+}
+
+TEST_F(Load, ABlockThatEndsAtTheBackStakeOfAJumpClosesInTheGap)
+{
+    files({{"断链参数.txt", "100,120\r\n"}, {"平曲线参数.txt", "0,100,0,0,0,0,0\r\n"}});
+    LoadProject();  // the closing stake is 100.0001
+    EXPECT_EQ(desk.messages, std::vector<Msg>{kGap});
+}
+
+TEST_F(Load, IntersectionPointStakesKnowNoBreaks)
+{
+    files({{"其他参数.txt", "交点法\r\n线性\r\n2\r\n3\r\n4\r\n"},
+           {"断链参数.txt", "100,120\r\n"},
+           {"平曲线参数.txt", "110,0,0\r\n300,400\r\n"}});
+    LoadProject();
+    EXPECT_EQ(desk.messages, std::vector<Msg>{});
+    EXPECT_EQ(gElemLc, (std::vector<double>{110, 610.01}));
+}
+
+TEST_F(Load, TextWithoutACommaHangs)
+{
+    SetHang(Hang::Throw);
+    for (const auto& file : kTables) {
+        for (const auto& other : kTables) folder.writeBytes(other, "");
+        folder.write(file, "abc\r\n");
+        try {
+            LoadProject();
+            ADD_FAILURE() << file;
+        } catch (const LoadWouldHang& hang) {
+            EXPECT_EQ(hang.file, file);
+            EXPECT_EQ(hang.line, 1);
+        }
+    }
+}
+
+TEST_F(Load, HangingFileIsNamedWithItsLastLineOfText)
+{
+    SetHang(Hang::Throw);
+    for (const auto* text : {"abc\r\n\r\n1;2\r\n\r\n", "abc\r\n1;2\r\n", "abc\r\n1;2"}) {
+        folder.write("竖曲线参数.txt", text);
+        try {
+            LoadProject();
+            ADD_FAILURE();
+        } catch (const LoadWouldHang& hang) {
+            EXPECT_EQ(hang.file, "竖曲线参数.txt");
+            EXPECT_EQ(hang.line, 2);  // blank lines are gone by then
+        }
+    }
+}
+
+TEST_F(Load, SettingsWithoutACommaDoNotHang)
+{
+    SetHang(Hang::Throw);
+    folder.write("其他参数.txt", "abc\r\n");
+    EXPECT_NO_THROW(LoadProject());
+}
+
+TEST_F(Load, HangGivesTheEventLoopItsTurnsAndNeverComesBack)
+{
+    struct Enough {};
+    desk.onTurn = [&] {
+        if (desk.turns == 10) throw Enough{};
+    };
+    files(kRoad);
+    folder.write("导线点参数.txt", "abc\r\n");
+    const Shared before = shared;
+    EXPECT_THROW(LoadProject(), Enough);
+    EXPECT_EQ(desk.turns, 10);
+    EXPECT_EQ(differences(shared, before), "");
+    EXPECT_EQ(desk.messages, std::vector<Msg>{});
+}
+
+TEST_F(Load, FolderOfTheProjectIsMissing)
+{
+    std::filesystem::remove_all(folder.path(""));
+    const Shared before = shared;
+    LoadProject();
+    EXPECT_EQ(differences(shared, before), "");
+    EXPECT_FALSE(FolderExists(folder.path("")));
+    EXPECT_EQ(desk.messages, std::vector<Msg>{});
+}
+
+TEST_F(Load, AFolderInPlaceOfAFileIsAFileThatCannotBeRead)
+{
+    files(kRoad);
+    std::filesystem::remove(folder.path("导线点参数.txt"));
+    std::filesystem::create_directory(folder.path("导线点参数.txt"));
+    LoadProject();
+    EXPECT_EQ(gDxdCount, 0);
+    EXPECT_EQ(gDxdName, std::vector<std::string>{});
+    EXPECT_EQ(gElemCount, 2);
+}
+
+TEST_F(Load, FolderAnywhere)
+{
+    files(kRoad);
+    gProjectFolder = folder.root() + "/elsewhere";
+    std::filesystem::create_directory(gProjectFolder);
+    WriteBytes(gProjectFolder + "/导线点参数.txt", "E,8,9\r\n");
+    LoadProject();
+    EXPECT_EQ(gDxdName, std::vector<std::string>{"E"});
+    EXPECT_EQ(gElemCount, 0);
+}
+
+TEST_F(Load, AsManyRowsAsACountHolds)
+{
+    std::string text;
+    for (int i = 0; i < 32767; ++i) text += "P,1,2,\r\n";
+    folder.write("导线点参数.txt", text);
+    LoadProject();
+    EXPECT_EQ(gDxdCount, 32766);
+    EXPECT_EQ(gDxdX.back(), 1);
+}
+
+TEST_F(Load, MoreLinesThanACountHoldsLoadTheFirstAlone)
+{
+    std::string points, blocks;
+    for (int i = 0; i < 32769; ++i) {
+        points += "P,1,2,\r\n";
+        blocks += "5,6,1,2,3,4,5\r\n";
+    }
+    files({{"导线点参数.txt", points}, {"平曲线参数.txt", blocks}});
+    LoadProject();
+    EXPECT_EQ(gDxdCount, 0);
+    EXPECT_EQ(gDxdX, std::vector<double>{1});
+    EXPECT_EQ(gElemCount, 1);
+    EXPECT_EQ(gElemLc, (std::vector<double>{5, 6 + 0.0001}));
 }

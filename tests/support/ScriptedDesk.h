@@ -15,6 +15,7 @@
 #include <deque>
 #include <functional>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -24,6 +25,13 @@
 #else
 #include <gtest/gtest.h>
 #endif
+
+/// A message in the words of a failed comparison.
+inline void PrintTo(const Msg& msg, std::ostream* out)
+{
+    *out << '"' << msg.text << "\", title \"" << msg.title << "\", icon " << static_cast<int>(msg.icon) << ", buttons "
+         << msg.buttons << ", default " << msg.preset;
+}
 
 class ScriptedDesk final : public Desk {
 public:
