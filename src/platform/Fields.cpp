@@ -74,7 +74,8 @@ PickList::PickList(QWidget* parent) : QComboBox(parent)
     setEditable(true);
     setInsertPolicy(NoInsert);
     setCompleter(nullptr);
-    setSizeAdjustPolicy(AdjustToContents);
+    setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);  // its place is the form's, whatever is picked
+    setMinimumContentsLength(6);
     // Leaving the text or pressing Enter in it is no pick.
     disconnect(lineEdit(), SIGNAL(editingFinished()), this, nullptr);
     disconnect(lineEdit(), SIGNAL(returnPressed()), this, nullptr);

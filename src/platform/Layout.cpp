@@ -37,7 +37,7 @@ void add(QBoxLayout* layout, const Piece& piece, int stretch)
         layout->addWidget(piece.widget, stretch);
 }
 
-QBoxLayout* equalButtons(QBoxLayout* layout, std::initializer_list<QWidget*> buttons)
+QBoxLayout* equalButtons(QBoxLayout* layout, const std::vector<QWidget*>& buttons)
 {
     int width = 0;
     for (const auto* button : buttons) width = std::max(width, button->sizeHint().width());
@@ -96,7 +96,7 @@ QGroupBox* frame(const QString& caption, QLayout* content)
     return box;
 }
 
-QLayout* buttonRow(std::initializer_list<QWidget*> buttons)
+QLayout* buttonRow(const std::vector<QWidget*>& buttons)
 {
     auto* row = new QHBoxLayout;
     row->addStretch(1);
@@ -125,7 +125,7 @@ QLayout* down(std::initializer_list<Piece> pieces)
     return column;
 }
 
-void arrange(QWidget& window, std::initializer_list<Piece> pieces)
+void arrange(QWidget& window, const std::vector<Piece>& pieces)
 {
     auto* column = spaced(new QVBoxLayout);
     column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);

@@ -27,7 +27,7 @@ QLayout* fieldLine(const Fields& fields);              ///< side by side, from t
 QLayout* fieldTable(const std::vector<Fields>& rows);  ///< labels and boxes of all rows in columns
 QGroupBox* frame(const QString& caption, QLayout* content);
 /// Equal widths, at the right end of their row.
-QLayout* buttonRow(std::initializer_list<QWidget*> buttons);
+QLayout* buttonRow(const std::vector<QWidget*>& buttons);
 QLayout* buttonColumn(std::initializer_list<QWidget*> buttons);
 
 /// A layout or a widget inside another.
@@ -40,7 +40,7 @@ struct Piece {
 QLayout* across(std::initializer_list<Piece> pieces);  ///< side by side, of one height
 QLayout* down(std::initializer_list<Piece> pieces);    ///< one under the other, no stretch
 /// The whole content of a window from top to bottom; a grid in it takes all the room that is left.
-void arrange(QWidget& window, std::initializer_list<Piece> pieces);
+void arrange(QWidget& window, const std::vector<Piece>& pieces);
 
 inline constexpr int kCoordinateDigits = 13;
 /// A box wide enough for so many digits.

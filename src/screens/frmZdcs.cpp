@@ -1,0 +1,32 @@
+#include "screens/frmZdcs.h"
+
+#include "project/CalcTables.h"
+#include "screens/Zdcs.h"
+
+using namespace Qt::StringLiterals;
+
+frmZdcs::frmZdcs()
+    : ScreenForm({.form = "frmZdcs",
+                  .caption = u"主点参数"_s,
+                  .grid = "msfgZdcs",
+                  .save = "butZdSave",
+                  .back = "butZdBack",
+                  .wait = "txtPlzbWait",
+                  .saveCaption = u"保   存"_s,
+                  .backCaption = u"返   回"_s,
+                  .columns = kMainPointColumns,
+                  .layout = kZdcsExport})
+{
+    layOut({}, {});
+}
+
+void frmZdcs::Form_Load()
+{
+    ScreenForm::Form_Load();
+    run([](RowSink& rows) {
+        LoadZdcs(rows);
+        return Outcome{};
+    });
+}
+
+ExportData frmZdcs::exportData() { return {grid->text(), gZdCount, {}}; }
