@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <functional>
+#include <limits>
 #include <queue>
 #include <utility>
 #include <vector>
@@ -150,6 +151,35 @@ void leaveTexts(double stake, double offset)
         gOutOffsetText = "右" + FormatFixed3(o) + "米";
 }
 
+constexpr int kMostRounds = std::numeric_limits<std::int16_t>::max();
+
+/// Where the walk stands: stake m, azimuth, point m. A round is a function of this alone.
+struct Place {
+    double k = 0, az = 0, x = 0, y = 0;
+    bool operator==(const Place&) const = default;
+};
+
+/// Tells when a walk has come round to a place where it has been: it will not settle, and whole laps can be skipped.
+class Cycle {
+public:
+    /// The rounds of the whole laps that fit into those that are left.
+    int roundsToSkip(const Place& here, int left)
+    {
+        ++m_lap;
+        if (here == m_mark) return left / m_lap * m_lap;
+        if (m_lap == m_nextMark) {
+            m_mark = here;
+            m_nextMark *= 2;
+            m_lap = 0;
+        }
+        return 0;
+    }
+
+private:
+    Place m_mark{std::numeric_limits<double>::quiet_NaN()};
+    int m_lap = 0, m_nextMark = 1;
+};
+
 }  // namespace
 
 bool StakeOnElement(double stake) { return gElemCount > 0 && elementAt(stake) != 0; }
@@ -170,38 +200,31 @@ void XYToStakeFromStart() { XYToStake(at(gElemLc, 0), at(gElemFwj, 0), at(gElemX
 void XYToStake(double k0, double az0, double x0, double y0, double)
 {
     const std::size_t best = chooseElement();
-    double k = k0, az = az0;  // kept on purpose: the first round reads a packed azimuth as if it were decimal
-    Point p{x0, y0, 0};
-    if (best) {
-        k = gElemLc[best - 1];
-        az = gElemFwj[best - 1];
-        p = {gElemX[best - 1], gElemY[best - 1], 0};
-    }
+    // Kept on purpose: the first round reads a packed azimuth as if it were decimal.
+    Place here{k0, az0, x0, y0};
+    if (best) here = {gElemLc[best - 1], gElemFwj[best - 1], gElemX[best - 1], gElemY[best - 1]};
     const double first = at(gElemLc, 0);
     const double last = at(gElemLc, gElemCount);
 
-    for (auto round = static_cast<std::int16_t>(best);; round = toInt16(round + 1)) {
-        const double dx = gInX - p.x, dy = gInY - p.y;
+    Cycle cycle;
+    for (int round = static_cast<int>(best);; toInt16(++round)) {
+        const double dx = gInX - here.x, dy = gInY - here.y;
         const double d = std::sqrt(dy * dy + dx * dx);
-        if (dy == 0) return leaveTexts(k, d);  // kept on purpose: the offset is the bare distance, to the right
+        if (dy == 0) return leaveTexts(here.k, d);  // kept on purpose: the offset is the bare distance, to the right
         double q = dx == 0 ? dy * 90 / std::abs(dy) : (1 - dx / std::abs(dx)) * 90 + std::atan(dy / dx) * 180 / kPi;
         if (q < 0) q += 360;
-        const double c = std::cos(radians(q - az));
-        const double before = k;
-        if (d * c + k < last) k += d * c;
-        const double o = std::sin(radians(q - az)) * d;
+        const double c = std::cos(radians(q - here.az));
+        if (d * c + here.k < last) here.k += d * c;
+        const double o = std::sin(radians(q - here.az)) * d;
         const double w = c * o;
-        if (std::abs(w) < 0.002 || std::abs(o) < 0.0001) return leaveTexts(k, o);
-        if (k < first) k = first;
-        if (k > last) k = last;
-        gInLc = k;
-        const Point from = p;
-        const double fromAz = az;
-        if (const std::size_t i = elementAt(k)) {
-            p = pointOn(i, k);
-            az = gOutFwj = p.fwjDeg;
+        if (std::abs(w) < 0.002 || std::abs(o) < 0.0001) return leaveTexts(here.k, o);
+        if (here.k < first) here.k = first;
+        if (here.k > last) here.k = last;
+        gInLc = here.k;
+        if (const std::size_t i = elementAt(here.k)) {
+            const Point p = pointOn(i, here.k);
+            here = {here.k, gOutFwj = p.fwjDeg, p.x, p.y};
         }
-        // A round that moves nothing would be repeated until the counter runs over.
-        if (k == before && p.x == from.x && p.y == from.y && az == fromAz) throw RunTimeError(RunTimeError::Overflow);
+        round += cycle.roundsToSkip(here, kMostRounds - round);
     }
 }
