@@ -146,7 +146,7 @@ void dateMode(std::string& out) { Record(out, 0x0022).u16(0); }
 
 // FONT
 //   0  2  height in twips
-//   2  2  flags: 2 italic
+//   2  2  flags: 1 bold (as the weight says), 2 italic
 //   4  2  colour: 7FFF, automatic
 //   6  2  weight: 400 or 700
 //   8  2  raised or lowered: 0
@@ -161,7 +161,7 @@ void font(std::string& out, const Font& font)
     const bool ascii = std::ranges::all_of(name, [](char16_t unit) { return unit < 0x80; });
     Record(out, 0x0031)
         .u16(twips(font.points))
-        .u16(font.italic ? 2 : 0)
+        .u16((font.bold ? 1u : 0) | (font.italic ? 2u : 0))
         .u16(0x7FFF)
         .u16(font.bold ? 700 : 400)
         .u16(0)

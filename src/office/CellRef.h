@@ -38,6 +38,7 @@ struct CellRange {
 
     CellRange() = default;
     CellRange(CellRef cell) : first(cell), last(cell) {}
+    CellRange(int row, int col) : CellRange(CellRef(row, col)) {}
     CellRange(CellRef corner, CellRef opposite);
     CellRange(int row1, int col1, int row2, int col2) : CellRange(CellRef(row1, col1), CellRef(row2, col2)) {}
     CellRange(const Address auto& address) : CellRange(fromText(address)) {}

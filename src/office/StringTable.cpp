@@ -4,6 +4,7 @@
 #include "office/Utf16.h"
 
 #include <algorithm>
+#include <functional>
 #include <optional>
 
 namespace {
@@ -16,9 +17,27 @@ constexpr std::uint16_t kContinue = 0x003C;
 std::uint32_t StringTable::add(std::string_view text)
 {
     ++m_uses;
-    const auto [entry, isNew] = m_numbers.try_emplace(text, static_cast<std::uint32_t>(m_texts.size()));
-    if (isNew) m_texts.push_back(text);
-    return entry->second;
+    if (m_slots.size() <= 2 * m_entries.size()) grow();
+    const auto hash = std::hash<std::string_view>()(text);
+    const auto mask = m_slots.size() - 1;
+    auto slot = hash & mask;
+    for (; m_slots[slot]; slot = (slot + 1) & mask)
+        if (const auto& known = m_entries[m_slots[slot] - 1]; known.hash == hash && known.text == text)
+            return m_slots[slot] - 1;
+    m_entries.push_back({text, hash});
+    m_slots[slot] = static_cast<std::uint32_t>(m_entries.size());
+    return m_slots[slot] - 1;
+}
+
+void StringTable::grow()
+{
+    m_slots.assign(std::max<std::size_t>(64, 4 * m_slots.size()), 0);
+    const auto mask = m_slots.size() - 1;
+    for (std::size_t i = 0; i < m_entries.size(); ++i) {
+        auto slot = m_entries[i].hash & mask;
+        while (m_slots[slot]) slot = (slot + 1) & mask;
+        m_slots[slot] = static_cast<std::uint32_t>(i + 1);
+    }
 }
 
 // SST
@@ -32,20 +51,21 @@ std::uint32_t StringTable::add(std::string_view text)
 void StringTable::write(std::string& out) const
 {
     std::optional<biff::Record> record(std::in_place, out, kSst);
-    record->u32(m_uses).u32(static_cast<std::uint32_t>(m_texts.size()));
+    record->u32(m_uses).u32(static_cast<std::uint32_t>(m_entries.size()));
     const auto nextRecord = [&] {
         record.reset();
         record.emplace(out, kContinue);
     };
     std::u16string units;
-    for (const auto text : m_texts) {
+    for (const auto& [text, hash] : m_entries) {
         ToUtf16(text, units);
         const std::size_t width = biff::oneByteEach(units) ? 1 : 2;
-        if (record->room() < 3 + width) nextRecord();
+        if (record->room() < 3 + (width == 2 ? 4 : 1)) nextRecord();
         record->u16(static_cast<std::uint32_t>(units.size()));
         std::u16string_view rest(units);
         while (true) {
-            const auto part = rest.substr(0, (record->room() - 1) / width);
+            auto part = rest.substr(0, (record->room() - 1) / width);
+            if (part.size() < rest.size() && (part.back() & 0xFC00) == 0xD800) part.remove_suffix(1);
             record->characters(part, width == 2);
             rest.remove_prefix(part.size());
             if (rest.empty()) break;

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 class StringTable {
@@ -15,7 +14,13 @@ public:
     void write(std::string& out) const;
 
 private:
-    std::unordered_map<std::string_view, std::uint32_t> m_numbers;
-    std::vector<std::string_view> m_texts;
+    struct Entry {
+        std::string_view text;
+        std::size_t hash;
+    };
+    std::vector<Entry> m_entries;
+    std::vector<std::uint32_t> m_slots;  // a hash table: number + 1 at the first free slot from the hash on; 0 is free
     std::uint32_t m_uses = 0;
+
+    void grow();
 };
