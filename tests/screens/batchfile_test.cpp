@@ -1,0 +1,163 @@
+// The text files of batches: what is read, what becomes of the file, and files that are none.
+
+#include "screens/BatchFile.h"
+
+#include "engine/RunTimeError.h"
+#include "project/TextFile.h"
+#include "screens/Fs.h"
+#include "support/ProjectFolder.h"
+#include "support/ScreenTest.h"
+#include "support/ScriptedDesk.h"
+
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
+#include <thread>
+
+namespace {
+
+struct BatchFile : testing::Test {
+    ProjectFolder folder;
+    std::string path = folder.root() + "/批量.txt";
+
+    void write(const std::string& bytes) const { WriteBytes(path, bytes); }
+    std::string bytes() const { return ProjectFolder::bytesOf(path); }
+    std::vector<BatchLine> read(const std::string& text)
+    {
+        write(text);
+        return ReadBatchFile(path, 2);
+    }
+    int failure(const std::string& text)
+    {
+        return fatalError([&] { read(text); });
+    }
+};
+
+using Lines = std::vector<BatchLine>;
+
+}  // namespace
+
+TEST_F(BatchFile, LinesOfNumbers)
+{
+    EXPECT_EQ(read("1,2\r\n 3.5 , -4 \r\n"), (Lines{{1, 2}, {3.5, -4}}));
+    EXPECT_EQ(bytes(), "1,2\r\n 3.5 , -4 \r\n");
+}
+
+TEST_F(BatchFile, BlankLinesGoFromTheFileForGood)
+{
+    EXPECT_EQ(read("\r\n1,2\r\n\r\n\r\n3,4\r\n\r\n"), (Lines{{1, 2}, {3, 4}}));
+    EXPECT_EQ(bytes(), "1,2\r\n3,4\r\n");
+}
+
+TEST_F(BatchFile, ALineOfBlanksIsNotEmpty)
+{
+    EXPECT_EQ(failure("1,2\r\n \r\n3,4\r\n"), RunTimeError::TypeMismatch);
+    EXPECT_EQ(bytes(), "1,2\r\n \r\n3,4\r\n");
+    EXPECT_EQ(failure("1,2\r\n7\r\n3,4\r\n"), RunTimeError::Subscript) << "a line without a comma above the last one";
+}
+
+TEST_F(BatchFile, WithoutAFinalLineEndAndWithABlankLineTheLastLineIsLost)
+{
+    EXPECT_EQ(read("1,2\r\n\r\n3,4\r\n5,6"), (Lines{{1, 2}, {3, 4}}));
+    EXPECT_EQ(bytes(), "1,2\r\n3,4\r\n");
+}
+
+TEST_F(BatchFile, WithoutAFinalLineEndAndWithoutABlankLineNothingIsRewritten)
+{
+    EXPECT_EQ(read("1,2\r\n3,4"), (Lines{{1, 2}, {3, 4}}));
+    EXPECT_EQ(bytes(), "1,2\r\n3,4");
+}
+
+TEST_F(BatchFile, LinesBehindTheLastCommaAreIgnored) { EXPECT_EQ(read("1,2\r\nend\r\nof file\r\n"), (Lines{{1, 2}})); }
+
+TEST_F(BatchFile, WithoutAnyCommaItFails)
+{
+    EXPECT_EQ(failure("1 2\r\n3 4\r\n"), RunTimeError::Subscript);
+    EXPECT_EQ(failure(""), RunTimeError::Subscript);
+    EXPECT_EQ(failure("\r\n\r\n"), RunTimeError::Subscript);
+    EXPECT_EQ(bytes(), "") << "the clean-up has been done by then";
+}
+
+TEST_F(BatchFile, AFieldThatIsNoNumberFails)
+{
+    EXPECT_EQ(failure("1,2\r\n3,x\r\n"), RunTimeError::TypeMismatch);
+    EXPECT_EQ(failure("1,2\r\n3,\r\n"), RunTimeError::TypeMismatch);
+}
+
+TEST_F(BatchFile, CarriageReturnsAloneAreNoLineEnds) { EXPECT_EQ(failure("1,2\r3,4\r"), RunTimeError::TypeMismatch); }
+
+TEST_F(BatchFile, LineFeedsAloneAreNoLineEnds) { EXPECT_EQ(failure("1,2\n3,4\n"), RunTimeError::TypeMismatch); }
+
+TEST_F(BatchFile, AMarkInFrontIsPartOfTheFirstField)
+{
+    EXPECT_EQ(failure("\xEF\xBB\xBF"
+                      "1,2\r\n"),
+              RunTimeError::TypeMismatch);
+    EXPECT_EQ(bytes(), "\xEF\xBB\xBF"
+                       "1,2\r\n");
+}
+
+TEST_F(BatchFile, AMillionLines)
+{
+    std::string text;
+    for (int i = 0; i < 1'000'000; ++i) text += "1,2\r\n";
+    const auto lines = read(text);
+    EXPECT_EQ(lines.size(), 1'000'000u);
+    EXPECT_EQ(lines.back(), (BatchLine{1, 2}));
+}
+
+TEST_F(BatchFile, AFolderIsNoFile)
+{
+    std::filesystem::create_directory(path);
+    EXPECT_NE(fatalError([&] { ReadBatchFile(path, 2); }), 0);
+    EXPECT_TRUE(std::filesystem::is_directory(path));
+}
+
+TEST_F(BatchFile, AMissingFileIsNotMade)
+{
+    EXPECT_EQ(fatalError([&] { ReadBatchFile(path, 2); }), RunTimeError::FileNotFound);
+    EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST_F(BatchFile, ThePickIsCancelled)
+{
+    ScriptedDesk desk;
+    desk.cancelOpen();
+    EXPECT_EQ(PickBatchFile(2), std::nullopt);
+    EXPECT_EQ(desk.filters, (Texts{"(*.txt)|*.txt|"}));
+}
+
+namespace {
+
+/// A file that can be read once: the name is that of a pipe, whose one writer takes it away.
+struct VanishingFile : BatchFile {
+    std::jthread writer;
+
+    VanishingFile()
+    {
+        EXPECT_EQ(mkfifo(path.c_str(), 0600), 0);
+        writer = std::jthread([this] {
+            const int pipe = open(path.c_str(), O_WRONLY);
+            std::filesystem::remove(path);
+            const std::string text = "1,2\r\n3,4";
+            EXPECT_EQ(write_(pipe, text), static_cast<ssize_t>(text.size()));
+            close(pipe);
+        });
+    }
+    static ssize_t write_(int pipe, const std::string& text) { return ::write(pipe, text.data(), text.size()); }
+};
+
+}  // namespace
+
+TEST_F(VanishingFile, BetweenTheTwoReadsEndsTheBatchWithoutAWord)
+{
+    shared = {};
+    straightNorth();
+    Screen screen(kInverseColumns);
+    ScriptedDesk desk;
+    desk.open(path);
+    EXPECT_TRUE(CalcFsFile(screen.rows));
+    EXPECT_EQ(screen.state, ScreenState{});
+    EXPECT_FALSE(std::filesystem::exists(path));
+    shared = {};
+}
