@@ -32,7 +32,7 @@ std::vector<std::string> readLines(std::string_view file)
         throw LoadWouldHang(std::string(file), static_cast<int>(lines.rend() - text));
     }
     while (true) {
-        desk().turn();
+        desk().turnWithInput();
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
 }

@@ -1,0 +1,366 @@
+// The main window: its tables of menus and buttons, what is enabled when, its ways out, help and About box.
+
+#include "app/Commands.h"
+#include "app/frmAbout.h"
+#include "app/frmMain.h"
+#include "controls/XPButton.h"
+#include "engine/RunTimeError.h"
+#include "project/LoadProject.h"
+#include "support/ProjectFolder.h"
+#include "support/ScriptedDesk.h"
+#include "support/Windows.h"
+
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+#include <QToolButton>
+
+namespace {
+
+const Msg kOpened{"打开项目成功！", "", Icon::Information};
+const Msg kSelect{"请选择一个项目！", "注意", Icon::Exclamation};
+
+QAction& action(const QWidget& main, const char* name)
+{
+    auto* found = main.findChild<QAction*>(QString::fromUtf8(name));
+    if (!found) qFatal("no menu item %s", name);
+    return *found;
+}
+
+QString parentOf(const QWidget& main, const QAction* wanted)
+{
+    if (named<QMenuBar>(main, "menuBar").actions().contains(const_cast<QAction*>(wanted)))
+        return QStringLiteral("menu bar");
+    for (auto* menu : main.findChildren<QMenu*>())
+        if (menu->actions().contains(const_cast<QAction*>(wanted))) return menu->menuAction()->objectName();
+    return QStringLiteral("none");
+}
+
+/// Names of the items in the order of the menu bar, each menu before its items.
+QStringList inOrder(const QList<QAction*>& actions)
+{
+    QStringList names;
+    for (auto* item : actions) {
+        names << item->objectName();
+        if (item->menu()) names << inOrder(item->menu()->actions());
+    }
+    return names;
+}
+
+QList<QToolButton*> buttons(const QWidget& main)
+{
+    QList<QToolButton*> all;
+    auto& bar = named<QToolBar>(main, "tbarMain");
+    for (auto* item : bar.actions()) all << qobject_cast<QToolButton*>(bar.widgetForAction(item));
+    return all;
+}
+
+void open(frmMain& main, int row)
+{
+    named<ListBox>(main, "lstProjects").setCurrentRow(row);
+    click(main, "cmdOpenProjects");
+}
+
+constexpr const char* kNeedProject[] = {"EditProject", "Calc"};
+
+/// The command has its screen by now.
+bool built(std::string_view name)
+{
+    for (const auto& command : commands())
+        if (command.name == name && command.open) return true;
+    return name == "Calc";
+}
+
+}  // namespace
+
+class tst_frmMain : public QObject {
+    Q_OBJECT
+
+private slots:
+    void controls_data()
+    {
+        QTest::addColumn<QString>("caption");
+        QTest::newRow("Label1") << QStringLiteral("电脑版和PPC版参数");
+        QTest::newRow("Label2") << QStringLiteral("手机版参数");
+        QTest::newRow("cmdNewProjects") << QStringLiteral("新建项目");
+        QTest::newRow("cmdOpenProjects") << QStringLiteral("打开项目");
+        QTest::newRow("cmdProjectsDel") << QStringLiteral("删除项目");
+        QTest::newRow("butZh") << QStringLiteral("转 换");
+        QTest::newRow("butDel") << QStringLiteral("移 除");
+        QTest::newRow("cmdExit") << QStringLiteral("退出程序");
+    }
+    void controls()
+    {
+        QFETCH(QString, caption);
+        frmMain main;
+        auto& control = named<QWidget>(main, QTest::currentDataTag());
+        auto* label = qobject_cast<QLabel*>(&control);
+        QCOMPARE(label ? label->text() : qobject_cast<XPButton*>(&control)->Caption(), caption);
+        QCOMPARE(main.windowTitle(), QStringLiteral("Velumark"));
+        QCOMPARE(main.objectName(), QStringLiteral("frmMain"));
+    }
+
+    void menus_data()
+    {
+        QTest::addColumn<QString>("caption");
+        QTest::addColumn<QString>("parent");
+        const auto row = [](const char* name, const char* caption, const char* parent) {
+            QTest::newRow(name) << QString::fromUtf8(caption) << QString::fromUtf8(parent);
+        };
+        row("Project", "工程", "menu bar");
+        row("EditProject", "编辑线路参数", "Project");
+        row("Calc", "计算", "menu bar");
+        row("Fy", "由桩号求坐标", "Calc");
+        row("ClacOne", "计算单个点坐标", "Fy");
+        row("pljs", "批量计算坐标", "Fy");
+        row("Fs", "由坐标求桩号", "Calc");
+        row("gc", "中边桩高程", "Calc");
+        row("ClacOneGc", "计算单个点高程", "gc");
+        row("pljsGc", "批量计算高程", "gc");
+        row("Jgwzb", "结构物角点坐标", "Calc");
+        row("tool", "工具", "menu bar");
+        row("Zbzfs", "坐标正反算", "tool");
+        row("Fhdx", "附和导线一般平差", "tool");
+        row("qlbjjs", "曲率半径计算", "tool");
+        row("Help", "帮助", "menu bar");
+        row("sysm", "软件使用说明", "Help");
+        row("About", "关于", "Help");
+    }
+    void menus()
+    {
+        QFETCH(QString, caption);
+        QFETCH(QString, parent);
+        frmMain main;
+        const auto& item = action(main, QTest::currentDataTag());
+        QCOMPARE(item.text(), caption);
+        QCOMPARE(parentOf(main, &item), parent);
+    }
+    void menuOrder()
+    {
+        frmMain main;
+        const QStringList expected{
+            QStringLiteral("Project"), QStringLiteral("EditProject"), QStringLiteral("Calc"),
+            QStringLiteral("Fy"),      QStringLiteral("ClacOne"),     QStringLiteral("pljs"),
+            QStringLiteral("Fs"),      QStringLiteral("gc"),          QStringLiteral("ClacOneGc"),
+            QStringLiteral("pljsGc"),  QStringLiteral("Jgwzb"),       QStringLiteral("tool"),
+            QStringLiteral("Zbzfs"),   QStringLiteral("Fhdx"),        QStringLiteral("qlbjjs"),
+            QStringLiteral("Help"),    QStringLiteral("sysm"),        QStringLiteral("About")};
+        QCOMPARE(inOrder(named<QMenuBar>(main, "menuBar").actions()), expected);
+    }
+
+    void toolbar_data()
+    {
+        QTest::addColumn<int>("index");
+        QTest::addColumn<QString>("toolTip");
+        QTest::addColumn<bool>("needsProject");
+        const auto row = [](int index, const char* toolTip, const char* runs, bool needsProject) {
+            QTest::newRow(runs) << index << QString::fromUtf8(toolTip) << needsProject;
+        };
+        row(1, "编辑线路参数", "EditProject", true);
+        row(2, "计算单个点坐标", "ClacOne", true);
+        row(3, "批量计算坐标", "pljs", true);
+        row(4, "坐标反算桩号偏距", "Fs", true);
+        row(5, "计算单个点高程", "ClacOneGc", true);
+        row(6, "批量计算高程", "pljsGc", true);
+        row(7, "结构物角点坐标", "Jgwzb", true);
+        row(8, "坐标正反算", "Zbzfs", false);
+        row(9, "附和导线平差", "Fhdx", false);
+        row(10, "曲率半径计算", "qlbjjs", false);
+    }
+    void toolbar()
+    {
+        QFETCH(int, index);
+        QFETCH(QString, toolTip);
+        QFETCH(bool, needsProject);
+        ScriptedDesk desk;
+        ProjectFolder folder;
+        frmMain main;
+        main.show();
+        QCOMPARE(buttons(main).size(), 10);
+        auto* button = buttons(main).at(index - 1);
+        QCOMPARE(button->toolTip(), toolTip);
+        QCOMPARE(button->defaultAction(), &action(main, QTest::currentDataTag()));
+        QCOMPARE(button->isEnabled(), !needsProject && built(QTest::currentDataTag()));
+        open(main, 0);
+        QCOMPARE(button->isEnabled(), built(QTest::currentDataTag()));
+    }
+    void toolbarPicturesDiffer()
+    {
+        frmMain main;
+        for (const int side : {16, 24, 32, 64}) {
+            QList<QImage> pictures;
+            for (auto* button : buttons(main)) pictures << button->icon().pixmap(QSize(side, side)).toImage();
+            for (int i = 0; i < pictures.size(); ++i)
+                for (int j = 0; j < i; ++j) QVERIFY2(pictures[i] != pictures[j], qPrintable(QString::number(i + 1)));
+        }
+    }
+    void toolbarButtonRunsTheMenuItem()
+    {
+        ScriptedDesk desk;
+        ProjectFolder folder;
+        frmMain main;
+        main.show();
+        useModal([&] { QTest::mouseClick(buttons(main).at(9), Qt::LeftButton); },
+                 [](QWidget& form) { QCOMPARE(form.objectName(), QStringLiteral("frmQljs")); });
+    }
+
+    void screens_data()
+    {
+        QTest::addColumn<QString>("form");
+        const auto row = [](const char* name, const char* form) { QTest::newRow(name) << QString::fromUtf8(form); };
+        row("Zbzfs", "frmZbzfs");
+        row("qlbjjs", "frmQljs");
+        row("About", "frmAbout");
+    }
+    void screens()
+    {
+        QFETCH(QString, form);
+        ScriptedDesk desk;
+        ProjectFolder folder;
+        frmMain main;
+        main.show();
+        open(main, 0);
+        for (int i = 0; i < 2; ++i)  // fresh each time
+            useModal([&] { action(main, QTest::currentDataTag()).trigger(); },
+                     [&](QWidget& window) { QCOMPARE(window.objectName(), form); });
+    }
+
+    void onlyToolsAndHelpBeforeAProject()
+    {
+        ScriptedDesk desk;
+        ProjectFolder folder;
+        frmMain main;
+        main.show();
+        for (const char* name : kNeedProject) QVERIFY2(!action(main, name).isEnabled(), name);
+        for (const char* name : {"Project", "tool", "Zbzfs", "qlbjjs", "Help", "sysm", "About"})
+            QVERIFY2(action(main, name).isEnabled(), name);
+    }
+    void enabledForTheRestOfTheRun()
+    {
+        ScriptedDesk desk;
+        ProjectFolder folder;
+        frmMain main;
+        main.show();
+        open(main, 0);
+        desk.yes();
+        click(main, "cmdProjectsDel");
+        for (const char* name : kNeedProject) QCOMPARE(action(main, name).isEnabled(), built(name));
+        QCOMPARE(buttons(main).at(6)->isEnabled(), built("Jgwzb"));
+    }
+    void enabledAlsoAfterALoadThatAGapCutShort()
+    {
+        ScriptedDesk desk;
+        ProjectFolder folder{{"其他参数.txt", "交点法\r\n线性\r\n未设置\r\n未设置\r\n未设置\r\n"},
+                             {"断链参数.txt", "100,200,\r\n"},
+                             {"竖曲线参数.txt", "0,10,0,\r\n150,11,1000,\r\n400,12,0,\r\n"}};
+        frmMain main;
+        main.show();
+        open(main, 0);
+        QVERIFY(LoadStoppedAtGap());
+        QCOMPARE(desk.messages.size(), 2u);
+        QCOMPARE(desk.messages[0].text, std::string("桩号不存在，请检查断链数据！"));
+        QVERIFY(desk.messages[1] == kOpened);
+        for (const char* name : kNeedProject) QCOMPARE(action(main, name).isEnabled(), built(name));
+    }
+
+    void exitEndsAtOnceWithoutAQuestion()
+    {
+        ScriptedDesk desk;
+        ScriptedPlatform seams;
+        ProjectFolder folder;
+        frmMain main;
+        main.show();
+        click(main, "cmdExit");
+        QCOMPARE(seams.ended, std::vector<int>{0});
+        QVERIFY(desk.messages.empty());
+    }
+    void closingTheWindowEndsTheProcess()
+    {
+        ScriptedDesk desk;
+        ScriptedPlatform seams;
+        ProjectFolder folder;
+        frmMain main;
+        main.show();
+        main.close();
+        QCOMPARE(seams.ended, std::vector<int>{0});
+    }
+    void escDoesNotEndTheProgram()
+    {
+        ScriptedDesk desk;
+        ScriptedPlatform seams;
+        ProjectFolder folder;
+        frmMain main;
+        main.show();
+        QTest::keyClick(&main, Qt::Key_Escape);
+        QVERIFY(main.isVisible());
+        QVERIFY(seams.ended.empty());
+    }
+    void loadThatNeverComesBackLeavesOnlyTheWaysOut()
+    {
+        ScriptedDesk desk;
+        ScriptedPlatform seams;
+        ProjectFolder folder{{"其他参数.txt", "交点法\r\n线性\r\n未设置\r\n未设置\r\n未设置\r\n"},
+                             {"导线点参数.txt", "no comma here\r\n"}};
+        frmMain main;
+        main.show();
+        desk.onTurn = [&] {
+            for (const char* name : {"cmdNewProjects", "cmdOpenProjects", "cmdProjectsDel", "butZh", "butDel"})
+                click(main, name);
+            for (const char* name : {"Zbzfs", "qlbjjs", "About", "sysm"}) action(main, name).trigger();
+            QVERIFY(!QApplication::activeModalWidget());
+            QVERIFY(desk.messages.empty());
+            QVERIFY(seams.opened.empty());
+            click(main, "cmdExit");
+            if (seams.ended == std::vector<int>{0}) main.close();
+            throw RunTimeError(RunTimeError::PathAccess);  // the one way out of a test
+        };
+        open(main, 0);
+        QVERIFY(desk.turns == 1);
+        QCOMPARE(seams.ended, (std::vector<int>{0, 0, 1}));
+        QVERIFY(!action(main, "Calc").isEnabled());
+    }
+
+    void helpIsOpenedInTheViewer()
+    {
+        ScriptedDesk desk;
+        ScriptedPlatform seams;
+        ProjectFolder folder;
+        frmMain main;
+        main.show();
+        action(main, "sysm").trigger();
+        QVERIFY(seams.opened.empty());  // nothing visible while the file is missing
+        const auto help = folder.root() + "/Velumark帮助.html";
+        WriteBytes(help, "<html/>");
+        seams.opens = false;  // nor where no viewer starts
+        action(main, "sysm").trigger();
+        QCOMPARE(seams.opened, std::vector<QString>{QString::fromStdString(help)});
+        QVERIFY(desk.messages.empty());
+        QVERIFY(!QApplication::activeModalWidget());
+    }
+
+    void aboutBox()
+    {
+        ScriptedDesk desk;
+        ScriptedPlatform seams;
+        frmAbout about;
+        about.show();
+        QCOMPARE(about.windowTitle(), QStringLiteral("Velumark 1.0.0"));
+        QVERIFY(!named<QLabel>(about, "Image1").pixmap().isNull());
+        for (const char* name : {"Label1", "Label2", "Label3", "Label4"}) {
+            const auto& label = named<QLabel>(about, name);
+            QVERIFY2(!label.text().isEmpty(), name);
+            QVERIFY2(!Qt::mightBeRichText(label.text()), name);
+        }
+        click(about, "Label1");
+        QCOMPARE(seams.opened, std::vector<QString>{named<QLabel>(about, "Label1").text()});
+        for (const char* name : {"Label2", "Label3", "Label4", "Image1"}) click(about, name);
+        QCOMPARE(seams.opened.size(), 1u);
+        QCOMPARE(named<XPButton>(about, "cmdAboutClose").Caption(), QStringLiteral("关  闭"));
+        click(about, "cmdAboutClose");
+        QVERIFY(!about.isVisible());
+    }
+};
+
+QTEST_MAIN(tst_frmMain)
+#include "tst_frmMain.moc"
