@@ -8,6 +8,12 @@ namespace {
 
 std::size_t breaks() { return gHasDl ? static_cast<std::size_t>(gDlCount) + 1 : 0; }
 
+/// A stake without the amount of a break; one that would pass the range of a double stays as it is.
+void takeOff(double& s, double amount)
+{
+    if (const double less = s - amount; std::isfinite(less)) s = less;
+}
+
 /// The two passes over the breaks on the running value s. False: the stake lies in a gap, and s stays as it was there.
 bool resolve(double& s, double typed, const ResolveRule& rule)
 {
@@ -15,7 +21,7 @@ bool resolve(double& s, double typed, const ResolveRule& rule)
         const double back = gDlBack[i], ahead = gDlAhead[i], amount = gDlCum[i];
         if (!(s <= back || (rule.aheadTest == ResolveRule::Running ? s : typed) >= ahead)) return false;
         const bool beyondJump = rule.jump == ResolveRule::Inclusive ? s >= ahead : s > ahead;
-        if ((beyondJump && amount > 0) || (s > back && amount < 0)) s -= amount;
+        if ((beyondJump && amount > 0) || (s > back && amount < 0)) takeOff(s, amount);
     }
 
     if (!((rule.again == ResolveRule::OfTyped ? typed : s) < 0)) return true;
@@ -25,7 +31,7 @@ bool resolve(double& s, double typed, const ResolveRule& rule)
         if (rule.again == ResolveRule::Mirrored) {
             if (reach > ahead && reach <= back) s = reach - amount;
         } else if (rule.againTest == ResolveRule::AtOrBeyond ? reach >= ahead : reach > ahead) {
-            s -= amount;
+            takeOff(s, amount);
         }
     }
     return true;

@@ -10,9 +10,9 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <map>
 #include <optional>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -33,7 +33,11 @@ template <class Function, class... Rest>
 Maybe lift(Function f, Maybe a, Rest... rest)
 {
     if (!(a && ... && rest)) return {};
-    return f(*a.value, *rest.value...);
+    try {
+        return f(*a.value, *rest.value...);
+    } catch (const RunTimeError&) {
+        return {};
+    }
 }
 
 inline Maybe operator+(Maybe a, Maybe b)
@@ -112,27 +116,49 @@ inline std::vector<Row> rowsOf(const std::string& text)
     return rows;
 }
 
+/// Sign, digits with or without a point, exponent; blanks around.
+inline bool isNumber(const std::string& text)
+{
+    const char* c = text.c_str();
+    const auto skip = [&](const char* any) {
+        const auto n = std::strspn(c, any);
+        c += n;
+        return n;
+    };
+    const auto one = [&](const char* any) { return *c && std::strchr(any, *c) ? ++c, true : false; };
+    skip(" ");
+    one("+-");
+    auto digits = skip("0123456789");
+    if (one(".")) digits += skip("0123456789");
+    if (digits == 0) return false;
+    if (one("eE") && (one("+-"), skip("0123456789") == 0)) return false;
+    skip(" ");
+    return c == text.c_str() + text.size();
+}
+
 inline Maybe field(const Row& row, std::size_t index)
 {
-    static const std::regex form(R"( *[+-]?(\d+\.?\d*|\.\d+)([eE][+-]?\d+)? *)");
-    if (index >= row.size() || !std::regex_match(row[index], form)) return {};
+    if (index >= row.size() || !isNumber(row[index])) return {};
     return std::strtod(row[index].c_str(), nullptr);
 }
 
-/// The vertical line through the breaks: false where the stake is in a gap.
+/// Nominal stakes to continuous ones: false where one is in a gap.
 inline bool convert(std::vector<double>& stakes)
 {
     if (!shared.hasDl) return true;
     const auto n = static_cast<std::size_t>(shared.dlCount) + 1;
+    const auto takeOff = [](double& x, double amount) {
+        if (const Maybe less = Maybe{x} - Maybe{amount}) x = *less.value;
+    };
     for (double& x : stakes) {
         for (std::size_t k = 0; k < n; ++k) {
             const double back = shared.dlBack[k], ahead = shared.dlAhead[k], amount = shared.dlCum[k];
             if (back < x && x < ahead) return false;
-            if (amount > 0 ? x >= ahead : amount < 0 && x > back) x -= amount;
+            if (amount > 0 ? x >= ahead : amount < 0 && x > back) takeOff(x, amount);
         }
         if (x < 0)
             for (std::size_t k = 0; k < n; ++k)
-                if (std::abs(x) > shared.dlAhead[k]) x -= shared.dlCum[k];
+                if (std::abs(x) > shared.dlAhead[k]) takeOff(x, shared.dlCum[k]);
     }
     return true;
 }

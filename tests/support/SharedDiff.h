@@ -46,7 +46,8 @@ void compare(std::string& out, const std::string& name, const std::vector<Value>
         out += name + ": " + std::to_string(a.size()) + " rows instead of " + std::to_string(b.size()) + "\n";
         return;
     }
-    for (std::size_t i = 0; i < a.size(); ++i) compare(out, name + "(" + std::to_string(i) + ")", a[i], b[i]);
+    for (std::size_t i = 0; i < a.size(); ++i)
+        if (!same(a[i], b[i])) compare(out, name + "(" + std::to_string(i) + ")", a[i], b[i]);
 }
 
 }  // namespace shared_diff
