@@ -2,6 +2,7 @@
 
 #include "engine/RunTimeError.h"
 #include "project/TextFile.h"
+#include "support/KillAtRandomPoints.h"
 #include "support/ProjectFolder.h"
 
 #include <gtest/gtest.h>
@@ -9,12 +10,10 @@
 #include <csignal>
 #include <filesystem>
 #include <functional>
-#include <random>
 #include <set>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -33,43 +32,6 @@ std::set<std::string> filesIn(const std::string& folder)
     return names;
 }
 
-/// Runs `rewrite` over and over in a process of its own, which says when it has been through once.
-pid_t startRewriter(const std::function<void()>& rewrite, int ready)
-{
-    const pid_t child = fork();
-    if (child != 0) return child;
-    rewrite();
-    if (::write(ready, "x", 1) != 1) _exit(1);
-    while (true) rewrite();
-}
-
-/// Kills the rewriter at 200 random points; the file must always be one of `whole`, and each of them is met.
-void killAtRandomPoints(const ProjectFolder& folder, const std::set<std::string>& whole,
-                        const std::function<void()>& rewrite)
-{
-    std::mt19937 random(7);
-    std::set<std::string> seen;
-    for (int kill = 0; kill < 200; ++kill) {
-        int ready[2];
-        ASSERT_EQ(pipe(ready), 0);
-        const pid_t child = startRewriter(rewrite, ready[1]);
-        ASSERT_GT(child, 0);
-        ::close(ready[1]);
-        char byte;
-        ASSERT_EQ(::read(ready[0], &byte, 1), 1);
-        ::close(ready[0]);
-        std::this_thread::sleep_for(std::chrono::microseconds(random() % 4000));
-        ::kill(child, SIGKILL);
-        int status = 0;
-        waitpid(child, &status, 0);
-        ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
-        const auto now = folder.bytes("表.txt");
-        ASSERT_TRUE(whole.count(now)) << "torn at kill " << kill << ": " << now.size() << " bytes";
-        seen.insert(now);
-    }
-    EXPECT_EQ(seen, whole);
-}
-
 const std::string kOld = lines('a', 2000), kNew = lines('b', 3000);
 
 }  // namespace
@@ -78,7 +40,7 @@ TEST(SafeWriting, KilledWhileWritingBytes)
 {
     const ProjectFolder folder;
     const auto path = folder.path("表.txt");
-    killAtRandomPoints(folder, {kOld, kNew}, [&] {
+    killAtRandomPoints(path, {kOld, kNew}, [&] {
         WriteBytes(path, kOld);
         WriteBytes(path, kNew);
     });
@@ -89,7 +51,7 @@ TEST(SafeWriting, KilledWhileReplacingALine)
     const ProjectFolder folder;
     const auto path = folder.path("表.txt");
     folder.writeBytes("表.txt", "first\r\n" + kOld);
-    killAtRandomPoints(folder, {"one\r\n" + kOld, "another\r\n" + kOld}, [&] {
+    killAtRandomPoints(path, {"one\r\n" + kOld, "another\r\n" + kOld}, [&] {
         ReplaceLine(path, 1, "one");
         ReplaceLine(path, 1, "another");
     });
@@ -99,7 +61,7 @@ TEST(SafeWriting, KilledWhileInsertingALine)
 {
     const ProjectFolder folder;
     const auto path = folder.path("表.txt");
-    killAtRandomPoints(folder, {kOld, "line\r\n" + kOld}, [&] {
+    killAtRandomPoints(path, {kOld, "line\r\n" + kOld}, [&] {
         WriteBytes(path, kOld);
         InsertLine(path, 1, "line");
     });
@@ -109,7 +71,7 @@ TEST(SafeWriting, KilledWhileDeletingALine)
 {
     const ProjectFolder folder;
     const auto path = folder.path("表.txt");
-    killAtRandomPoints(folder, {"line\r\n" + kOld, kOld}, [&] {
+    killAtRandomPoints(path, {"line\r\n" + kOld, kOld}, [&] {
         WriteBytes(path, "line\r\n" + kOld);
         DeleteLine(path, 1);
     });
