@@ -90,6 +90,7 @@ XPButton::XPButton(QWidget* parent) : QWidget(parent)
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    tmrCheck.setObjectName(QStringLiteral("tmrCheck"));
     tmrCheck.setInterval(kHoverInterval);
     connect(&tmrCheck, &QTimer::timeout, this, &XPButton::checkHover);
     connect(this, &QObject::objectNameChanged, this, [this] {

@@ -100,7 +100,7 @@ private:
     void checkHover();
 
     XPButtonState m_state;
-    QTimer tmrCheck;
+    QTimer tmrCheck{this};
     bool m_captionSet = false;
     bool m_pressedBySpace = false;
 };

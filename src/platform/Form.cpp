@@ -102,7 +102,7 @@ void Form::resizeEvent(QResizeEvent* event)
 bool Form::keyPress(int keyAscii)
 {
     bool swallowed = false;
-    if (isVisible()) runHandler([&] { swallowed = Form_KeyPress(keyAscii); });
+    if (m_life < Life::Unloading) runHandler([&] { swallowed = Form_KeyPress(keyAscii); });
     return swallowed;
 }
 

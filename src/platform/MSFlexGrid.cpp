@@ -117,7 +117,7 @@ void MSFlexGrid::placeCurrent()
     if (wanted == currentIndex()) return;
     m_placing = true;
     if (wanted.isValid())
-        setCurrentIndex(wanted);
+        selectionModel()->setCurrentIndex(wanted, QItemSelectionModel::ClearAndSelect);
     else
         selectionModel()->clear();
     m_placing = false;

@@ -1,0 +1,218 @@
+// The desk on Qt: real boxes and file dialogs, answered by keys and clicks.
+
+#include "platform/HouseLook.h"
+#include "platform/Platform.h"
+#include "platform/QtDesk.h"
+
+#include <QAbstractButton>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <ctime>
+
+namespace {
+
+/// Runs once the modal window is up.
+template <class Window, class Action>
+void whenUp(Action action)
+{
+    auto* timer = new QTimer(qApp);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, action] {
+        auto* window = qobject_cast<Window*>(QApplication::activeModalWidget());
+        if (!window || !window->isVisible()) return;
+        timer->deleteLater();
+        timer->stop();
+        action(window);
+    });
+    timer->start(10);
+}
+
+QAbstractButton* withText(QWidget* window, const QString& text)
+{
+    for (auto* button : window->findChildren<QAbstractButton*>())
+        if (button->text() == text) return button;
+    return nullptr;
+}
+
+}  // namespace
+
+class tst_QtDesk : public QObject {
+    Q_OBJECT
+    QtDesk m_desk;
+private slots:
+    void initTestCase() { applyHouseLook(*qApp); }
+
+    void iconsOfBoxes_data()
+    {
+        QTest::addColumn<int>("icon");
+        QTest::addColumn<int>("shown");
+        QTest::newRow("none") << int(Icon::None) << int(QMessageBox::NoIcon);
+        QTest::newRow("information") << int(Icon::Information) << int(QMessageBox::Information);
+        QTest::newRow("exclamation") << int(Icon::Exclamation) << int(QMessageBox::Warning);
+        QTest::newRow("critical") << int(Icon::Critical) << int(QMessageBox::Critical);
+        QTest::newRow("question") << int(Icon::Question) << int(QMessageBox::Question);
+    }
+    void iconsOfBoxes()
+    {
+        QFETCH(int, icon);
+        QFETCH(int, shown);
+        int seen = -1;
+        whenUp<QMessageBox>([&](QMessageBox* box) {
+            seen = box->icon();
+            box->close();
+        });
+        m_desk.box({.text = "x", .title = "", .icon = static_cast<Icon>(icon)});
+        QCOMPARE(seen, shown);
+    }
+
+    void aBoxShowsItsTextsPlainly()
+    {
+        QString text, title;
+        QStringList buttons;
+        whenUp<QMessageBox>([&](QMessageBox* box) {
+            text = box->text();
+            title = box->windowTitle();
+            QCOMPARE(box->textFormat(), Qt::PlainText);
+            for (auto* button : box->buttons()) buttons << button->text();
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+        QVERIFY(m_desk.box({.text = "<b>不是</b>粗体", .title = "注意", .icon = Icon::Exclamation}));
+        QCOMPARE(text, "<b>不是</b>粗体");
+        QCOMPARE(title, "注意");
+        QCOMPARE(buttons, QStringList{"确定"});
+    }
+
+    void questionsAreAnswered_data()
+    {
+        QTest::addColumn<bool>("defaultIsYes");
+        QTest::addColumn<int>("key");
+        QTest::addColumn<bool>("answer");
+        QTest::newRow("Enter takes Yes") << true << int(Qt::Key_Return) << true;
+        QTest::newRow("Enter takes No") << false << int(Qt::Key_Return) << false;
+        QTest::newRow("Esc is No") << true << int(Qt::Key_Escape) << false;
+        QTest::newRow("Esc is No on No") << false << int(Qt::Key_Escape) << false;
+    }
+    void questionsAreAnswered()
+    {
+        QFETCH(bool, defaultIsYes);
+        QFETCH(int, key);
+        QFETCH(bool, answer);
+        QStringList buttons;
+        whenUp<QMessageBox>([&](QMessageBox* box) {
+            for (auto* button : box->buttons()) buttons << button->text();
+            QTest::keyClick(box, static_cast<Qt::Key>(key));
+        });
+        const Msg question{.text = "数据已改变，是否保存？",
+                           .title = "注意",
+                           .icon = Icon::Question,
+                           .buttons = Msg::YesNo,
+                           .preset = defaultIsYes ? Msg::Yes : Msg::No};
+        QCOMPARE(m_desk.box(question), answer);
+        buttons.sort();
+        QCOMPARE(buttons, (QStringList{"否(&N)", "是(&Y)"}));
+    }
+    void questionsTakeClicks()
+    {
+        for (const bool yes : {true, false}) {
+            whenUp<QMessageBox>([&](QMessageBox* box) { withText(box, yes ? "是(&Y)" : "否(&N)")->click(); });
+            QCOMPARE(m_desk.box({.text = "x", .title = "", .icon = Icon::Question, .buttons = Msg::YesNo}), yes);
+        }
+    }
+
+    void filtersOfDialogs()
+    {
+        QCOMPARE(nameFilters("(*.txt)|*.txt|"), QStringList{"(*.txt)"});
+        QCOMPARE(nameFilters("(*.txt)|*.txt"), QStringList{"(*.txt)"});
+        QCOMPARE(nameFilters("表格|*.xls;*.xlsx|(*.*)|*.*|"), (QStringList{"表格 (*.xls *.xlsx)", "(*.*)"}));
+        QCOMPARE(nameFilters(""), QStringList{});
+    }
+    void opensAnExistingFile()
+    {
+        QTemporaryDir folder;
+        const QString path = folder.filePath("坐标.txt");
+        QFile(path).open(QIODevice::WriteOnly);
+        QStringList filters;
+        whenUp<QFileDialog>([&](QFileDialog* dialog) {
+            filters = dialog->nameFilters();
+            QCOMPARE(dialog->acceptMode(), QFileDialog::AcceptOpen);
+            dialog->findChild<QLineEdit*>()->setText(path);
+            QTest::keyClick(dialog->findChild<QLineEdit*>(), Qt::Key_Return);
+        });
+        QCOMPARE(m_desk.openFile("(*.txt)|*.txt|"), std::optional(path.toStdString()));
+        QCOMPARE(filters, QStringList{"(*.txt)"});
+    }
+    void savesUnderTheNameJustAsGiven()
+    {
+        QTemporaryDir folder;
+        const QString path = folder.filePath("成果");
+        QFile(path).open(QIODevice::WriteOnly);  // stands already: no question
+        whenUp<QFileDialog>([&](QFileDialog* dialog) {
+            QCOMPARE(dialog->acceptMode(), QFileDialog::AcceptSave);
+            dialog->findChild<QLineEdit*>()->setText(path);
+            QTest::keyClick(dialog->findChild<QLineEdit*>(), Qt::Key_Return);
+        });
+        QCOMPARE(m_desk.saveFile("(*.xls)|*.xls|"), std::optional(path.toStdString()));  // no extension added
+    }
+    void dialogsAreCancelled()
+    {
+        whenUp<QFileDialog>([](QFileDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+        QVERIFY(!m_desk.openFile("(*.txt)|*.txt|"));
+        whenUp<QFileDialog>([](QFileDialog* dialog) { dialog->close(); });
+        QVERIFY(!m_desk.saveFile("(*.txt)|*.txt|"));
+    }
+    void dialogsSpeakChinese()
+    {
+        QStringList texts;
+        whenUp<QFileDialog>([&](QFileDialog* dialog) {
+            for (auto* button : dialog->findChild<QDialogButtonBox*>()->buttons()) texts << button->text();
+            dialog->close();
+        });
+        m_desk.openFile("(*.txt)|*.txt|");
+        QVERIFY2(texts.join(' ').contains("取消") && texts.join(' ').contains("打开"), qPrintable(texts.join(' ')));
+        QCOMPARE(QMessageBox(QMessageBox::NoIcon, "", "", QMessageBox::Cancel).button(QMessageBox::Cancel)->text(),
+                 "取消");
+    }
+
+    void turnTakesNoInput()
+    {
+        // Input of the window system waits through turns without input; timers and paint events do not.
+        QLineEdit box;
+        box.show();
+        QVERIFY(QTest::qWaitForWindowActive(&box));
+        bool timer = false;
+        QTimer::singleShot(0, &box, [&] { timer = true; });
+        QTest::qSleep(5);
+        m_desk.turn();
+        QVERIFY(timer);
+    }
+    void turnWithInputRestsWhereNothingWaits()
+    {
+        QCoreApplication::processEvents();
+        QElapsedTimer clock;
+        clock.start();
+        const auto before = std::clock();
+        for (int i = 0; i < 5; ++i) m_desk.turnWithInput();
+        const double cpu = 1000.0 * static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
+        QVERIFY2(cpu < 50, qPrintable(QString::number(cpu)));  // of up to 500 ms
+    }
+
+    void keyStateIsAsked()
+    {
+        QVERIFY(!KeyIsDown(17));
+        QVERIFY(!KeyIsDown(65));
+        const auto before = platform();
+        platform().keyIsDown = [](int key) { return key == 17; };
+        QVERIFY(KeyIsDown(17));
+        QVERIFY(!KeyIsDown(16));
+        platform() = before;
+    }
+    void whatIsNotThereIsNotOpened() { QVERIFY(!platform().open("/nowhere/Velumark帮助.chm")); }
+};
+
+QTEST_MAIN(tst_QtDesk)
+#include "tst_QtDesk.moc"
