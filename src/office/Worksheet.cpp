@@ -119,8 +119,12 @@ int Worksheet::rows() const
     for (auto row = static_cast<int>(m_rows.size()); row > last; --row)
         if (std::ranges::any_of(rowValues(row), [](const auto& value) { return value.index() != 0; })) last = row;
     for (const auto& merge : m_merges) last = std::max(last, merge.last.row);
-    for (const auto& runs : m_runs)
-        if (!runs.empty()) last = std::max(last, runs.back().firstRow - 1);
+    for (int col = 1; col <= static_cast<int>(m_runs.size()); ++col) {
+        const auto& runs = styleRuns(col);
+        if (runs.empty()) continue;
+        const bool toTheFoot = runs.back().style != columnStyle(col);
+        last = std::max(last, toTheFoot ? kSheetRows : runs.back().firstRow - 1);
+    }
     return last;
 }
 
@@ -166,6 +170,12 @@ const std::vector<Worksheet::StyleRun>& Worksheet::styleRuns(int col) const
     static const std::vector<StyleRun> none;
     return col >= 1 && static_cast<std::size_t>(col) <= m_runs.size() ? m_runs[static_cast<std::size_t>(col - 1)]
                                                                       : none;
+}
+
+int Worksheet::columnStyle(int col) const
+{
+    const auto& runs = styleRuns(col);
+    return runs.empty() || runs.back().firstRow > kSheetRows / 2 ? 0 : runs.back().style;
 }
 
 int Worksheet::styleAt(CellRef cell) const

@@ -48,7 +48,7 @@ public:
     /// What the cell shows under its number format.
     std::string shown(CellRef cell) const;
     /// The last row and the last column that hold a value, a look, a merge, a width or a height; 0 for an empty sheet.
-    /// Looks of whole columns count for cols() only.
+    /// A column's own look (columnStyle) counts for cols() only.
     int rows() const;
     int cols() const;
     /// The values of a row from column 1 on; shorter than the sheet is wide, empty where nothing was ever written.
@@ -107,6 +107,8 @@ public:
     };
     const std::vector<CellStyle>& styles() const { return m_styles; }
     const std::vector<StyleRun>& styleRuns(int col) const;
+    /// The style of the column itself: that of a run from the upper half of the sheet to its foot, or the standard one.
+    int columnStyle(int col) const;
 
     bool operator==(const Worksheet& other) const;
 

@@ -25,7 +25,7 @@ std::uint32_t fileWidth(double characters)
 /// The look of a column's cells, row by row.
 class ColumnLooks {
 public:
-    ColumnLooks(const Worksheet& sheet, int col) : m_runs(&sheet.styleRuns(col)) {}
+    ColumnLooks(const Worksheet& sheet, int col) : m_runs(&sheet.styleRuns(col)), m_column(sheet.columnStyle(col)) {}
     /// The style at a row. Rows come in rising order.
     int at(int row)
     {
@@ -33,11 +33,12 @@ public:
             m_style = (*m_runs)[m_next].style;
         return m_style;
     }
-    /// The style of the cells below all others, which the column itself carries.
-    int below() const { return m_runs->empty() ? 0 : m_runs->back().style; }
+    /// The style of cells that need no record, since the column carries it.
+    int ofColumn() const { return m_column; }
 
 private:
     const std::vector<Worksheet::StyleRun>* m_runs;
+    int m_column;
     std::size_t m_next = 0;
     int m_style = 0;
 };
@@ -126,7 +127,7 @@ private:
         biff::defaultColumnWidth(out, static_cast<int>(Worksheet::kStandardWidth));
         std::vector<biff::Columns> alike;
         for (int col = 1; col <= static_cast<int>(m_looks.size()); ++col) {
-            const int style = m_looks[static_cast<std::size_t>(col - 1)].below();
+            const int style = m_looks[static_cast<std::size_t>(col - 1)].ofColumn();
             if (!style && !m_sheet.columnWidths().contains(col)) continue;
             const biff::Columns one{col - 1, col - 1, fileWidth(m_sheet.columnWidth(col)), xf(style)};
             const bool goesOn = !alike.empty() && alike.back().last == col - 2 && alike.back().width == one.width &&
@@ -163,7 +164,7 @@ private:
             const int style = looks.at(row);
             const bool holdsValue =
                 static_cast<std::size_t>(col) < values.size() && values[static_cast<std::size_t>(col)].index() != 0;
-            if (!holdsValue && style == looks.below()) {
+            if (!holdsValue && style == looks.ofColumn()) {
                 blanks(cells, row - 1, col);
                 continue;
             }

@@ -101,6 +101,17 @@ TEST(Worksheet, RowsAndColsCountValuesLooksMergesAndSizes)
     EXPECT_EQ(sheet.cols(), 10);
 }
 
+TEST(Worksheet, LookAtTheFootCountsAsRowsUnlessTheColumnHasIt)
+{
+    Worksheet sheet;
+    sheet.setBold({2, 1, kSheetRows, 1}, true);
+    EXPECT_EQ(sheet.rows(), 1);
+    sheet.setBold({kSheetRows, 2}, true);
+    EXPECT_EQ(sheet.rows(), kSheetRows);
+    EXPECT_EQ(sheet.columnStyle(2), 0);
+    EXPECT_TRUE(sheet.styles()[static_cast<std::size_t>(sheet.columnStyle(1))].bold);
+}
+
 TEST(Worksheet, MergeKeepsTheUpperLeftValue)
 {
     Worksheet sheet;

@@ -124,7 +124,12 @@ TEST(Xls, LastCellOfTheSheet)
     Worksheet sheet;
     sheet.setText("iv65536", "末");
     sheet.setInterior("iu65536", 35);
-    EXPECT_EQ(xls::difference(sheet, XlsBytes(sheet)), "");
+    const auto book = xls::read(XlsBytes(sheet));
+    EXPECT_EQ(book.cells.size(), 2u);
+    EXPECT_EQ(book.value(65536, 256), CellValue("末"));
+    EXPECT_EQ(book.style(65536, 255).fillColor, 35);
+    EXPECT_EQ(book.rowCount, 65536);
+    EXPECT_EQ(book.colCount, 256);
 }
 
 TEST(Xls, WholeSheetOfLooks)
