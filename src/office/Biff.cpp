@@ -56,7 +56,12 @@ Record& Record::f64(double value)
 Record& Record::characters(std::u16string_view units, bool wide)
 {
     u8(wide ? 1 : 0);
-    for (const auto unit : units) wide ? u16(unit) : u8(unit);
+    auto at = m_out.size();
+    m_out.resize(at + (wide ? 2 : 1) * units.size());
+    for (const auto unit : units) {
+        m_out[at++] = static_cast<char>(unit & 0xFF);
+        if (wide) m_out[at++] = static_cast<char>(unit >> 8);
+    }
     return *this;
 }
 
@@ -252,13 +257,6 @@ void boundSheet(std::string& out, std::size_t sheetBof, std::string_view name)
         .u8(0)
         .u8(static_cast<std::uint32_t>(units.size()))
         .characters(units);
-}
-
-std::size_t boundSheetSize(std::string_view name)
-{
-    std::string record;
-    boundSheet(record, 0, name);
-    return record.size();
 }
 
 // --- Sheet

@@ -70,8 +70,6 @@ void cellXf(std::string& out, int font, int format, const CellStyle& style);
 void normalStyle(std::string& out);
 void boundSheet(std::string& out, std::size_t sheetBof, std::string_view name);
 void eof(std::string& out);
-/// Bytes of a boundSheet record, for reckoning the place of the sheet.
-std::size_t boundSheetSize(std::string_view name);
 
 // Sheet, in file order
 void defaultRowHeight(std::string& out, double points);

@@ -6,37 +6,41 @@
 #include <algorithm>
 #include <functional>
 #include <optional>
+#include <utility>
 
 namespace {
 
 constexpr std::uint16_t kSst = 0x00FC;
 constexpr std::uint16_t kContinue = 0x003C;
+/// A text's head, and its share of the heads of continuations.
+constexpr std::size_t kRoughHead = 4;
 
 }  // namespace
 
 std::uint32_t StringTable::add(std::string_view text)
 {
     ++m_uses;
-    if (m_slots.size() <= 2 * m_entries.size()) grow();
-    const auto hash = std::hash<std::string_view>()(text);
+    if (m_slots.size() <= 2 * m_texts.size()) grow();
+    const auto hash = static_cast<std::uint32_t>(std::hash<std::string_view>()(text));
     const auto mask = m_slots.size() - 1;
     auto slot = hash & mask;
-    for (; m_slots[slot]; slot = (slot + 1) & mask)
-        if (const auto& known = m_entries[m_slots[slot] - 1]; known.hash == hash && known.text == text)
-            return m_slots[slot] - 1;
-    m_entries.push_back({text, hash});
-    m_slots[slot] = static_cast<std::uint32_t>(m_entries.size());
-    return m_slots[slot] - 1;
+    for (; m_slots[slot].number != kFree; slot = (slot + 1) & mask)
+        if (m_slots[slot].hash == hash && m_texts[m_slots[slot].number] == text) return m_slots[slot].number;
+    m_slots[slot] = {static_cast<std::uint32_t>(m_texts.size()), hash};
+    m_texts.push_back(text);
+    m_roughBytes += 2 * text.size() + kRoughHead;
+    return m_slots[slot].number;
 }
 
 void StringTable::grow()
 {
-    m_slots.assign(std::max<std::size_t>(64, 4 * m_slots.size()), 0);
+    const auto old = std::exchange(m_slots, std::vector<Slot>(std::max<std::size_t>(64, 4 * m_slots.size())));
     const auto mask = m_slots.size() - 1;
-    for (std::size_t i = 0; i < m_entries.size(); ++i) {
-        auto slot = m_entries[i].hash & mask;
-        while (m_slots[slot]) slot = (slot + 1) & mask;
-        m_slots[slot] = static_cast<std::uint32_t>(i + 1);
+    for (const auto& entry : old) {
+        if (entry.number == kFree) continue;
+        auto slot = entry.hash & mask;
+        while (m_slots[slot].number != kFree) slot = (slot + 1) & mask;
+        m_slots[slot] = entry;
     }
 }
 
@@ -51,13 +55,13 @@ void StringTable::grow()
 void StringTable::write(std::string& out) const
 {
     std::optional<biff::Record> record(std::in_place, out, kSst);
-    record->u32(m_uses).u32(static_cast<std::uint32_t>(m_entries.size()));
+    record->u32(m_uses).u32(static_cast<std::uint32_t>(m_texts.size()));
     const auto nextRecord = [&] {
         record.reset();
         record.emplace(out, kContinue);
     };
     std::u16string units;
-    for (const auto& [text, hash] : m_entries) {
+    for (const auto text : m_texts) {
         ToUtf16(text, units);
         const std::size_t width = biff::oneByteEach(units) ? 1 : 2;
         if (record->room() < 3 + (width == 2 ? 4 : 1)) nextRecord();

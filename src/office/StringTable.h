@@ -13,14 +13,19 @@ public:
     /// Appends the table as an SST record and as many CONTINUE records as it takes.
     void write(std::string& out) const;
 
+    /// About as many bytes as write() appends, rather too many: to reserve room by.
+    std::size_t roughBytes() const { return m_roughBytes; }
+
 private:
-    struct Entry {
-        std::string_view text;
-        std::size_t hash;
+    struct Slot {
+        std::uint32_t number = kFree;
+        std::uint32_t hash = 0;
     };
-    std::vector<Entry> m_entries;
-    std::vector<std::uint32_t> m_slots;  // a hash table: number + 1 at the first free slot from the hash on; 0 is free
+    static constexpr std::uint32_t kFree = 0xFFFFFFFF;
+    std::vector<std::string_view> m_texts;
+    std::vector<Slot> m_slots;  // a hash table: a text stands in the first slot that was free from its hash on
     std::uint32_t m_uses = 0;
+    std::size_t m_roughBytes = 16;
 
     void grow();
 };

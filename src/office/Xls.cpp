@@ -14,6 +14,7 @@ namespace {
 constexpr std::string_view kSheetName = "Sheet1";
 constexpr int kRowsInBlock = 32;
 constexpr std::size_t kRoughCellSize = 16;
+constexpr std::size_t kRoughGlobalsSize = 4096;
 
 /// A width in digits of the standard font (8 pixels each, 5 more around them) as 1/256 of a digit, in whole pixels.
 std::uint32_t fileWidth(double characters)
@@ -53,8 +54,10 @@ public:
     std::string workbook()
     {
         const auto sheet = sheetRecords();
-        std::string file(kCompoundHeaderSize, '\0');
-        file.reserve(sheet.size() + (sheet.size() >> 1));
+        std::string file;
+        file.reserve(kCompoundHeaderSize + kRoughGlobalsSize + m_strings.roughBytes() + sheet.size() +
+                     sheet.size() / 50);
+        file.assign(kCompoundHeaderSize, '\0');
         globals(file);
         file += sheet;
         return file;
@@ -84,12 +87,17 @@ private:
         biff::window1(out);
         biff::dateMode(out);
         m_styles.write(out);
-        std::string strings;
-        m_strings.write(strings);
-        biff::eof(strings);
-        biff::boundSheet(out, out.size() - kCompoundHeaderSize + biff::boundSheetSize(kSheetName) + strings.size(),
-                         kSheetName);
-        out += strings;
+        const auto place = out.size();
+        const auto boundSheet = [](std::size_t sheetBof) {
+            std::string record;
+            biff::boundSheet(record, sheetBof, kSheetName);
+            return record;
+        };
+        const auto size = boundSheet(0).size();
+        out += boundSheet(0);
+        m_strings.write(out);
+        biff::eof(out);
+        out.replace(place, size, boundSheet(out.size() - kCompoundHeaderSize));
     }
 
     std::string sheetRecords()
@@ -98,9 +106,13 @@ private:
         biff::bof(out, biff::Substream::Sheet);
         page(out);
         columns(out);
-        const auto cells = cellTable();
-        biff::dimensions(out, m_rowEnd, m_colEnd);
-        out += cells;
+        const auto place = out.size();
+        biff::dimensions(out, 0, 0);
+        const auto size = out.size() - place;
+        cellTable(out);
+        std::string dimensions;
+        biff::dimensions(dimensions, m_rowEnd, m_colEnd);
+        out.replace(place, size, dimensions);
         biff::window2(out);
         biff::selection(out, m_sheet.selection());
         const std::span<const CellRange> merges(m_sheet.merges());
@@ -141,18 +153,17 @@ private:
     }
 
     /// Blocks of rows, each the ROW records and then the cells.
-    std::string cellTable()
+    void cellTable(std::string& out)
     {
-        std::string out, cells;
+        std::string cells;
         const int rowCount = m_sheet.rows();
-        out.reserve(static_cast<std::size_t>(rowCount) * m_looks.size() * kRoughCellSize);
+        out.reserve(out.size() + static_cast<std::size_t>(rowCount) * m_looks.size() * kRoughCellSize);
         for (int row = 1; row <= rowCount; ++row) {
             rowOfCells(row, out, cells);
             if (row % kRowsInBlock && row < rowCount) continue;
             out += cells;
             cells.clear();
         }
-        return out;
     }
 
     void rowOfCells(int row, std::string& rows, std::string& cells)

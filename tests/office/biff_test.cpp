@@ -126,7 +126,6 @@ TEST(Biff, NormalStyle) { EXPECT_EQ(bytesOf(biff::normalStyle), "93 02 04 00 00 
 TEST(Biff, BoundSheet)
 {
     EXPECT_EQ(bytesOf(biff::boundSheet, 0x1234, "Sheet1"), "85 00 0E 00 34 12 00 00 00 00 06 00 53 68 65 65 74 31");
-    EXPECT_EQ(biff::boundSheetSize("Sheet1"), 18u);
 }
 
 TEST(Biff, DefaultSizes)
