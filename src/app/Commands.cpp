@@ -1,8 +1,15 @@
 #include "app/Commands.h"
 
 #include "app/frmAbout.h"
+#include "editors/frmSelect.h"
 #include "platform/Platform.h"
 #include "project/Workspace.h"
+#include "screens/frmDgdGc.h"
+#include "screens/frmDgdZb.h"
+#include "screens/frmFs.h"
+#include "screens/frmJgw.h"
+#include "screens/frmPlGc.h"
+#include "screens/frmPlfy.h"
 #include "tools/frmQljs.h"
 #include "tools/frmZbzfs.h"
 
@@ -12,14 +19,14 @@ namespace {
 
 /// A fresh form at each opening; the main window waits until it has unloaded.
 template <class Screen>
-void show(QWidget& main)
+void show()
 {
-    Screen screen(&main);
+    Screen screen;
     screen.showModal();
 }
 
 /// Nothing is said where the file or a viewer for it is missing.
-void showHelp(QWidget&)
+void showHelp()
 {
 #ifdef Q_OS_WIN
     const char* const names[] = {"/Velumark帮助.chm", "/Velumark帮助.html"};
@@ -35,16 +42,16 @@ void showHelp(QWidget&)
 // clang-format off
 constexpr Command kCommands[] = {
     {"Project",     "工程",             ""},
-    {"EditProject", "编辑线路参数",     "Project", 1, "编辑线路参数", true},
+    {"EditProject", "编辑线路参数",     "Project", 1, "编辑线路参数", true, show<frmSelect>},
     {"Calc",        "计算",             "", 0, "", true},
     {"Fy",          "由桩号求坐标",     "Calc"},
-    {"ClacOne",     "计算单个点坐标",   "Fy", 2, "计算单个点坐标", true},
-    {"pljs",        "批量计算坐标",     "Fy", 3, "批量计算坐标", true},
-    {"Fs",          "由坐标求桩号",     "Calc", 4, "坐标反算桩号偏距", true},
+    {"ClacOne",     "计算单个点坐标",   "Fy", 2, "计算单个点坐标", true, show<frmDgdZb>},
+    {"pljs",        "批量计算坐标",     "Fy", 3, "批量计算坐标", true, show<frmPlfy>},
+    {"Fs",          "由坐标求桩号",     "Calc", 4, "坐标反算桩号偏距", true, show<frmFs>},
     {"gc",          "中边桩高程",       "Calc"},
-    {"ClacOneGc",   "计算单个点高程",   "gc", 5, "计算单个点高程", true},
-    {"pljsGc",      "批量计算高程",     "gc", 6, "批量计算高程", true},
-    {"Jgwzb",       "结构物角点坐标",   "Calc", 7, "结构物角点坐标", true},
+    {"ClacOneGc",   "计算单个点高程",   "gc", 5, "计算单个点高程", true, show<frmDgdGc>},
+    {"pljsGc",      "批量计算高程",     "gc", 6, "批量计算高程", true, show<frmPlGc>},
+    {"Jgwzb",       "结构物角点坐标",   "Calc", 7, "结构物角点坐标", true, show<frmJgw>},
     {"tool",        "工具",             ""},
     {"Zbzfs",       "坐标正反算",       "tool", 8, "坐标正反算", false, show<frmZbzfs>},
     {"Fhdx",        "附和导线一般平差", "tool", 9, "附和导线平差"},

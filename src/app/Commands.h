@@ -3,17 +3,15 @@
 
 #include <span>
 
-class QWidget;
-
 /// A menu or one of its items, and the toolbar button that runs the same.
 struct Command {
     const char* name;
     const char* caption;
-    const char* parent;                     ///< menu that holds it, "" for the menu bar
-    int toolbarIndex = 0;                   ///< place in the toolbar, from 1; 0 for none
-    const char* toolTip = "";               ///< of the toolbar button
-    bool needsProject = false;              ///< disabled until a project has been opened once
-    void (*open)(QWidget& main) = nullptr;  ///< shows its screen; none for a menu that opens a submenu
+    const char* parent;         ///< menu that holds it, "" for the menu bar
+    int toolbarIndex = 0;       ///< place in the toolbar, from 1; 0 for none
+    const char* toolTip = "";   ///< of the toolbar button
+    bool needsProject = false;  ///< disabled until a project has been opened once
+    void (*open)() = nullptr;   ///< shows its screen; none for a menu that opens a submenu
 };
 
 /// In the order of the menu bar; a menu stands before its items.

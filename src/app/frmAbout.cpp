@@ -24,7 +24,7 @@ void ClickLabel::mouseReleaseEvent(QMouseEvent* event)
     if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) emit Click();
 }
 
-frmAbout::frmAbout(QWidget* parent) : Form(QStringLiteral("frmAbout"), QStringLiteral("Velumark " VM_VERSION), parent)
+frmAbout::frmAbout() : Form(QStringLiteral("frmAbout"), QStringLiteral("Velumark " VM_VERSION))
 {
     auto* Image1 = control<QLabel>("Image1");
     Image1->setPixmap(programIcon().pixmap(QSize(96, 96), devicePixelRatioF()));

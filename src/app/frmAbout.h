@@ -23,5 +23,5 @@ protected:
 class frmAbout : public Form {
     Q_OBJECT
 public:
-    explicit frmAbout(QWidget* parent = nullptr);
+    frmAbout();
 };

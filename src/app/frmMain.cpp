@@ -22,8 +22,8 @@
 #include <map>
 #include <string_view>
 
-frmMain::frmMain(QWidget* parent)
-    : Form(QStringLiteral("frmMain"), QStringLiteral("Velumark"), parent), m_menuBar(control<QMenuBar>("menuBar")),
+frmMain::frmMain()
+    : Form(QStringLiteral("frmMain"), QStringLiteral("Velumark")), m_menuBar(control<QMenuBar>("menuBar")),
       tbarMain(control<QToolBar>("tbarMain")), Label1(control<QLabel>("Label1", QStringLiteral("电脑版和PPC版参数"))),
       lstProjects(control<ListBox>("lstProjects")), Label2(control<QLabel>("Label2", QStringLiteral("手机版参数"))),
       lstSj(control<ListBox>("lstSj")),
@@ -75,7 +75,7 @@ void frmMain::makeCommands()
             action = parent->addAction(commandIcon(command.name), caption);
             action->setEnabled(command.open);
             on(action, &QAction::triggered, [this, open = command.open] {
-                if (!m_loading) open(*this);
+                if (!m_loading) open();
             });
         }
         action->setObjectName(QString::fromUtf8(command.name));
@@ -134,7 +134,7 @@ bool frmMain::refuseNoSelection(const ListBox& list)
 
 void frmMain::cmdNewProjects_Click()
 {
-    frmNewProjects dialog(this);
+    frmNewProjects dialog;
     on(&dialog, &frmNewProjects::created, [this](const QString& name) { lstProjects->AddItem(name); });
     dialog.showModal();
 }
@@ -165,7 +165,7 @@ void frmMain::butZh_Click()
 {
     if (refuseNoSelection(*lstProjects)) return;
     gProject = toUtf8(lstProjects->Text());
-    frmSjName dialog(this);
+    frmSjName dialog;
     on(&dialog, &frmSjName::listed, [this](const QString& name) { lstSj->AddItem(name); });
     dialog.showModal();
 }

@@ -15,7 +15,7 @@ class XPButton;
 class frmMain : public Form {
     Q_OBJECT
 public:
-    explicit frmMain(QWidget* parent = nullptr);
+    frmMain();
 
     void reject() override {}  ///< Esc does not end the program
 

@@ -4,8 +4,8 @@
 #include "platform/Layout.h"
 #include "project/Workspace.h"
 
-frmNewProjects::frmNewProjects(QWidget* parent)
-    : Form(QStringLiteral("frmNewProjects"), QStringLiteral("新建项目"), parent),
+frmNewProjects::frmNewProjects()
+    : Form(QStringLiteral("frmNewProjects"), QStringLiteral("新建项目")),
       txtNewProjects(control<QLineEdit>("txtNewProjects")),
       cmdNewProjectsOK(control<XPButton>("cmdNewProjectsOK", QStringLiteral("确 定"))),
       cmdNewProjectsCancel(control<XPButton>("cmdNewProjectsCancel", QStringLiteral("取 消")))

@@ -8,7 +8,7 @@ class XPButton;
 class frmNewProjects : public Form {
     Q_OBJECT
 public:
-    explicit frmNewProjects(QWidget* parent = nullptr);
+    frmNewProjects();
 
 signals:
     void created(const QString& name);

@@ -19,9 +19,9 @@ bool isNameKey(int keyAscii)
 
 }  // namespace
 
-frmSjName::frmSjName(QWidget* parent)
-    : Form(QStringLiteral("frmSjName"), QStringLiteral("手机版项目名称"), parent),
-      txtsjName(control<QLineEdit>("txtsjName")), sjXmOK(control<XPButton>("sjXmOK", QStringLiteral("确 定"))),
+frmSjName::frmSjName()
+    : Form(QStringLiteral("frmSjName"), QStringLiteral("手机版项目名称")), txtsjName(control<QLineEdit>("txtsjName")),
+      sjXmOK(control<XPButton>("sjXmOK", QStringLiteral("确 定"))),
       sjxmCancel(control<XPButton>("sjxmCancel", QStringLiteral("取 消")))
 {
     auto* Label1 = control<QLabel>(

@@ -8,7 +8,7 @@ class XPButton;
 class frmSjName : public Form {
     Q_OBJECT
 public:
-    explicit frmSjName(QWidget* parent = nullptr);
+    frmSjName();
 
 signals:
     void listed(const QString& name);  ///< a new line of the phone catalogue

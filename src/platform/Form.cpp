@@ -38,6 +38,8 @@ void Form::setVisible(bool visible)
 
 void Form::showModal()
 {
+    auto* over = QApplication::activeWindow();
+    if (over && over != this && !parentWidget()) setParent(over, windowFlags());
     setVisible(true);
     if (isVisible()) exec();
 }

@@ -4,8 +4,8 @@
 #include "platform/Layout.h"
 #include "tools/Qljs.h"
 
-frmQljs::frmQljs(QWidget* parent)
-    : Form(QStringLiteral("frmQljs"), QStringLiteral("曲率半径计算"), parent), txtA(control<QLineEdit>("txtA")),
+frmQljs::frmQljs()
+    : Form(QStringLiteral("frmQljs"), QStringLiteral("曲率半径计算")), txtA(control<QLineEdit>("txtA")),
       txtR(control<QLineEdit>("txtR")), txtL0(control<QLineEdit>("txtL0")), lbeL(control<QLabel>("lbeL")),
       lbeR(control<QLabel>("lbeR")), Command1(control<QPushButton>("Command1", QStringLiteral("计算")))
 {

@@ -9,7 +9,7 @@
 class frmQljs : public Form {
     Q_OBJECT
 public:
-    explicit frmQljs(QWidget* parent = nullptr);
+    frmQljs();
 
 protected:
     bool Form_KeyPress(int keyAscii) override { return keyAscii == 13 && enterSendsTab(); }

@@ -7,7 +7,7 @@
 
 #include <QGroupBox>
 
-frmZbzfs::frmZbzfs(QWidget* parent) : Form(QStringLiteral("frmZbzfs"), QStringLiteral("坐标正反算"), parent)
+frmZbzfs::frmZbzfs() : Form(QStringLiteral("frmZbzfs"), QStringLiteral("坐标正反算"))
 {
     auto* forward = task(QStringLiteral("坐标正算"),
                          {{"txtZsCzX", QStringLiteral("测站点X"), IsSignedDecimalKey, txtZsCzX},

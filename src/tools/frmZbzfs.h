@@ -8,7 +8,7 @@ class QGroupBox;
 class frmZbzfs : public Form {
     Q_OBJECT
 public:
-    explicit frmZbzfs(QWidget* parent = nullptr);
+    frmZbzfs();
 
 protected:
     bool Form_KeyPress(int keyAscii) override { return keyAscii == 13 && enterSendsTab(); }

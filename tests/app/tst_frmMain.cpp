@@ -209,6 +209,13 @@ private slots:
     {
         QTest::addColumn<QString>("form");
         const auto row = [](const char* name, const char* form) { QTest::newRow(name) << QString::fromUtf8(form); };
+        row("EditProject", "frmSelect");
+        row("ClacOne", "frmDgdZb");
+        row("pljs", "frmPlfy");
+        row("Fs", "frmFs");
+        row("ClacOneGc", "frmDgdGc");
+        row("pljsGc", "frmPlGc");
+        row("Jgwzb", "frmJgw");
         row("Zbzfs", "frmZbzfs");
         row("qlbjjs", "frmQljs");
         row("About", "frmAbout");
