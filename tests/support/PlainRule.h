@@ -1,0 +1,165 @@
+#pragma once
+// The rules of coordinate rows once more, as plainly as they can be said: one statement a rule, no shared helpers, on
+// the tables as they stand. A second opinion for tests, slow and without any care for damaged input.
+
+#include "project/CalcTables.h"
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace plain {
+
+inline constexpr double pi = 3.1415926;
+
+inline std::string num(double x)
+{
+    char text[64];
+    std::snprintf(text, sizeof text, "%.15g", x == 0 ? 0.0 : x);
+    std::string s = text;
+    if (s.starts_with("0.")) s.erase(0, 1);
+    if (s.starts_with("-0.")) s.erase(1, 1);
+    return s;
+}
+
+inline std::string fixed3(double x)
+{
+    char text[64];
+    std::snprintf(text, sizeof text, "%.3f", std::abs(std::nearbyint(x * 1000) / 1000));
+    return (x < 0 ? "-" : "") + std::string(text);
+}
+
+inline std::string stake(double x)
+{
+    std::string whole = num(std::abs(x)), decimals;
+    if (const auto point = whole.find('.'); point != std::string::npos) {
+        decimals = whole.substr(point + 1);
+        whole.erase(point);
+    }
+    while (whole.size() < 4) whole.insert(0, "0");
+    while (decimals.size() < 3) decimals += "0";
+    return (x < 0 ? "-K" : "K") + whole.substr(0, whole.size() - 3) + "+" + whole.substr(whole.size() - 3) + "." +
+           decimals;
+}
+
+inline std::string dms(double x)
+{
+    x = (x < 0 ? x + 360 : x > 360 ? x - 360 : x) + 1e-10;
+    int d = static_cast<int>(std::floor(x));
+    int m = static_cast<int>(std::floor((x - d) * 100));
+    int s = static_cast<int>(std::floor(x * 10000 - d * 10000.0 - m * 100));
+    if (s == 60) s = 0, ++m;
+    if (m == 60) m = 0, ++d;
+    if (d > 360) d -= 360;
+    char text[64];
+    std::snprintf(text, sizeof text, "%d度%02d分%02d秒", d, m, s);
+    return text;
+}
+
+inline double degrees(double packed)
+{
+    const double v = std::abs(packed) + 1e-13;
+    const double d = std::floor(v), m = std::floor((v - d) * 100);
+    const double s = std::floor((v - d - m / 100) * 1000000) / 100;
+    return (packed < 0 ? -1 : 1) * (d + m / 60 + s / 3600);
+}
+
+inline double packed4(double deg)
+{
+    const double d = std::floor(deg), m = std::floor((deg - d) * 60), s = (deg - d - m / 60) * 3600;
+    return std::floor((d + m / 100 + s / 10000 + 5e-5) * 10000) / 10000;
+}
+
+inline std::string azimuth(double dx, double dy)
+{
+    if (dy == 0) return dms(0);
+    double a = dx == 0 ? (dy > 0 ? 90 : -90) : std::atan(dy / dx) * 180 / pi + (dx > 0 ? 0 : 180);
+    if (a < 0) a += 360;
+    const double d = std::floor(a), m = std::floor((a - d) * 60), s = (a - d - m / 60) * 3600;
+    return dms(std::floor((d + m / 100 + s / 10000 + 5e-7) * 1000000) / 1000000);
+}
+
+/// A point of the route; it stays where it was for a stake that no element holds.
+struct Point {
+    double x = 0, y = 0, tangent = 0;  // tangent in decimal degrees
+
+    void move(double k, double skew, double offset)
+    {
+        for (std::size_t i = 1; i <= static_cast<std::size_t>(gElemCount); ++i) {
+            if (k < gElemLc[i - 1] || k >= gElemLc[i]) continue;
+            const double a = gElemR1[i - 1] == 0 ? 0 : 1 / gElemR1[i - 1];
+            const double b = gElemR2[i - 1] == 0 ? 0 : 1 / gElemR2[i - 1];
+            const double L = k - gElemLc[i - 1], dk = (b - a) / (gElemLc[i] - gElemLc[i - 1]) * L;
+            const double A0 = degrees(gElemFwj[i - 1]);
+            tangent = A0 + (a + a + dk) * L * 90 / pi;
+            double oddX = 0, oddY = 0, evenX = 0, evenY = 0;
+            for (int u = 191; u >= 1; u -= 2) {
+                const double A = A0 + ((u * dk / 192 + a + a) * (L / 2) * u / 192) * 180 / pi;
+                oddX += std::cos(A * pi / 180), oddY += std::sin(A * pi / 180);
+            }
+            for (int n = 95; n >= 1; --n) {
+                const double A = A0 + ((n * dk / 96 + a + a) * (L / 2) * (n / 96.0) * 180) / pi;
+                evenX += std::cos(A * pi / 180), evenY += std::sin(A * pi / 180);
+            }
+            const double X =
+                (4 * oddX + std::cos(A0 * pi / 180) + 2 * evenX + std::cos(tangent * pi / 180)) * (L / 576) +
+                gElemX[i - 1];
+            const double Y =
+                (4 * oddY + std::sin(A0 * pi / 180) + 2 * evenY + std::sin(tangent * pi / 180)) * (L / 576) +
+                gElemY[i - 1];
+            x = std::atof(fixed3(X + offset * std::cos((tangent + skew) * pi / 180)).c_str());
+            y = std::atof(fixed3(Y + offset * std::sin((tangent + skew) * pi / 180)).c_str());
+            return;
+        }
+    }
+
+    /// Columns 1 to 8 of a coordinate row.
+    std::vector<std::string> row(double typed, const std::string& side, const std::string& angle) const
+    {
+        const double dx = x - gStationX, dy = y - gStationY;
+        return {stake(typed),
+                side,
+                angle,
+                azimuth(dx, dy),
+                fixed3(std::sqrt(dx * dx + dy * dy)),
+                fixed3(x),
+                fixed3(y),
+                dms(packed4(tangent))};
+    }
+};
+
+/// The continuous stake of a typed one on the single-point screen; nothing in a gap.
+inline std::optional<double> resolve(double t)
+{
+    double s = std::abs(t);
+    if (!gHasDl) return s;
+    for (std::size_t i = 0; i <= static_cast<std::size_t>(gDlCount); ++i) {
+        if (s > gDlBack[i] && s < gDlAhead[i]) return std::nullopt;
+        if (gDlCum[i] > 0 ? s >= gDlAhead[i] : gDlCum[i] < 0 && s > gDlBack[i]) s -= gDlCum[i];
+    }
+    for (std::size_t i = 0; t < 0 && i <= static_cast<std::size_t>(gDlCount); ++i)
+        if (-t >= gDlAhead[i]) s -= gDlCum[i];
+    return s;
+}
+
+/// The stakes of a run from 0 up, nominal and continuous.
+inline std::vector<std::pair<double, double>> walk(double start, double end, double step)
+{
+    std::vector<std::pair<double, double>> stakes;
+    double cur = start;
+    while (!(end + 0.0001 <= cur)) {
+        double c = cur;
+        for (std::size_t i = 0; gHasDl && i <= static_cast<std::size_t>(gDlCount); ++i) {
+            while (!(cur <= gDlBack[i] || cur >= gDlAhead[i])) c = cur = cur + step;
+            if (gDlCum[i] > 0 ? cur >= gDlAhead[i] : gDlCum[i] < 0 && cur > gDlBack[i]) c -= gDlCum[i];
+        }
+        stakes.emplace_back(cur, c);
+        cur = cur + step;
+    }
+    return stakes;
+}
+
+}  // namespace plain
