@@ -1,0 +1,123 @@
+#pragma once
+// A calculation window under test, worked with real keys and clicks.
+
+#include "controls/XPButton.h"
+#include "desk/GridText.h"
+#include "platform/Fields.h"
+#include "platform/MSFlexGrid.h"
+#include "platform/Platform.h"
+#include "support/ScriptedDesk.h"
+#include "support/Tables.h"
+
+#include <QCheckBox>
+#include <QtTest>
+
+/// Straight to the north from X 1000, Y 2000: stake 0 to 1000, so that X is 1000 + stake and Y is 2000 + offset.
+inline void straightNorth() { setElements({{0, 1000, 2000, 0, 0, 0}, {1000, 2000, 2000, 0, 0, 0}}); }
+
+/// Four traverse points; P0 lies 100 m west of the straight's start.
+inline void fourPoints()
+{
+    gDxdName = {"P0", "P1", "P2", "P3"};
+    gDxdX = {1000, 1100.5, 1200, 1300};
+    gDxdY = {1900, 2000.25, 2100, 2200};
+    gDxdCount = 3;
+}
+
+/// A profile with one sharp grade change: 100 at 0, 110 at 500, 105 at 1000; no cross slope.
+inline void sharpProfile()
+{
+    gSqxLc = {0, 500, 1000};
+    gSqxGc = {100, 110, 105};
+    gSqxR = {0, 0, 0};
+    gSqxCount = 2;
+}
+
+template <class Form>
+struct Driven {
+    Form form;
+
+    template <class... Args>
+    explicit Driven(Args&&... args) : form(std::forward<Args>(args)...)
+    {
+        form.show();
+        form.activateWindow();
+        if (!QTest::qWaitForWindowActive(&form)) qFatal("the window does not come up");
+    }
+
+    template <class Control>
+    Control* get(const char* name)
+    {
+        auto* control = form.template findChild<Control*>(QString::fromUtf8(name));
+        if (!control) qFatal("no control %s", name);
+        return control;
+    }
+    QLineEdit* box(const char* name) { return get<QLineEdit>(name); }
+    PickList* list(const char* name) { return get<PickList>(name); }
+    QString text(const char* name) { return box(name)->text(); }
+
+    /// Empties the box and types.
+    void type(const char* name, const char* keys)
+    {
+        box(name)->clear();
+        QTest::keyClicks(box(name), QString::fromUtf8(keys));
+    }
+    void click(const char* name) { QTest::mouseClick(get<XPButton>(name), Qt::LeftButton); }
+    void tick(const char* name) { QTest::keyClick(get<QCheckBox>(name), Qt::Key_Space); }
+    void pick(const char* name, int index)
+    {
+        auto* combo = list(name);
+        combo->setFocus();
+        while (combo->ListIndex() < index) QTest::keyClick(combo, Qt::Key_Down);
+        while (combo->ListIndex() > index) QTest::keyClick(combo, Qt::Key_Up);
+    }
+    bool focused(const char* name) { return form.focusWidget() == get<QWidget>(name); }
+    bool open(const char* name) { return !box(name)->isReadOnly(); }
+
+    MSFlexGrid& grid() { return *form.template findChild<MSFlexGrid*>(); }
+    int rows() { return grid().Rows() - 1; }
+    QStringList row(int number)
+    {
+        QStringList cells;
+        for (int col = 0; col < grid().Cols(); ++col) cells << grid().TextMatrix(number, col);
+        return cells;
+    }
+    QStringList column(int col)
+    {
+        QStringList cells;
+        for (int r = 1; r <= rows(); ++r) cells << grid().TextMatrix(r, col);
+        return cells;
+    }
+};
+
+/// Tables of a fresh process, and the machine answered: the end of the process is noted, not carried out.
+struct Machine {
+    ScriptedDesk desk;
+    int ended = -1;
+    Platform before = platform();
+
+    Machine()
+    {
+        shared = {};
+        platform().endProcess = [this](int code) { ended = code; };
+        platform().keyIsDown = [](int) { return false; };
+    }
+    ~Machine()
+    {
+        platform() = before;
+        shared = {};
+    }
+};
+
+inline Msg refused(const char* text, const char* title = "错误") { return {text, title, Icon::Exclamation}; }
+
+#define COMPARE_MESSAGES(desk, ...)                                                                                    \
+    do {                                                                                                               \
+        const std::vector<Msg> wanted{__VA_ARGS__};                                                                    \
+        QCOMPARE((desk).messages.size(), wanted.size());                                                               \
+        for (std::size_t i_ = 0; i_ < wanted.size(); ++i_) {                                                           \
+            QCOMPARE((desk).messages[i_].text.c_str(), wanted[i_].text.c_str());                                       \
+            QVERIFY((desk).messages[i_] == wanted[i_]);                                                                \
+        }                                                                                                              \
+        (desk).messages.clear();                                                                                       \
+    } while (false)
