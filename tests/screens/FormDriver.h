@@ -113,11 +113,11 @@ inline Msg refused(const char* text, const char* title = "错误") { return {tex
 
 #define COMPARE_MESSAGES(desk, ...)                                                                                    \
     do {                                                                                                               \
-        const std::vector<Msg> wanted{__VA_ARGS__};                                                                    \
-        QCOMPARE((desk).messages.size(), wanted.size());                                                               \
-        for (std::size_t i_ = 0; i_ < wanted.size(); ++i_) {                                                           \
-            QCOMPARE((desk).messages[i_].text.c_str(), wanted[i_].text.c_str());                                       \
-            QVERIFY((desk).messages[i_] == wanted[i_]);                                                                \
+        const std::vector<Msg> wanted_{__VA_ARGS__};                                                                   \
+        QCOMPARE((desk).messages.size(), wanted_.size());                                                              \
+        for (std::size_t i_ = 0; i_ < wanted_.size(); ++i_) {                                                          \
+            QCOMPARE((desk).messages[i_].text.c_str(), wanted_[i_].text.c_str());                                      \
+            QVERIFY((desk).messages[i_] == wanted_[i_]);                                                               \
         }                                                                                                              \
         (desk).messages.clear();                                                                                       \
     } while (false)
