@@ -370,7 +370,6 @@ bool EditorForm::boxNeeds(const QKeyEvent& key) const
 bool EditorForm::moveByKey(const QKeyEvent& key)
 {
     if (!isMove(key.key()) || (key.modifiers() & ~Qt::KeypadModifier) || m_table.lastColumn() < 1) return false;
-    if (m_box->hasFocus() && boxNeeds(key)) return false;
     const bool fromBox = m_box->isVisible() && boxHasCell();
     const int page = std::max(1, m_grid->viewport()->height() / std::max(1, m_grid->cellRect(1, 1).height()) - 1);
     int row = fromBox ? CurRow : m_grid->Row();
@@ -457,7 +456,7 @@ bool EditorForm::eventFilter(QObject* watched, QEvent* event)
         case QEvent::KeyPress: {
             const auto& key = *static_cast<QKeyEvent*>(event);
             if (key.matches(QKeySequence::Paste) && pasteBlock(QApplication::clipboard()->text())) return true;
-            if (moveByKey(key)) return true;
+            if (!(watched == m_box && boxNeeds(key)) && moveByKey(key)) return true;
             break;
         }
         case QEvent::ContextMenu:

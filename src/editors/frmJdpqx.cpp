@@ -2,6 +2,7 @@
 
 #include "controls/XPButton.h"
 #include "project/CalcTables.h"
+#include "screens/frmZdcs.h"
 
 frmJdpqx::frmJdpqx(QWidget* parent) : EditorForm(JdpqxTable(), parent)
 {
@@ -12,5 +13,5 @@ frmJdpqx::frmJdpqx(QWidget* parent) : EditorForm(JdpqxTable(), parent)
 void frmJdpqx::butJdView_Click()
 {
     if (gZdCount < 1) return showBox(QStringLiteral("请先输入参数！"), QStringLiteral("注意"), Icon::None);
-    if (showMainPoints) showMainPoints(this);
+    frmZdcs().showModal();
 }
