@@ -3,12 +3,13 @@
 #include "cli/Command.h"
 #include "desk/Desk.h"
 #include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
+#include "project/FilePath.h"
 #include "project/LoadProject.h"
 #include "project/TextFile.h"
 #include "project/Workspace.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <ostream>
 
 namespace {
@@ -21,9 +22,13 @@ constexpr Option kGlobalOptions[] = {
 };
 
 /// Boxes go to standard error; nobody answers, so every question gets No and every dialog Cancel.
+/// In use as long as it lives.
 class ConsoleDesk : public Desk {
 public:
-    explicit ConsoleDesk(std::ostream& err) : m_err(err) {}
+    explicit ConsoleDesk(std::ostream& err) : m_err(err) { setDesk(this); }
+    ~ConsoleDesk() override { setDesk(nullptr); }
+    ConsoleDesk(const ConsoleDesk&) = delete;
+    ConsoleDesk& operator=(const ConsoleDesk&) = delete;
     bool box(const Msg& msg) override
     {
         m_err << msg.text << '\n';
@@ -43,18 +48,23 @@ std::string withoutSeparator(std::string path)
     return path;
 }
 
+/// The folder's own name, also of "." and the like.
+std::string nameOf(const std::string& folder)
+{
+    std::error_code error;
+    const auto name = std::filesystem::weakly_canonical(filePath(folder), error).filename().u8string();
+    return {name.begin(), name.end()};
+}
+
 /// Loads the project that the options name. False: refused, its text is on `err`.
 bool openProject(const Arguments& global, const std::string& project, std::ostream& err)
 {
-    if (global.has("--folder")) {
-        gProjectFolder = withoutSeparator(global.value("--folder"));
-        gProject = gProjectFolder.substr(gProjectFolder.rfind('/') + 1);
-    } else {
-        gProject = project;
-    }
-    const std::string folder = global.has("--folder") ? gProjectFolder : ProjectPath(gProject);
+    const bool anywhere = global.has("--folder");
+    gProjectFolder = withoutSeparator(global.value("--folder"));
+    gProject = anywhere ? nameOf(gProjectFolder) : project;
+    const std::string folder = anywhere ? gProjectFolder : ProjectPath(gProject);
     if (!FolderExists(folder)) {
-        err << "没有这个项目：" << folder << '\n';
+        err << "没有这个项目：" << (anywhere ? folder : project) << '\n';
         return false;
     }
     SetHang(Hang::Throw);
@@ -141,8 +151,7 @@ int run(const CommandLine& line, std::istream& in, std::ostream& out, std::ostre
 int RunCompanion(const std::vector<std::string>& args, const std::string& programFolder, std::istream& in,
                  std::ostream& out, std::ostream& err)
 {
-    ConsoleDesk console(err);
-    setDesk(&console);
+    const ConsoleDesk console(err);
     const CommandLine* parsed = nullptr;
     CommandLine line;
     try {

@@ -11,7 +11,7 @@ int run(const Call& call)
     const auto solve = [&](const std::string& line) {
         bool found = true;
         const bool went = results.press([&] {
-            return Handle(Trap::None, [&] {
+            return Handle(Trap::Words, [&] {
                 const BatchLine point = ParseBatchLine(line, kFsFields);
                 found = AddFsPoint(point[0], point[1], results.rows());
             });

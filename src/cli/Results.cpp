@@ -30,7 +30,7 @@ bool Results::press(const std::function<Outcome()>& handler)
         if (outcome) return true;
         refuse(outcome.refusal->msg.text);
     } catch (const RunTimeError& error) {  // of a handler without a trap
-        refuse(error.number() == RunTimeError::TypeMismatch ? NotANumber().msg.text : error.what());
+        refuse(error.what());
     }
     return false;
 }
