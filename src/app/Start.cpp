@@ -11,7 +11,6 @@
 int runVelumark(int argc, char** argv)
 {
     QApplication app(argc, argv);
-    QApplication::setDesktopFileName(QStringLiteral("velumark"));
     applyHouseLook(app);
     QtDesk qtDesk;
     setDesk(&qtDesk);

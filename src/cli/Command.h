@@ -23,7 +23,8 @@ struct Command {
     std::string_view help;            ///< what goes in and what comes out, with examples
     std::span<const Way> ways;        ///< how it can be called; none: its options are free
     std::span<const Option> options;  ///< of its own
-    bool needsProject = true;         ///< the project is loaded before
+    bool needsProject = true;         ///< a project stands before the command
+    bool loads = true;                ///< and is loaded before it runs
     /// 0, or 1 for a refusal, whose text is on `err`. @throws WrongUsage
     int (*run)(const Call&);
 };

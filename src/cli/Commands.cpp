@@ -8,8 +8,8 @@
 std::span<const Command* const> Commands()
 {
     static constexpr const Command* kAll[] = {
-        &kCoordsCommand,  &kInverseCommand,    &kStakeoutCommand, &kElevationCommand,
-        &kCornersCommand, &kMainPointsCommand, &kPhoneCommand,
+        &kCoordsCommand,     &kInverseCommand, &kStakeoutCommand, &kElevationCommand, &kCornersCommand,
+        &kMainPointsCommand, &kPhoneCommand,   &kTablesCommand,   &kCheckCommand,
     };
     return kAll;
 }

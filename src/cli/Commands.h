@@ -10,3 +10,5 @@ extern const Command kElevationCommand;
 extern const Command kCornersCommand;
 extern const Command kMainPointsCommand;
 extern const Command kPhoneCommand;
+extern const Command kTablesCommand;
+extern const Command kCheckCommand;

@@ -56,8 +56,8 @@ std::string nameOf(const std::string& folder)
     return {name.begin(), name.end()};
 }
 
-/// Loads the project that the options name. False: refused, its text is on `err`.
-bool openProject(const Arguments& global, const std::string& project, std::ostream& err)
+/// Finds the project that the options name, and loads it. False: refused, its text is on `err`.
+bool openProject(const Arguments& global, const std::string& project, bool load, std::ostream& err)
 {
     const bool anywhere = global.has("--folder");
     gProjectFolder = withoutSeparator(global.value("--folder"));
@@ -67,6 +67,7 @@ bool openProject(const Arguments& global, const std::string& project, std::ostre
         err << "没有这个项目：" << (anywhere ? folder : project) << '\n';
         return false;
     }
+    if (!load) return true;
     SetHang(Hang::Throw);
     try {
         LoadProject();
@@ -140,10 +141,11 @@ int run(const CommandLine& line, std::istream& in, std::ostream& out, std::ostre
     if (!args.words().empty()) throw WrongUsage("多余的参数：" + args.words().front());
     const Way way = line.command->ways.empty() ? Way() : args.choose(line.command->ways);
 
-    if (line.command->needsProject && !openProject(line.global, line.project, err)) return kRefused;
+    if (line.command->needsProject && !openProject(line.global, line.project, line.command->loads, err))
+        return kRefused;
     const int code = line.command->run({args, way, in, out, err});
     // A load that a gap cut short has said so; what was computed from half the tables is no success.
-    return line.command->needsProject && LoadStoppedAtGap() ? std::max<int>(code, kRefused) : code;
+    return line.command->loads && LoadStoppedAtGap() ? std::max<int>(code, kRefused) : code;
 }
 
 }  // namespace

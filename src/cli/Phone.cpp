@@ -51,5 +51,6 @@ const Command kPhoneCommand{
 )",
     .ways = kWays,
     .options = kOptions,
+    .loads = false,  // the files as they stand
     .run = run,
 };
