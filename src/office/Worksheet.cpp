@@ -146,21 +146,32 @@ void Worksheet::merge(const CellRange& range)
 {
     unmerge(range);
     if (range.first == range.last) return;
-    m_merges.insert(std::ranges::lower_bound(m_merges, range), range);
+    m_merges.insert(range);
+    m_tallestMerge = std::max(m_tallestMerge, range.rows());
     for (int row = range.first.row; row <= std::min(range.last.row, static_cast<int>(m_rows.size())); ++row)
         for (int col = range.first.col; col <= range.last.col; ++col)
             if (CellRef cell(row, col); cell != range.first) clearValue(cell);
 }
 
+std::vector<CellRange> Worksheet::mergesThatMeet(const CellRange& range) const
+{
+    std::vector<CellRange> found;
+    const CellRange earliest(CellRef(std::max(1, range.first.row - m_tallestMerge + 1), 1));
+    for (auto merge = m_merges.lower_bound(earliest); merge != m_merges.end() && merge->first.row <= range.last.row;
+         ++merge)
+        if (merge->meets(range)) found.push_back(*merge);
+    return found;
+}
+
 void Worksheet::unmerge(const CellRange& range)
 {
-    std::erase_if(m_merges, [&](const CellRange& merge) { return merge.meets(range); });
+    for (const auto& merge : mergesThatMeet(range)) m_merges.erase(merge);
 }
 
 CellRange Worksheet::mergeArea(CellRef cell) const
 {
-    const auto found = std::ranges::find_if(m_merges, [&](const CellRange& merge) { return merge.contains(cell); });
-    return found != m_merges.end() ? *found : CellRange(cell);
+    const auto found = mergesThatMeet(cell);
+    return found.empty() ? CellRange(cell) : found.front();
 }
 
 // --- Looks ----------------------------------------------------------------------------------------------------------

@@ -11,6 +11,7 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -59,7 +60,7 @@ public:
     void merge(const CellRange& range);
     void unmerge(const CellRange& range);
     /// In reading order.
-    const std::vector<CellRange>& merges() const { return m_merges; }
+    const std::set<CellRange>& merges() const { return m_merges; }
     /// The merge that holds a cell, or the cell itself.
     CellRange mergeArea(CellRef cell) const;
 
@@ -114,7 +115,8 @@ public:
 
 private:
     std::vector<std::vector<CellValue>> m_rows;
-    std::vector<CellRange> m_merges;
+    std::set<CellRange> m_merges;
+    int m_tallestMerge = 1;           // rows; no merge that reaches a row begins further above it
     std::vector<CellStyle> m_styles;  // 0 is the standard look
     std::map<CellStyle, int> m_styleIndex;
     std::vector<std::vector<StyleRun>> m_runs;  // per column, never two neighbours alike; none: standard look
@@ -122,6 +124,7 @@ private:
     CellRange m_selection;
 
     CellValue& slot(CellRef cell);
+    std::vector<CellRange> mergesThatMeet(const CellRange& range) const;
     int styleAt(CellRef cell) const;
     int intern(const CellStyle& style);
     template <class Change>

@@ -115,7 +115,8 @@ private:
         out.replace(place, size, dimensions);
         biff::window2(out);
         biff::selection(out, m_sheet.selection());
-        const std::span<const CellRange> merges(m_sheet.merges());
+        const std::vector<CellRange> list(m_sheet.merges().begin(), m_sheet.merges().end());
+        const std::span merges(list);
         for (std::size_t done = 0; done < merges.size(); done += biff::kMergesInRecord)
             biff::mergedCells(out, merges.subspan(done, std::min(biff::kMergesInRecord, merges.size() - done)));
         biff::eof(out);

@@ -268,7 +268,7 @@ struct Book {
     std::map<int, Row> rows;
     std::map<int, Column> columns;
     std::vector<CellStyle> styles;  // per XF
-    std::vector<CellRange> merges;
+    std::set<CellRange> merges;
     PageSetup page;
     CellRange selection;
     StringTableRead strings;
@@ -536,7 +536,7 @@ inline Book read(std::string_view file)
             for (unsigned n = 0; n < count; ++n) {
                 const auto row1 = int(bytes.u16()), row2 = int(bytes.u16()), col1 = int(bytes.u16()),
                            col2 = int(bytes.u16());
-                book.merges.emplace_back(row1 + 1, col1 + 1, row2 + 1, col2 + 1);
+                must(book.merges.emplace(row1 + 1, col1 + 1, row2 + 1, col2 + 1).second, "a merge twice");
             }
             break;
         }

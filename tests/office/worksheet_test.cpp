@@ -133,9 +133,22 @@ TEST(Worksheet, MergesNeverOverlap)
     sheet.merge("a6:a7");
     sheet.merge("c1:d1");
     sheet.merge("a5:a6");
-    EXPECT_EQ(sheet.merges(), (std::vector<CellRange>{"c1:d1", "a5:a6"}));
+    EXPECT_EQ(sheet.merges(), (std::set<CellRange>{"c1:d1", "a5:a6"}));
     sheet.merge("a6");
-    EXPECT_EQ(sheet.merges(), std::vector<CellRange>{"c1:d1"});
+    EXPECT_EQ(sheet.merges(), std::set<CellRange>{"c1:d1"});
+}
+
+TEST(Worksheet, TallMergeFarAboveIsFound)
+{
+    Worksheet sheet;
+    sheet.merge("a1:a5000");
+    for (int row = 1; row < 5000; row += 2) sheet.merge({row, 2, row + 1, 3});
+    EXPECT_EQ(sheet.mergeArea("a4999"), CellRange("a1:a5000"));
+    EXPECT_EQ(sheet.mergeArea("c4000"), CellRange("b3999:c4000"));
+    sheet.merge("a5000:b5001");
+    EXPECT_EQ(sheet.mergeArea("a1"), CellRange("a1"));
+    EXPECT_EQ(sheet.mergeArea("c5000"), CellRange("c5000"));
+    EXPECT_EQ(sheet.merges().size(), 2500u);
 }
 
 TEST(Worksheet, OutlineMediumInsideThin)
