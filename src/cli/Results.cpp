@@ -93,7 +93,8 @@ int Results::finish()
 
     const std::string path = m_call.args.value("-o");
     if (path.empty()) {
-        m_call.out << Rendered(m_grid.text(), warnings, m_format);
+        // Headers without a row tell a person nothing; a program that reads CSV or JSON wants them.
+        if (m_state.rows > 0 || m_format != Format::Table) m_call.out << Rendered(m_grid.text(), warnings, m_format);
     } else if (EndsWithNoCase(path, ".xls") && m_kind.sheet.needsRows && m_state.rows == 0) {
         refuse(std::string(message::kNothingToSave));
     } else {

@@ -158,6 +158,7 @@ TEST_F(Companion, RefusalsGoToStandardErrorAndEndWithOne)
         const auto ran = calc(args);
         EXPECT_EQ(ran.code, 1) << text;
         EXPECT_EQ(ran.err, text);
+        EXPECT_EQ(ran.out, "") << text;
     }
     const auto points = calc({"示例二", "mainpoints"});
     EXPECT_EQ(points.code, 1);
