@@ -16,7 +16,7 @@ Form::Form(const QString& name, const QString& caption, QWidget* parent) : QDial
     setWindowTitle(caption);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
-    setModal(true);
+    setWindowModality(Qt::WindowModal);  // open sheets and drawings beside it go on taking input
     qApp->installEventFilter(this);
 }
 

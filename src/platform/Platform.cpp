@@ -2,6 +2,7 @@
 
 #include "desk/Desk.h"
 #include "engine/RunTimeError.h"
+#include "platform/DocumentWindow.h"
 
 #include <QDesktopServices>
 #include <QFileInfo>
@@ -58,7 +59,8 @@ void runHandler(const std::function<void()>& body)
     try {
         body();
     } catch (const RunTimeError& error) {
-        desk().box({.text = "实时错误 '" + std::to_string(error.number()) + "'：\n\n" + error.what(),
+        const std::string kept = DocumentWindow::keepUnsaved();
+        desk().box({.text = "实时错误 '" + std::to_string(error.number()) + "'：\n\n" + error.what() + kept,
                     .title = "Velumark",
                     .icon = Icon::Critical});
         platform().endProcess(1);

@@ -3,5 +3,6 @@
 
 #include <functional>
 
-/// Runs a handler body. A RunTimeError that leaves it is fatal: its box is shown and the process ends.
+/// Runs a handler body. A RunTimeError that leaves it is fatal: unsaved sheets and drawings go into files, its box is
+/// shown and names them, and the process ends.
 void runHandler(const std::function<void()>& body);

@@ -1,0 +1,223 @@
+#include "platform/DocumentWindow.h"
+
+#include "desk/Desk.h"
+#include "platform/Fields.h"
+#include "platform/HouseLook.h"
+#include "platform/Platform.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+#include <QPdfWriter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QSaveFile>
+#include <QScreen>
+#include <QStatusBar>
+#include <QToolBar>
+
+#include <algorithm>
+
+namespace {
+
+std::vector<DocumentWindow*>& openDocuments()
+{
+    static std::vector<DocumentWindow*> all;
+    return all;
+}
+bool leaving = false;
+
+bool writeWhole(const QString& path, const std::string& bytes)
+{
+    QSaveFile file(path);
+    file.setDirectWriteFallback(false);
+    return file.open(QIODevice::WriteOnly) &&
+           file.write(bytes.data(), static_cast<qint64>(bytes.size())) == static_cast<qint64>(bytes.size()) &&
+           file.commit();
+}
+
+}  // namespace
+
+DocumentWindow::DocumentWindow(const QString& title, const QString& kind, const QString& extension)
+    : m_title(title), m_kind(kind), m_extension(extension)
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    m_tools = addToolBar(QStringLiteral("工具"));
+    m_tools->setObjectName(QStringLiteral("tools"));
+    m_tools->setMovable(false);
+    m_tools->setContextMenuPolicy(Qt::PreventContextMenu);
+    m_tools->setStyleSheet(
+        QStringLiteral("QToolBar { spacing: 4px; padding: 4px 8px; } QToolButton { padding: 4px 8px; }"));
+    statusBar()->setSizeGripEnabled(true);
+    command(QStringLiteral("另存为"), QKeySequence::Save, QStringLiteral("把%1存入 .%2 文件").arg(kind, extension),
+            [this] { saveAs(); });
+    command(QStringLiteral("打印"), QKeySequence::Print, QStringLiteral("打印%1").arg(kind),
+            [this] { printOnPaper(); });
+    command(QStringLiteral("导出PDF"), QKeySequence(), QStringLiteral("把%1按打印的样子存入 PDF 文件").arg(kind),
+            [this] { exportPdf(); });
+    openDocuments().push_back(this);
+    showTitle();
+}
+
+DocumentWindow::~DocumentWindow()
+{
+    std::erase(openDocuments(), this);
+    if (leaving && openDocuments().empty()) platform().endProcess(0);
+}
+
+QAction* DocumentWindow::command(const QString& text, const QKeySequence& key, const QString& tip,
+                                 std::function<void()> run)
+{
+    auto* action = new QAction(text, this);
+    action->setObjectName(text);
+    action->setShortcut(key);
+    const QString keyText = action->shortcut().toString(QKeySequence::NativeText);
+    action->setToolTip(keyText.isEmpty() ? tip : tip + QStringLiteral(" (%1)").arg(keyText));
+    connect(action, &QAction::triggered, this, [run = std::move(run)] { runHandler(run); });
+    m_tools->addAction(action);
+    return action;
+}
+
+void DocumentWindow::separator() { m_tools->addSeparator(); }
+
+void DocumentWindow::addAtEnd(QWidget* widget)
+{
+    auto* filler = new QWidget;
+    filler->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    m_tools->addWidget(filler);
+    m_tools->addWidget(widget);
+}
+
+void DocumentWindow::say(const QString& text) { statusBar()->showMessage(text); }
+
+void DocumentWindow::touched()
+{
+    m_unsaved = true;
+    showTitle();
+}
+
+void DocumentWindow::showTitle()
+{
+    setWindowModified(m_unsaved);
+    setWindowTitle((m_path.isEmpty() ? m_title : QFileInfo(m_path).fileName()) + QStringLiteral("[*] - Velumark"));
+}
+
+QString DocumentWindow::askPath(const QString& extension)
+{
+    const auto chosen = desk().saveFile(toUtf8(QStringLiteral("(*.%1)|*.%1|").arg(extension)));
+    if (!chosen || chosen->empty()) return {};
+    QString path = fromUtf8(*chosen);
+    if (QFileInfo(path).suffix().compare(extension, Qt::CaseInsensitive) != 0) path += u'.' + extension;
+    if (QFileInfo::exists(path) && !desk().box({.text = "文件已存在！是否覆盖？",
+                                                .title = "注意",
+                                                .icon = Icon::Question,
+                                                .buttons = Msg::YesNo,
+                                                .preset = Msg::No}))
+        return {};
+    return path;
+}
+
+void DocumentWindow::refuseFile(const QString& path)
+{
+    desk().box({.text = toUtf8(QStringLiteral("无法写入文件：\n") + QDir::toNativeSeparators(path)),
+                .title = "错误",
+                .icon = Icon::Critical});
+}
+
+bool DocumentWindow::writeFile(const QString& path) const { return writeWhole(path, fileBytes()); }
+
+bool DocumentWindow::saveAs()
+{
+    const QString path = askPath(m_extension);
+    if (path.isEmpty()) return false;
+    if (!writeFile(path)) {
+        refuseFile(path);
+        return false;
+    }
+    m_path = path;
+    m_unsaved = false;
+    showTitle();
+    say(QStringLiteral("已保存：") + QDir::toNativeSeparators(path));
+    return true;
+}
+
+void DocumentWindow::printOnPaper()
+{
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageLayout(page());
+    printer.setDocName(windowTitle().remove(QStringLiteral("[*]")));
+    QPrintDialog dialog(&printer, this);
+    if (dialog.exec() == QDialog::Accepted) print(printer);
+}
+
+void DocumentWindow::exportPdf()
+{
+    const QString path = askPath(QStringLiteral("pdf"));
+    if (path.isEmpty()) return;
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) return refuseFile(path);
+    {
+        QPdfWriter writer(&file);
+        writer.setResolution(1200);
+        writer.setPageLayout(page());
+        writer.setTitle(m_title);
+        writer.setCreator(QStringLiteral("Velumark"));
+        print(writer);
+    }
+    if (!file.commit()) return refuseFile(path);
+    say(QStringLiteral("已导出：") + QDir::toNativeSeparators(path));
+}
+
+void DocumentWindow::closeEvent(QCloseEvent* event)
+{
+    const bool wanted = m_unsaved && desk().box({.text = toUtf8(m_kind + QStringLiteral("尚未保存，是否保存？")),
+                                                 .title = "注意",
+                                                 .icon = Icon::Question,
+                                                 .buttons = Msg::YesNo});
+    if (wanted && !saveAs()) return event->ignore();
+    event->accept();
+}
+
+void DocumentWindow::placeBeside(QWidget& form)
+{
+    const QRect screen = form.screen()->availableGeometry();
+    const QRect frame = form.frameGeometry();
+    const int room = screen.width() - frame.width() - 3 * house::kGrid;
+    form.move(screen.right() - frame.width() - house::kGrid + 1, std::max(screen.top(), frame.top()));
+    setGeometry(QRect(screen.left() + house::kGrid, screen.top() + 5 * house::kGrid, std::clamp(room, 640, width()),
+                      std::min(screen.height() - 8 * house::kGrid, 900)));
+}
+
+bool DocumentWindow::anyOpen() { return !openDocuments().empty(); }
+
+std::string DocumentWindow::keepUnsaved()
+{
+    QString told;
+    const QString stamp = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
+    int number = 0;
+    for (const auto* document : openDocuments()) {
+        if (!document->m_unsaved) continue;
+        const QString name = QStringLiteral("/未保存的%1 %2-%3.%4")
+                                 .arg(document->m_kind, stamp)
+                                 .arg(++number)
+                                 .arg(document->m_extension);
+        for (const QString& folder : {QCoreApplication::applicationDirPath(), QDir::tempPath()}) {
+            if (!document->writeFile(folder + name)) continue;
+            told +=
+                QStringLiteral("\n未保存的%1已存入：%2").arg(document->m_kind, QDir::toNativeSeparators(folder + name));
+            break;
+        }
+    }
+    return toUtf8(told);
+}
+
+void leaveProgram()
+{
+    if (!DocumentWindow::anyOpen()) return platform().endProcess(0);
+    leaving = true;
+    for (auto* window : QApplication::topLevelWidgets())
+        if (!qobject_cast<DocumentWindow*>(window)) window->hide();
+}
