@@ -10,6 +10,7 @@
 #include "screens/frmJgw.h"
 #include "screens/frmPlGc.h"
 #include "screens/frmPlfy.h"
+#include "tools/frmFhdx.h"
 #include "tools/frmQljs.h"
 #include "tools/frmZbzfs.h"
 
@@ -54,7 +55,7 @@ constexpr Command kCommands[] = {
     {"Jgwzb",       "结构物角点坐标",   "Calc", 7, "结构物角点坐标", true, show<frmJgw>},
     {"tool",        "工具",             ""},
     {"Zbzfs",       "坐标正反算",       "tool", 8, "坐标正反算", false, show<frmZbzfs>},
-    {"Fhdx",        "附和导线一般平差", "tool", 9, "附和导线平差"},
+    {"Fhdx",        "附和导线一般平差", "tool", 9, "附和导线平差", false, show<frmFhdx>},
     {"qlbjjs",      "曲率半径计算",     "tool", 10, "曲率半径计算", false, show<frmQljs>},
     {"Help",        "帮助",             ""},
     {"sysm",        "软件使用说明",     "Help", 0, "", false, showHelp},

@@ -8,9 +8,9 @@
 #include "engine/RunTimeError.h"
 #include "phone/Phone.h"
 #include "phone/frmSjName.h"
+#include "platform/DocumentWindow.h"
 #include "platform/HouseLook.h"
 #include "platform/Layout.h"
-#include "platform/Platform.h"
 #include "project/LoadProject.h"
 #include "project/Workspace.h"
 
@@ -40,7 +40,7 @@ frmMain::frmMain()
     makeCommands();
     layOut();
     onIdle(lstProjects, &ListBox::DblClick, &frmMain::cmdOpenProjects_Click);
-    on(cmdExit, &XPButton::Click, [] { platform().endProcess(0); });
+    on(cmdExit, &XPButton::Click, leaveProgram);
 }
 
 template <class Sender, class Signal>
@@ -117,7 +117,7 @@ void frmMain::Form_Load()
     fill(*lstSj, ReadPhoneCatalogue());
 }
 
-void frmMain::Form_Unload() { platform().endProcess(0); }
+void frmMain::Form_Unload() { leaveProgram(); }
 
 void frmMain::fill(ListBox& list, const std::vector<std::string>& names)
 {
