@@ -1,6 +1,7 @@
 #pragma once
 // Random but sensible roads, from a seed, laid out by the exact geometry and stored as the tables store them.
 
+#include "engine/Element.h"
 #include "engine/Numbers.h"
 #include "support/Tables.h"
 #include "support/TrueGeometry.h"
@@ -67,5 +68,28 @@ inline void setRoute(const std::vector<truth::Vertex>& vertices, double startSta
         rows.push_back(row(c.zhStake + c.length, c.hz, 0, 0));
     }
     rows.push_back({static_cast<double>(route.endStake) + 0.01, 0, 0, rows[rows.size() - 5].fwj, 0, 0});
+    setElements(rows);
+}
+
+/// A chain of blocks as the block editor makes it: each start is the rounded end of the block before; straights, arcs,
+/// spirals from a straight and between two radii; the closing row 0.0001 behind the end, all zeros.
+inline void setBlocks(std::mt19937_64& random, int count)
+{
+    const auto draw = [&](double from, double to) { return std::uniform_real_distribution<double>(from, to)(random); };
+    std::vector<ElementRow> rows;
+    ElementPoint at{Fixed3(draw(2e6, 4e6)), Fixed3(draw(4e5, 6e5)), DegToDms(draw(0, 360))};
+    double stake = Fixed3(draw(0, 5000)), radius = 0;
+    for (int i = 0; i < count; ++i) {
+        const int kind = static_cast<int>(random() % 3);  // as it was, to or from a straight, to another radius
+        const double next = kind == 0   ? radius
+                            : kind == 1 ? (radius == 0 ? (random() % 2 ? 1 : -1) * Fixed3(draw(60, 800)) : 0)
+                                        : (radius < 0 ? -1 : 1) * Fixed3(draw(60, 800));
+        const double length = Fixed3(draw(20, radius == 0 && next == 0 ? 300 : 90));
+        rows.push_back({stake, at.x, at.y, at.fwj, radius, next});
+        at = ForwardElement(length, radius, next, at.fwj, at.x, at.y);
+        stake += length;
+        radius = next;
+    }
+    rows.push_back({stake + 0.0001, 0, 0, 0, 0, 0});
     setElements(rows);
 }
