@@ -64,6 +64,7 @@ frmSelect::frmSelect(QWidget* parent) : Form(QStringLiteral("frmSelect"), QStrin
     }
     auto* frame = house::frame(QStringLiteral("参数"), options);
     frame->setObjectName(QStringLiteral("Frame1"));
+    frame->setParent(this);  // now: the options come before the buttons in the tab order
     optCs->button(0)->setChecked(true);
     on(optCs, &QButtonGroup::idToggled, [this](int index, bool checked) {
         if (checked) m_option = toInt16(index);

@@ -1,0 +1,434 @@
+// The parameter wizard and its three small windows.
+
+#include "controls/XPButton.h"
+#include "editors/frmBpjs.h"
+#include "editors/frmPqxSelect.h"
+#include "editors/frmSelect.h"
+#include "editors/frmSelectCg.h"
+#include "engine/Elevation.h"
+#include "engine/RunTimeError.h"
+#include "platform/MSFlexGrid.h"
+#include "project/CalcTables.h"
+#include "support/ProjectFolder.h"
+#include "support/ScriptedDesk.h"
+#include "support/Windows.h"
+
+#include <QClipboard>
+#include <QGroupBox>
+#include <QLabel>
+#include <QRadioButton>
+
+namespace {
+
+constexpr auto kSettings = "其他参数.txt";
+constexpr auto kUnset = "未设置\r\n未设置\r\n未设置\r\n未设置\r\n未设置\r\n";
+constexpr auto kSet = "交点法\r\n线性\r\n2\r\n3\r\n12\r\n";
+const Msg kGradesFirst{"请先设置最大边坡级数！", "注意", Icon::Exclamation};
+
+template <class F>
+struct Opened {
+    ScriptedDesk desk;
+    ScriptedPlatform seams;
+    ProjectFolder folder;
+    F form;
+
+    explicit Opened(std::initializer_list<ProjectFolder::File> files) : folder(files), form()
+    {
+        form.show();
+        form.activateWindow();
+        if (!QTest::qWaitForWindowActive(&form)) qFatal("the window did not become active");
+    }
+};
+
+void pick(const QWidget& window, const char* option)
+{
+    auto& button = named<QRadioButton>(window, option);
+    QTest::mouseClick(&button, Qt::LeftButton, {}, {10, button.height() / 2});
+}
+
+void choose(const QWidget& wizard, int option) { pick(wizard, qPrintable(QStringLiteral("optCs%1").arg(option))); }
+
+/// Name of the window that 下一步 opens; it is closed again.
+QString next(const QWidget& wizard)
+{
+    QString name;
+    useModal([&] { click(wizard, "cmdSelectNext"); }, [&](QWidget& window) { name = window.objectName(); });
+    return name;
+}
+
+bool hasLabel(const QWidget& form, const char* text)
+{
+    for (const auto* label : form.findChildren<QLabel*>())
+        if (label->text() == QString::fromUtf8(text)) return true;
+    return false;
+}
+
+}  // namespace
+
+class tst_Wizard : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() { QGuiApplication::setQuitOnLastWindowClosed(false); }
+
+    // frmSelect
+
+    void controlsOfTheWizard()
+    {
+        const Opened<frmSelect> e{{kSettings, kSet}};
+        QCOMPARE(named<QGroupBox>(e.form, "Frame1").title(), QStringLiteral("参数"));
+        const char* captions[] = {"导线点",   "平曲线",   "竖曲线",   "超 高",    "超高宽度", "断 链",
+                                  "边坡参数", "左幅填方", "右幅填方", "左幅挖方", "右幅挖方"};
+        for (int i = 0; i < 11; ++i) {
+            const auto& option = named<QRadioButton>(e.form, qPrintable(QStringLiteral("optCs%1").arg(i)));
+            QCOMPARE(option.text(), QString::fromUtf8(captions[i]));
+            QCOMPARE(option.isChecked(), i == 0);
+        }
+        QCOMPARE(named<XPButton>(e.form, "cmdSelectNext").Caption(), QStringLiteral("下一步"));
+        QCOMPARE(named<XPButton>(e.form, "cmdSelectBack").Caption(), QStringLiteral("返 回"));
+    }
+
+    void anOptionNotClickedYetActsAsTheFirst()
+    {
+        const Opened<frmSelect> e{{kSettings, kSet}};
+        QCOMPARE(next(e.form), "frmDxd");
+    }
+
+    void eachOptionOpensItsWindowAndTheWizardStays()
+    {
+        const Opened<frmSelect> e{{kSettings, kSet}};
+        const char* forms[] = {"frmDxd",  "frmJdpqx", "frmSqx", "frmCg",  "frmCgkd", "frmDl",
+                               "frmBpjs", "frmTfz",   "frmTfy", "frmWfz", "frmWfy"};
+        for (int i = 0; i < 11; ++i) {
+            choose(e.form, i);
+            QCOMPARE(next(e.form), forms[i]);
+            QVERIFY(e.form.isVisible());
+        }
+        QVERIFY(e.desk.messages.empty());
+    }
+
+    void whatIsUnsetIsAskedFirst()
+    {
+        const Opened<frmSelect> e{{kSettings, kUnset}};
+        for (const auto& [option, form] : {std::pair{1, "frmPqxSelect"}, {3, "frmSelectCg"}}) {
+            choose(e.form, option);
+            QCOMPARE(next(e.form), form);
+        }
+        QVERIFY(e.desk.messages.empty());
+        for (const int option : {7, 8, 9, 10}) {
+            choose(e.form, option);
+            QCOMPARE(next(e.form), "frmBpjs");
+            QCOMPARE(e.desk.last(), kGradesFirst);
+        }
+        QCOMPARE(e.desk.messages.size(), 4u);
+    }
+
+    void blocksAreTheOtherModel()
+    {
+        const Opened<frmSelect> e{{kSettings, "积木法\r\n线性\r\n"}};
+        choose(e.form, 1);
+        QCOMPARE(next(e.form), "frmJmpqx");
+    }
+
+    void aCutGradeCountOfZeroOpensAWindowWithoutColumns()
+    {
+        const Opened<frmSelect> e{{kSettings, "交点法\r\n线性\r\n2\r\n0\r\n12\r\n"}};
+        choose(e.form, 9);
+        useModal([&] { click(e.form, "cmdSelectNext"); },
+                 [](QWidget& window) {
+                     QCOMPARE(window.objectName(), "frmWfz");
+                     QCOMPARE(named<MSFlexGrid>(window, "MsfgWfz").Cols(), 0);
+                 });
+    }
+
+    void settingsThatAreGoneAreNamedAndTheWizardStays()
+    {
+        const Opened<frmSelect> e{};
+        for (const int option : {1, 3, 7, 10}) {
+            choose(e.form, option);
+            click(e.form, "cmdSelectNext");
+            QCOMPARE(e.desk.last(), (Msg{"“其他参数.txt”不存在或不完整，请重新打开项目！", "注意", Icon::Exclamation}));
+            QVERIFY(e.form.isVisible());
+        }
+        QVERIFY(e.seams.ended.empty());
+    }
+
+    void backCompilesTheProjectAndUnloads()
+    {
+        const Opened<frmSelect> e{{kSettings, kSet}, {"导线点参数.txt", "A,1,2,\r\n"}};
+        QVERIFY(gDxdName.empty());
+        click(e.form, "cmdSelectBack");
+        QVERIFY(!e.form.isVisible());
+        QCOMPARE(gDxdName.at(0), "A");
+        QVERIFY(e.desk.messages.empty());
+    }
+
+    void anyOtherClosingDoesNotCompile()
+    {
+        for (const bool byEsc : {false, true}) {
+            Opened<frmSelect> e{{kSettings, kSet}, {"导线点参数.txt", "A,1,2,\r\n"}};
+            if (byEsc)
+                QTest::keyClick(&e.form, Qt::Key_Escape);
+            else
+                e.form.close();
+            QVERIFY(!e.form.isVisible());
+            QVERIFY(gDxdName.empty());
+        }
+    }
+
+    void theWizardByKeyboard()
+    {
+        const Opened<frmSelect> e{{kSettings, kSet}};
+        QCOMPARE(e.form.focusWidget()->objectName(), "optCs0");
+        QTest::keyClick(e.form.focusWidget(), Qt::Key_Down);
+        QTest::keyClick(e.form.focusWidget(), Qt::Key_Down);
+        QTest::keyClick(e.form.focusWidget(), Qt::Key_Tab);
+        QCOMPARE(e.form.focusWidget()->objectName(), "cmdSelectNext");
+        QString name;
+        useModal([&] { QTest::keyClick(e.form.focusWidget(), Qt::Key_Return); },
+                 [&](QWidget& window) { name = window.objectName(); });
+        QCOMPARE(name, "frmSqx");
+    }
+
+    // frmPqxSelect, frmSelectCg
+
+    void controlsOfTheModelChoice()
+    {
+        const Opened<frmPqxSelect> e{{kSettings, kUnset}};
+        QCOMPARE(e.form.windowTitle(), QStringLiteral("平曲线计算模型"));
+        QCOMPARE(named<QRadioButton>(e.form, "optPqxSelectJd").text(), QStringLiteral("交点法"));
+        QCOMPARE(named<QRadioButton>(e.form, "optPqxSelectJm").text(), QStringLiteral("积木法"));
+        QVERIFY(named<QRadioButton>(e.form, "optPqxSelectJd").isChecked());
+        QCOMPARE(named<XPButton>(e.form, "cmdPqxSelectOk").Caption(), QStringLiteral("确 定"));
+        QCOMPARE(named<XPButton>(e.form, "cmdPqxSelectCancel").Caption(), QStringLiteral("取 消"));
+    }
+
+    void theModelIsStoredAndItsEditorOpens()
+    {
+        for (const auto& [option, form, text] :
+             {std::tuple{"optPqxSelectJd", "frmJdpqx", "交点法"}, {"optPqxSelectJm", "frmJmpqx", "积木法"}}) {
+            const Opened<frmPqxSelect> e{{kSettings, kUnset}};
+            pick(e.form, option);
+            useModal([&] { click(e.form, "cmdPqxSelectOk"); },
+                     [&](QWidget& window) {
+                         QCOMPARE(window.objectName(), form);
+                         QVERIFY(e.form.isVisible());
+                     });
+            QVERIFY(!e.form.isVisible());
+            QCOMPARE(gPqxModel, text);
+            QCOMPARE(e.folder.text(kSettings), std::string(text) + "\r\n未设置\r\n未设置\r\n未设置\r\n未设置\r\n");
+        }
+    }
+
+    void cancelStoresNoModel()
+    {
+        const Opened<frmPqxSelect> e{{kSettings, kUnset}};
+        click(e.form, "cmdPqxSelectCancel");
+        QVERIFY(!e.form.isVisible());
+        QCOMPARE(gPqxModel, "");
+        QCOMPARE(e.folder.text(kSettings), kUnset);
+    }
+
+    void controlsOfTheTypeChoice()
+    {
+        const Opened<frmSelectCg> e{{kSettings, kUnset}};
+        QCOMPARE(e.form.windowTitle(), QStringLiteral("选择超高类型"));
+        QCOMPARE(named<QRadioButton>(e.form, "optCgSelectXx").text(), QStringLiteral("线性超高"));
+        QCOMPARE(named<QRadioButton>(e.form, "optCgSelectPwx").text(), QStringLiteral("三次抛物线"));
+        QVERIFY(named<QRadioButton>(e.form, "optCgSelectXx").isChecked());
+        QCOMPARE(named<XPButton>(e.form, "cmdCgSelectOk").Caption(), QStringLiteral("确 定"));
+        QCOMPARE(named<XPButton>(e.form, "cmdCgSelectCancel").Caption(), QStringLiteral("取 消"));
+    }
+
+    void theTypeIsStoredAndItsEditorOpens()
+    {
+        for (const auto& [option, text] : {std::pair{"optCgSelectXx", "线性"}, {"optCgSelectPwx", "三次抛物线"}}) {
+            const Opened<frmSelectCg> e{{kSettings, kUnset}};
+            pick(e.form, option);
+            useModal([&] { click(e.form, "cmdCgSelectOk"); },
+                     [](QWidget& window) { QCOMPARE(window.objectName(), "frmCg"); });
+            QVERIFY(!e.form.isVisible());
+            QCOMPARE(gCgType, text);
+            QCOMPARE(e.folder.text(kSettings), "未设置\r\n" + std::string(text) + "\r\n未设置\r\n未设置\r\n未设置\r\n");
+        }
+    }
+
+    void cancelStoresNoType()
+    {
+        const Opened<frmSelectCg> e{{kSettings, kUnset}};
+        click(e.form, "cmdCgSelectCancel");
+        QVERIFY(!e.form.isVisible());
+        QCOMPARE(gCgType, "");
+        QCOMPARE(e.folder.text(kSettings), kUnset);
+    }
+
+    /// The chosen text stays in gCgType until the next load, and elevations beside the centre fail on it.
+    void theChosenTypeIsNoNumberUntilTheNextLoad()
+    {
+        const Opened<frmSelectCg> e{{kSettings, kUnset}};
+        gSqxLc = {0, 50, 100}, gSqxGc = {10, 10, 10}, gSqxR = {0, 0, 0}, gSqxCount = 2;
+        useModal([&] { click(e.form, "cmdCgSelectOk"); }, [](QWidget&) {});
+        QCOMPARE(gCgType, "线性");
+        QCOMPARE(ElevationAt(10, 0), 10.0);
+        try {
+            ElevationAt(10, 1);
+            QFAIL("no error");
+        } catch (const RunTimeError& error) {
+            QCOMPARE(error.number(), RunTimeError::TypeMismatch);
+        }
+    }
+
+    // frmBpjs
+
+    void controlsOfTheGradeCounts()
+    {
+        const Opened<frmBpjs> e{{kSettings, kSet}};
+        QCOMPARE(e.form.windowTitle(), QStringLiteral("最大边坡级数"));
+        for (const auto* label :
+             {"填方最大边坡级数(1～5)", "挖方最大边坡级数(1～10)", "挖方边坡限制高度",
+              "(对应图纸上>N米但<M米不设平台中的M，如>10米但是<12米时不设置平台则输入12，没有则无需输入)"})
+            QVERIFY2(hasLabel(e.form, label), label);
+        QCOMPARE(named<XPButton>(e.form, "cmdBpjsOk").Caption(), QStringLiteral("确 定"));
+        QCOMPARE(named<XPButton>(e.form, "cmdPdjsCancel").Caption(), QStringLiteral("取 消"));
+        QCOMPARE(textOf(e.form, "txtTfJs"), "2");
+        QCOMPARE(textOf(e.form, "txtWfJs"), "3");
+        QCOMPARE(textOf(e.form, "txtXzcs"), "12");
+    }
+
+    void unsetLinesLeaveTheirBoxEmpty()
+    {
+        const Opened<frmBpjs> e{{kSettings, "x\r\ny\r\n未设置\r\n4\r\n未设置\r\n"}};
+        QCOMPARE(textOf(e.form, "txtTfJs"), "");
+        QCOMPARE(textOf(e.form, "txtWfJs"), "4");
+        QCOMPARE(textOf(e.form, "txtXzcs"), "");
+    }
+
+    void keysOfTheGradeCounts()
+    {
+        for (const bool ctrl : {false, true}) {
+            const Opened<frmBpjs> e{{kSettings, kUnset}};
+            platform().keyIsDown = [=](int held) { return ctrl && held == 17; };
+            QTest::keyClicks(&named<QLineEdit>(e.form, "txtTfJs"), "a0.-678912345");
+            QTest::keyClicks(&named<QLineEdit>(e.form, "txtWfJs"), "a.-0123456789");
+            QTest::keyClicks(&named<QLineEdit>(e.form, "txtXzcs"), "a-1.5");
+            QCOMPARE(textOf(e.form, "txtTfJs"), "12345");
+            QCOMPARE(textOf(e.form, "txtWfJs"), "0123456789");
+            QCOMPARE(textOf(e.form, "txtXzcs"), ctrl ? "a-1.5" : "1.5");
+            for (const auto* box : {"txtTfJs", "txtWfJs", "txtXzcs"}) {
+                const QString before = textOf(e.form, box);
+                QTest::keyClick(&named<QLineEdit>(e.form, box), Qt::Key_Backspace);
+                QCOMPARE(textOf(e.form, box).size(), before.size() - 1);
+            }
+        }
+    }
+
+    void aPasteIntoAGradeCountIsCancelledToo()
+    {
+        const Opened<frmBpjs> e{{kSettings, kUnset}};
+        platform().keyIsDown = [](int held) { return held == 17; };
+        QGuiApplication::clipboard()->setText(QStringLiteral("3"));
+        for (const auto* box : {"txtTfJs", "txtWfJs"}) {
+            QTest::keyClick(&named<QLineEdit>(e.form, box), Qt::Key_V, Qt::ControlModifier);
+            QCOMPARE(textOf(e.form, box), "");
+        }
+    }
+
+    void aCountAboveItsLimitIsClearedAndTheFocusComesBack()
+    {
+        const Opened<frmBpjs> e{{kSettings, kUnset}};
+        auto& fill = named<QLineEdit>(e.form, "txtTfJs");
+        auto& cut = named<QLineEdit>(e.form, "txtWfJs");
+        fill.setFocus();
+        QTest::keyClicks(&fill, "11");
+        QTest::keyClick(&fill, Qt::Key_Tab);
+        QCOMPARE(e.desk.messages, (std::vector<Msg>{{"填方最大坡度级数不能大于5！", "注意", Icon::Exclamation}}));
+        QCOMPARE(fill.text(), "");
+        QVERIFY(fill.hasFocus());
+
+        QTest::keyClicks(&fill, "5");
+        QTest::keyClick(&fill, Qt::Key_Tab);
+        QVERIFY(cut.hasFocus());
+        QTest::keyClicks(&cut, "11");
+        QTest::mouseClick(&named<XPButton>(e.form, "cmdPdjsCancel"), Qt::LeftButton);
+        QCOMPARE(e.desk.last(), (Msg{"挖方最大坡度级数不能大于10！", "注意", Icon::Exclamation}));
+        QCOMPARE(cut.text(), "");
+        QCOMPARE(e.desk.messages.size(), 2u);
+    }
+
+    void fiveAndTenPassAndSoDoesAnEmptyBox()
+    {
+        const Opened<frmBpjs> e{{kSettings, kUnset}};
+        auto& fill = named<QLineEdit>(e.form, "txtTfJs");
+        fill.setFocus();
+        QTest::keyClick(&fill, Qt::Key_Tab);
+        QTest::keyClick(e.form.focusWidget(), Qt::Key_Backtab);
+        QTest::keyClicks(&fill, "5");
+        QTest::keyClick(&fill, Qt::Key_Tab);
+        QTest::keyClicks(e.form.focusWidget(), "10");
+        QTest::keyClick(e.form.focusWidget(), Qt::Key_Tab);
+        QVERIFY(e.desk.messages.empty());
+        QCOMPARE(e.form.focusWidget()->objectName(), "txtXzcs");
+    }
+
+    void closingWithACountAboveItsLimitSaysNothing()
+    {
+        Opened<frmBpjs> e{{kSettings, kUnset}};
+        auto& fill = named<QLineEdit>(e.form, "txtTfJs");
+        fill.setFocus();
+        QTest::keyClicks(&fill, "11");
+        e.form.close();
+        QVERIFY(!e.form.isVisible());
+        QVERIFY(e.desk.messages.empty());
+    }
+
+    void enterGoesToTheNextFieldAndSelectsIt()
+    {
+        const Opened<frmBpjs> e{{kSettings, kSet}};
+        named<QLineEdit>(e.form, "txtTfJs").setFocus();
+        QTest::keyClick(e.form.focusWidget(), Qt::Key_Return);
+        auto& cut = named<QLineEdit>(e.form, "txtWfJs");
+        QVERIFY(cut.hasFocus());
+        QCOMPARE(cut.selectedText(), "3");
+        QTest::keyClick(e.form.focusWidget(), Qt::Key_Return);
+        QVERIFY(named<QLineEdit>(e.form, "txtXzcs").hasFocus());
+        QTest::keyClick(e.form.focusWidget(), Qt::Key_Return);
+        QCOMPARE(e.form.focusWidget()->objectName(), "cmdBpjsOk");
+    }
+
+    void okAsksForBothCounts()
+    {
+        const Opened<frmBpjs> e{{kSettings, kUnset}};
+        click(e.form, "cmdBpjsOk");
+        QCOMPARE(e.desk.last(), (Msg{"请输入填方最大边坡级数！", "注意", Icon::Exclamation}));
+        QCOMPARE(e.form.focusWidget()->objectName(), "txtTfJs");
+        type(e.form, "txtTfJs", "3");
+        click(e.form, "cmdBpjsOk");
+        QCOMPARE(e.desk.last(), (Msg{"请输入挖方最大边坡级数！", "注意", Icon::Exclamation}));
+        QCOMPARE(e.form.focusWidget()->objectName(), "txtWfJs");
+        type(e.form, "txtWfJs", "0");
+        click(e.form, "cmdBpjsOk");
+        QVERIFY(!e.form.isVisible());
+        QCOMPARE(e.folder.text(kSettings), "未设置\r\n未设置\r\n3\r\n0\r\n0\r\n");
+        QCOMPARE(e.desk.messages.size(), 2u);
+    }
+
+    void okLeavesTheSlopeFilesAlone()
+    {
+        const Opened<frmBpjs> e{{kSettings, kSet}, {"左幅填方参数.txt", "1,2,3\r\n"}};
+        type(e.form, "txtTfJs", "4");
+        click(e.form, "cmdBpjsOk");
+        QCOMPARE(e.folder.text(kSettings), "交点法\r\n线性\r\n4\r\n3\r\n12\r\n");
+        QCOMPARE(e.folder.text("左幅填方参数.txt"), "1,2,3\r\n");
+    }
+
+    void cancelStoresNoCounts()
+    {
+        const Opened<frmBpjs> e{{kSettings, kSet}};
+        type(e.form, "txtTfJs", "4");
+        click(e.form, "cmdPdjsCancel");
+        QVERIFY(!e.form.isVisible());
+        QCOMPARE(e.folder.text(kSettings), kSet);
+    }
+};
+
+QTEST_MAIN(tst_Wizard)
+#include "tst_Wizard.moc"
