@@ -8,6 +8,7 @@ ListBox::ListBox(QWidget* parent) : QListWidget(parent)
 {
     setSelectionMode(SingleSelection);
     setEditTriggers(NoEditTriggers);
+    setSpacing(2);
 }
 
 int ListBox::ListIndex() const

@@ -11,6 +11,7 @@
 int runVelumark(int argc, char** argv)
 {
     QApplication app(argc, argv);
+    QApplication::setDesktopFileName(QStringLiteral("velumark"));
     applyHouseLook(app);
     QtDesk qtDesk;
     setDesk(&qtDesk);

@@ -271,7 +271,8 @@ void XPButton::checkHover()
     tmrCheck.stop();
     const QPoint cursor = QCursor::pos();
     const QPoint at = mapFromGlobal(cursor);
-    const bool over = QApplication::widgetAt(cursor) == this;
+    // Where the desktop tells no positions outside the program's windows, only the leave event says that it is gone.
+    const bool over = QApplication::widgetAt(cursor) == this && underMouse();
     const QPointer<XPButton> alive(this);
     if (m_state.hover != over) {
         set(m_state.hover, over);

@@ -53,9 +53,9 @@ BusyRow::BusyRow(QWidget* over) : QFrame(over), m_label(new QLabel(this))
 
 BusyRow::~BusyRow() = default;
 
-bool BusyRow::tick(const std::function<QString()>& text)
+void BusyRow::tick(const std::function<QString()>& text)
 {
-    if (m_sinceTurn.elapsed() < kTurnInterval) return false;
+    if (m_sinceTurn.elapsed() < kTurnInterval) return;
     if (m_sinceStart.elapsed() >= kShownAfter) {
         m_label->setText(text());
         const int height = sizeHint().height();
@@ -63,14 +63,15 @@ bool BusyRow::tick(const std::function<QString()>& text)
         show();
         raise();
     }
+    m_turning = true;
     QCoreApplication::processEvents();
+    m_turning = false;
     m_sinceTurn.restart();
-    return true;
 }
 
 bool BusyRow::eventFilter(QObject*, QEvent* event)
 {
-    if (!isInput(event->type())) return false;
+    if (!m_turning || !isInput(event->type())) return false;
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
     if (isKey && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) m_abandoned = true;
     event->setAccepted(event->type() != QEvent::Close);

@@ -10,16 +10,16 @@
 
 class QLabel;
 
-/// While one stands, the program takes no input but Esc. It shows itself over the foot of a widget once the work has
-/// lasted a moment, and takes its turns of the event loop by itself.
+/// Shows itself over the foot of a widget once the work has lasted a moment. In the turns of the event loop that it
+/// takes, the program accepts no input but Esc.
 class BusyRow : public QFrame {
     Q_OBJECT
 public:
     explicit BusyRow(QWidget* over);
     ~BusyRow() override;
 
-    /// Called often; now and then shows the text and lets the window paint. True: it did.
-    bool tick(const std::function<QString()>& text);
+    /// Called often; now and then shows the text and takes a turn.
+    void tick(const std::function<QString()>& text);
     bool abandoned() const { return m_abandoned; }
 
 protected:
@@ -28,5 +28,6 @@ protected:
 private:
     QLabel* m_label;
     QElapsedTimer m_sinceStart, m_sinceTurn;
+    bool m_turning = false;
     bool m_abandoned = false;
 };

@@ -4,13 +4,14 @@
 #include "desk/Outcome.h"
 #include "platform/BusyRow.h"
 
+#include <QTimer>
+
 #include <cstdint>
-#include <optional>
 
 class MSFlexGrid;
 
-/// Appends rows to a grid. The rows of one handler appear together, or in steps while it works for long; then Esc
-/// abandons it. All rows handed over are in the grid when the sink goes.
+/// Appends rows to a grid. Rows count at once and appear whenever the event loop takes a turn, at the latest when the
+/// sink goes. Work that lasts shows how far it is, and Esc abandons it.
 class GridSink : public RowSink {
 public:
     /// @param rowCounter the form's count of data rows, set with each row; one row beyond what it holds is an Overflow,
@@ -28,4 +29,5 @@ private:
     MSFlexGrid& m_grid;
     std::int16_t& m_rowCounter;
     BusyRow m_busy;
+    QTimer m_show;  // fires in the next turn of the event loop
 };

@@ -103,14 +103,14 @@ QLayout* buttonRow(const std::vector<QWidget*>& buttons)
     return equalButtons(row, buttons);
 }
 
-QLayout* buttonColumn(std::initializer_list<QWidget*> buttons)
+QLayout* buttonColumn(const std::vector<QWidget*>& buttons)
 {
     auto* column = equalButtons(new QVBoxLayout, buttons);
     column->addStretch(1);
     return column;
 }
 
-QLayout* across(std::initializer_list<Piece> pieces)
+QLayout* across(const std::vector<Piece>& pieces)
 {
     auto* row = spaced(new QHBoxLayout);
     for (const auto& piece : pieces) add(row, piece, 0);
@@ -118,7 +118,7 @@ QLayout* across(std::initializer_list<Piece> pieces)
     return row;
 }
 
-QLayout* down(std::initializer_list<Piece> pieces)
+QLayout* down(const std::vector<Piece>& pieces)
 {
     auto* column = spaced(new QVBoxLayout);
     for (const auto& piece : pieces) add(column, piece, 0);

@@ -6,7 +6,6 @@
 #include <QLayout>
 #include <QLineEdit>
 
-#include <initializer_list>
 #include <vector>
 
 namespace house {
@@ -28,7 +27,7 @@ QLayout* fieldTable(const std::vector<Fields>& rows);  ///< labels and boxes of 
 QGroupBox* frame(const QString& caption, QLayout* content);
 /// Equal widths, at the right end of their row.
 QLayout* buttonRow(const std::vector<QWidget*>& buttons);
-QLayout* buttonColumn(std::initializer_list<QWidget*> buttons);
+QLayout* buttonColumn(const std::vector<QWidget*>& buttons);
 
 /// A layout or a widget inside another.
 struct Piece {
@@ -37,8 +36,8 @@ struct Piece {
     QLayout* layout = nullptr;
     QWidget* widget = nullptr;
 };
-QLayout* across(std::initializer_list<Piece> pieces);  ///< side by side, of one height
-QLayout* down(std::initializer_list<Piece> pieces);    ///< one under the other, no stretch
+QLayout* across(const std::vector<Piece>& pieces);  ///< side by side, of one height
+QLayout* down(const std::vector<Piece>& pieces);    ///< one under the other, no stretch
 /// The whole content of a window from top to bottom; a grid in it takes all the room that is left.
 void arrange(QWidget& window, const std::vector<Piece>& pieces);
 

@@ -9,11 +9,13 @@
 #include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyleOptionHeader>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -391,6 +393,22 @@ void MSFlexGrid::changeEvent(QEvent* event)
 {
     QTableView::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) fitRows();
+}
+
+/// A text wider than its column is told by a tool tip, unless a warning stands there.
+bool MSFlexGrid::viewportEvent(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        const auto cell = indexAt(help->pos());
+        const QString text = cell.data().toString();
+        if (cell.isValid() && cell.data(Qt::ToolTipRole).toString().isEmpty() &&
+            sizeHintForIndex(cell).width() > visualRect(cell).width()) {
+            QToolTip::showText(help->globalPos(), text, viewport(), visualRect(cell));
+            return true;
+        }
+    }
+    return QTableView::viewportEvent(event);
 }
 
 bool MSFlexGrid::eventFilter(QObject* watched, QEvent* event)

@@ -55,6 +55,7 @@ public:
     QMenu* contextMenu() const { return m_menu; }
 
     QSize sizeHint() const override;
+    void keyboardSearch(const QString&) override {}  ///< typing moves nothing
 
 signals:
     void Click();  ///< left or right click on a data cell, on its release, after Row and Col moved
@@ -72,6 +73,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
 
 private:
     friend void RenumberGrid(MSFlexGrid& grid);

@@ -4,6 +4,7 @@
 #include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QFileDialog>
+#include <QFileIconProvider>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
@@ -27,14 +28,26 @@ QMessageBox::Icon boxIcon(Icon icon)
     return QMessageBox::NoIcon;
 }
 
+/// What the dialog's column of kinds says.
+class FileIcons : public QFileIconProvider {
+public:
+    QString type(const QFileInfo& file) const override
+    {
+        if (file.isDir()) return QStringLiteral("文件夹");
+        return file.suffix().isEmpty() ? QStringLiteral("文件") : file.suffix() + QStringLiteral(" 文件");
+    }
+};
+
 std::optional<std::string> chosenFile(std::string_view filter, QFileDialog::AcceptMode mode)
 {
+    FileIcons icons;  // outlives the dialog
     QFileDialog dialog(QApplication::activeWindow());
     dialog.setAcceptMode(mode);
     dialog.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
     // The dialog's own drawing: a desktop's native one may ask about overwriting or add an extension by itself.
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    dialog.setIconProvider(&icons);
     dialog.setWindowTitle(mode == QFileDialog::AcceptOpen ? QStringLiteral("打开") : QStringLiteral("另存为"));
     dialog.setNameFilters(nameFilters(QString::fromUtf8(filter.data(), static_cast<qsizetype>(filter.size()))));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;

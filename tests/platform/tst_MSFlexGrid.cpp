@@ -8,10 +8,12 @@
 #include <QAbstractButton>
 #include <QClipboard>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QToolTip>
 #include <QVBoxLayout>
 #include <QtTest>
 
@@ -70,6 +72,8 @@ struct Window : QWidget {
     QStringList take() { return std::exchange(log, {}); }
     /// The middle of a data cell in the viewport.
     QPoint at(int row, int col) const { return grid->viewport()->mapFromParent(grid->cellRect(row, col).center()); }
+    /// Positions count from inside a border of 45 twips: grid Left + ColPos + 45 is the cell's place on the form.
+    int frame() const { return grid->frameWidth() * kTwipsPerPixel - 45; }
     void mouse(void (*action)(QWidget*, Qt::MouseButton, Qt::KeyboardModifiers, QPoint, int), int row, int col,
                Qt::MouseButton button = Qt::LeftButton)
     {
@@ -270,7 +274,7 @@ private slots:
         Window w;
         for (int col = 0; col < 5; ++col) w.grid->setColWidth(col, 1500 + 300 * col);
         QCOMPARE(w.grid->ColWidth(3), 2400);
-        const int frame = w.grid->frameWidth() * kTwipsPerPixel;
+        const int frame = w.frame();
         QCOMPARE(w.grid->ColPos(0), frame);
         QCOMPARE(w.grid->ColPos(1), frame + 1500);
         QCOMPARE(w.grid->ColPos(2), frame + 1500 + 1800);
@@ -294,11 +298,30 @@ private slots:
         w.grid->horizontalScrollBar()->setValue(120);
         QCOMPARE(w.take(), QStringList{"Scroll"});
         QCOMPARE(w.grid->ColPos(3), x - 120 * kTwipsPerPixel);
-        QCOMPARE(w.grid->ColPos(0), w.grid->frameWidth() * kTwipsPerPixel);  // fixed
+        QCOMPARE(w.grid->ColPos(0), w.frame());  // fixed
         w.grid->verticalScrollBar()->setValue(75);
         QCOMPARE(w.take(), QStringList{"Scroll"});
         QCOMPARE(w.grid->RowPos(50), y - 75 * kTwipsPerPixel);
-        QCOMPARE(w.grid->RowPos(0), w.grid->frameWidth() * kTwipsPerPixel);
+        QCOMPARE(w.grid->RowPos(0), w.frame());
+    }
+    void aBoxAtPositionPlus45TwipsCoversItsCell()
+    {
+        Window w;
+        w.grid->setColWidth(2, 1700);
+        for (const int row : {0, 1, 4})
+            for (const int col : {0, 1, 3}) {
+                const QPoint place((w.grid->ColPos(col) + 45) / kTwipsPerPixel,
+                                   (w.grid->RowPos(row) + 45) / kTwipsPerPixel);
+                QCOMPARE(place, w.grid->cellRect(row, col).topLeft());
+            }
+    }
+    void longHeadersWrap()
+    {
+        Window w;
+        const int height = w.grid->horizontalHeader()->height();
+        w.grid->setTextMatrix(0, 2, "第一级坡率 第一级坡高 第一级平台宽");
+        w.grid->setColWidth(2, 1200);
+        QTRY_VERIFY(w.grid->horizontalHeader()->height() > height);
     }
     void columnsCanBeDragged()
     {
@@ -314,7 +337,7 @@ private slots:
         QTest::mouseMove(corner, {118, 5});
         QTest::mouseRelease(corner, Qt::LeftButton, {}, {118, 5});
         QCOMPARE(w.grid->ColWidth(0), 1800);
-        QCOMPARE(w.grid->ColPos(1), (w.grid->frameWidth() + 120) * kTwipsPerPixel);
+        QCOMPARE(w.grid->ColPos(1), w.frame() + 120 * kTwipsPerPixel);
     }
 
     void clickComesOnTheReleaseAfterMouseDownAndTheMove()
@@ -385,7 +408,9 @@ private slots:
     {
         Window w;
         w.grid->setFocus();
+        w.grid->setTextMatrix(4, 1, "5 starts this row");
         for (const auto key : {Qt::Key_F2, Qt::Key_5, Qt::Key_Return}) QTest::keyClick(w.grid, key);
+        QCOMPARE(w.grid->Row(), 1);  // nor does typing look for a row
         w.mouse(QTest::mouseDClick, 2, 2);
         QVERIFY(w.grid->findChildren<QLineEdit*>().isEmpty());
         QCOMPARE(w.grid->TextMatrix(2, 2), "r2c2");
@@ -441,6 +466,23 @@ private slots:
         QCOMPARE(column(*w.grid, 1), before);
     }
 
+    void textsCutOffAreToldByAToolTip()
+    {
+        Window w;
+        w.grid->setColWidth(1, 600);
+        w.grid->setTextMatrix(1, 1, "123度45分06秒");
+        const auto tipAt = [&](int row, int col) {
+            QHelpEvent help(QEvent::ToolTip, w.at(row, col), w.grid->viewport()->mapToGlobal(w.at(row, col)));
+            QApplication::sendEvent(w.grid->viewport(), &help);
+            return QToolTip::isVisible() ? QToolTip::text() : QString();
+        };
+        QCOMPARE(tipAt(1, 1), "123度45分06秒");
+        QToolTip::hideText();
+        w.grid->setColWidth(1, 3000);
+        QTRY_VERIFY(!QToolTip::isVisible());
+        QCOMPARE(tipAt(1, 1), "");
+    }
+
     void hintShowsOnlyInAnEmptyGrid()
     {
         Window w;
@@ -487,6 +529,25 @@ private slots:
         QCOMPARE(counter, 6);
         QCOMPARE(w.grid->TextMatrix(6, 0), "6");
         QCOMPARE(w.grid->TextMatrix(5, 1), "r5c1");
+    }
+    void rowsShowWhileABoxIsUp()
+    {
+        Window w;
+        w.grid->setRows(1);
+        std::int16_t counter = 0;
+        GridSink sink(*w.grid, counter);
+        sink.row({{"a", "b"}, ""});
+        QCOMPARE(w.grid->model()->rowCount(), 0);
+        int shown = 0;
+        QEventLoop box;  // a modal box takes input as ever
+        QTimer::singleShot(20, &box, [&] {
+            shown = w.grid->model()->rowCount();
+            QTest::keyClick(w.box, Qt::Key_7);
+            box.quit();
+        });
+        box.exec();
+        QCOMPARE(shown, 1);
+        QCOMPARE(w.box->text(), "7");
     }
     void row32768IsAnOverflowAndStaysEmpty()
     {

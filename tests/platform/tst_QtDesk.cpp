@@ -178,14 +178,10 @@ private slots:
                  "取消");
     }
 
-    void turnTakesNoInput()
+    void turnRunsTimers()
     {
-        // Input of the window system waits through turns without input; timers and paint events do not.
-        QLineEdit box;
-        box.show();
-        QVERIFY(QTest::qWaitForWindowActive(&box));
         bool timer = false;
-        QTimer::singleShot(0, &box, [&] { timer = true; });
+        QTimer::singleShot(0, this, [&] { timer = true; });
         QTest::qSleep(5);
         m_desk.turn();
         QVERIFY(timer);

@@ -1,0 +1,51 @@
+// Code page, UTF-16 files, lines and folder names from any bytes.
+
+#include "engine/RunTimeError.h"
+#include "project/TextFile.h"
+#include "project/Workspace.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+void require(bool holds)
+{
+    if (!holds) std::abort();
+}
+
+std::string scratch()
+{
+    const auto memory = std::filesystem::exists("/dev/shm") ? "/dev/shm" : std::filesystem::temp_directory_path();
+    return (memory / ("velumark-fuzz-text-" + std::to_string(getpid()))).string();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const std::string bytes(reinterpret_cast<const char*>(data), size);
+
+    // What decodes without a replacement encodes back to the same bytes.
+    const auto text = Utf8FromCp936(bytes);
+    if (text.find("\xEF\xBF\xBD") == std::string::npos) require(Cp936FromUtf8(text) == bytes);
+    // What encodes decodes to the same text.
+    attempt([&] { require(Utf8FromCp936(Cp936FromUtf8(bytes)) == bytes); });
+
+    const auto lines = SplitLines(bytes);
+    if (bytes.ends_with("\r\n")) require(JoinLines({lines.begin(), lines.end() - 1}) == bytes);
+    for (const auto& line : lines) require(line.find("\r\n") == std::string::npos);
+
+    if (IsFolderName(bytes)) require(bytes.find('/') == std::string::npos && bytes != ".." && !bytes.empty());
+
+    static const std::string file = scratch();
+    WriteBytes(file, bytes);
+    const auto read = ReadUtf16File(file);
+    WriteUtf16File(file, read);
+    require(ReadUtf16File(file) == read);
+    std::filesystem::remove(file);
+    return 0;
+}
