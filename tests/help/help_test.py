@@ -1,0 +1,56 @@
+#!/usr/bin/env python3
+"""The help as it is installed: every link and picture resolves, every screen behind the menus has its chapter.
+
+    help_test.py HELP.html SOURCE_DIR
+"""
+import base64
+import html.parser
+import pathlib
+import re
+import sys
+
+
+class Page(html.parser.HTMLParser):
+    def __init__(self):
+        super().__init__()
+        self.ids, self.links, self.pictures = set(), [], []
+
+    def handle_starttag(self, tag, attrs):
+        attrs = dict(attrs)
+        if "id" in attrs:
+            self.ids.add(attrs["id"])
+        if tag == "a":
+            self.links.append(attrs["href"])
+        if tag == "img":
+            self.pictures.append(attrs)
+
+
+def main():
+    page = Page()
+    page.feed(pathlib.Path(sys.argv[1]).read_text(encoding="utf-8"))
+    source = pathlib.Path(sys.argv[2])
+    faults = []
+    for link in page.links:
+        if not link.startswith("#") or link[1:] not in page.ids:
+            faults.append("link to nowhere: " + link)
+    for picture in page.pictures:
+        kind, _, data = picture["src"].partition(",")
+        if kind != "data:image/png;base64" or base64.b64decode(data)[:8] != b"\x89PNG\r\n\x1a\n":
+            faults.append("no picture: " + picture.get("alt", "?"))
+        if not picture.get("alt"):
+            faults.append("a picture without words")
+    # Two forms share a chapter with their other side; everything else that a menu or the wizard opens has its own.
+    shared = {"frmTfy": "frmTfz", "frmWfy": "frmWfz", "frmCg": "frmSelectCg"}
+    forms = {path.stem for room in ("app", "screens", "editors", "tools", "phone")
+             for path in (source / "src" / room).glob("frm*.cpp")} - {"frmJgwDrawing"}
+    forms |= set(re.findall(r'"(frm\w+)"', (source / "src/editors/EditorTable.cpp").read_text(encoding="utf-8")))
+    for form in sorted(forms):
+        if shared.get(form, form) not in page.ids:
+            faults.append("no chapter for " + form)
+    if len(page.pictures) < 25 or len(forms) < 25:
+        faults.append("only %d pictures and %d forms" % (len(page.pictures), len(forms)))
+    print("\n".join(faults) or "%d links, %d pictures, %d forms" % (len(page.links), len(page.pictures), len(forms)))
+    return 1 if faults else 0
+
+
+sys.exit(main())
