@@ -73,7 +73,6 @@ void frmMain::makeCommands()
             action = menu->menuAction();
         } else {
             action = parent->addAction(commandIcon(command.name), caption);
-            action->setEnabled(command.open);
             on(action, &QAction::triggered, [this, open = command.open] {
                 if (!m_loading) open();
             });
@@ -81,7 +80,7 @@ void frmMain::makeCommands()
         action->setObjectName(QString::fromUtf8(command.name));
         action->setToolTip(QString::fromUtf8(command.toolTip));
         if (command.toolbarIndex) buttons[command.toolbarIndex] = action;
-        if (command.needsProject && action->isEnabled()) m_needProject << action;
+        if (command.needsProject) m_needProject << action;
     }
     for (auto* action : m_needProject) action->setEnabled(false);
     for (const auto& [index, action] : buttons) tbarMain->addAction(action);
