@@ -262,7 +262,7 @@ private:
 }  // namespace
 
 SheetGeometry::SheetGeometry(const Worksheet& sheet, double scale, int rows, int cols)
-    : m_scale(scale), m_merges(sheet.merges())
+    : m_scale(scale), m_merges(sheet.merges().begin(), sheet.merges().end())
 {
     const auto edges = [&](int count, const auto& pixelsOf) {
         std::vector<int> all{0};
