@@ -1,18 +1,12 @@
 #include "office/Biff.h"
 
-#include "office/LittleEndian.h"
 #include "office/Utf16.h"
 
 #include <algorithm>
-#include <bit>
 #include <cassert>
 #include <cmath>
-#include <optional>
 
 namespace biff {
-
-// --- Record
-// -----------------------------------------------------------------------------------------------------------
 
 Record::Record(std::string& out, std::uint16_t kind) : m_out(out)
 {
@@ -29,29 +23,7 @@ Record::~Record()
     m_out[m_body - 1] = static_cast<char>(size >> 8);
 }
 
-Record& Record::u8(std::uint32_t value)
-{
-    m_out += static_cast<char>(value);
-    return *this;
-}
-
-Record& Record::u16(std::uint32_t value)
-{
-    appendLittleEndian(m_out, static_cast<std::uint16_t>(value));
-    return *this;
-}
-
-Record& Record::u32(std::uint32_t value)
-{
-    appendLittleEndian(m_out, value);
-    return *this;
-}
-
-Record& Record::f64(double value)
-{
-    appendLittleEndian(m_out, value);
-    return *this;
-}
+Record& Record::twips(double points) { return u16(std::lround(points * 20)); }
 
 Record& Record::characters(std::u16string_view units, bool wide)
 {
@@ -74,10 +46,6 @@ bool oneByteEach(std::u16string_view units)
 
 namespace {
 
-std::uint32_t unsignedOf(int value) { return static_cast<std::uint32_t>(value); }
-
-std::uint32_t twips(double points) { return static_cast<std::uint32_t>(std::lround(points * 20)); }
-
 std::uint32_t lineCode(const CellLine& line)
 {
     switch (line.weight) {
@@ -98,7 +66,7 @@ std::uint32_t lineCode(const CellLine& line)
 std::uint32_t lineColor(const CellLine& line)
 {
     if (line.weight == xlNone) return 0;
-    return line.colorIndex == xlColorIndexAutomatic ? 64 : unsignedOf(line.colorIndex) + 7;
+    return line.colorIndex == xlColorIndexAutomatic ? 64 : static_cast<std::uint32_t>(line.colorIndex + 7);
 }
 
 std::uint32_t alignmentCode(const CellStyle& style)
@@ -112,9 +80,6 @@ std::uint32_t alignmentCode(const CellStyle& style)
 }
 
 }  // namespace
-
-// --- Globals
-// ----------------------------------------------------------------------------------------------------------
 
 // BOF: a substream begins
 //   0  2  version 0600: BIFF8
@@ -165,7 +130,7 @@ void font(std::string& out, const Font& font)
     const auto name = Utf16(font.name);
     const bool ascii = std::ranges::all_of(name, [](char16_t unit) { return unit < 0x80; });
     Record(out, 0x0031)
-        .u16(twips(font.points))
+        .twips(font.points)
         .u16((font.bold ? 1u : 0) | (font.italic ? 2u : 0))
         .u16(0x7FFF)
         .u16(font.bold ? 700 : 400)
@@ -174,7 +139,7 @@ void font(std::string& out, const Font& font)
         .u8(0)
         .u8(ascii ? 0 : 134)
         .u8(0)
-        .u8(static_cast<std::uint32_t>(name.size()))
+        .u8(name.size())
         .characters(name);
 }
 
@@ -184,7 +149,7 @@ void font(std::string& out, const Font& font)
 void format(std::string& out, int id, std::string_view format)
 {
     const auto units = Utf16(format);
-    Record(out, 0x041E).u16(unsignedOf(id)).u16(static_cast<std::uint32_t>(units.size())).characters(units);
+    Record(out, 0x041E).u16(id).u16(units.size()).characters(units);
 }
 
 // XF: a look
@@ -223,8 +188,8 @@ void cellXf(std::string& out, int font, int format, const CellStyle& style)
     if (filled) own |= 0x40;
 
     Record(out, 0x00E0)
-        .u16(unsignedOf(font))
-        .u16(unsignedOf(format))
+        .u16(font)
+        .u16(format)
         .u16(1)
         .u8(alignmentCode(style))
         .u16(0)
@@ -234,7 +199,7 @@ void cellXf(std::string& out, int font, int format, const CellStyle& style)
              (up.weight != xlNone ? 1u << 31 : 0))
         .u32(lineColor(top) | lineColor(bottom) << 7 | lineColor(diagonal) << 14 | lineCode(diagonal) << 21 |
              (filled ? 1u << 26 : 0))
-        .u16((filled ? unsignedOf(style.fillColor) + 7 : 64) | 65 << 7);
+        .u16((filled ? style.fillColor + 7 : 64) | 65 << 7);
 }
 
 // STYLE: names the look that all others are made from
@@ -251,199 +216,7 @@ void normalStyle(std::string& out) { Record(out, 0x0293).u16(0x8000).u8(0).u8(0x
 void boundSheet(std::string& out, std::size_t sheetBof, std::string_view name)
 {
     const auto units = Utf16(name);
-    Record(out, 0x0085)
-        .u32(static_cast<std::uint32_t>(sheetBof))
-        .u8(0)
-        .u8(0)
-        .u8(static_cast<std::uint32_t>(units.size()))
-        .characters(units);
-}
-
-// --- Sheet
-// ------------------------------------------------------------------------------------------------------------
-
-// DEFROWHEIGHT
-//   0  2  flags: 0
-//   2  2  twips
-void defaultRowHeight(std::string& out, double points) { Record(out, 0x0225).u16(0).u16(twips(points)); }
-
-// WSBOOL
-//   0  2  flags: 1 page breaks shown, C0 outline sums below and to the right, 400 outline signs, 100 fit to pages
-void wsBool(std::string& out, bool fitToPage) { Record(out, 0x0081).u16(0x04C1 | (fitToPage ? 0x100 : 0)); }
-
-// LEFTMARGIN, RIGHTMARGIN, TOPMARGIN, BOTTOMMARGIN
-//   0  8  inches
-void margin(std::string& out, Side side, double inches) { Record(out, static_cast<std::uint16_t>(side)).f64(inches); }
-
-// SETUP: the page
-//   0  2  paper: 9, A4
-//   2  2  scale in percent, 4  2  first page number
-//   6  2  pages across, 8  2  pages down, where the sheet is fitted; 0 as many as it takes
-//  10  2  flags: 2 upright
-//  12  2  printer dots an inch across, 14  2  down
-//  16  8  header margin, 24  8  footer margin, inches
-//  32  2  copies
-void setup(std::string& out, bool landscape, bool fitToWidth, double headerInches, double footerInches)
-{
-    Record(out, 0x00A1)
-        .u16(9)
-        .u16(100)
-        .u16(1)
-        .u16(1)
-        .u16(fitToWidth ? 0 : 1)
-        .u16(landscape ? 0 : 2)
-        .u16(600)
-        .u16(600)
-        .f64(headerInches)
-        .f64(footerInches)
-        .u16(1);
-}
-
-// DEFCOLWIDTH
-//   0  2  digits of the standard font
-void defaultColumnWidth(std::string& out, int characters) { Record(out, 0x0055).u16(unsignedOf(characters)); }
-
-// COLINFO
-//   0  2  first column, 2  2  last column
-//   4  2  width in 1/256 of a digit
-//   6  2  XF of cells without a record
-//   8  2  flags: 2 width set
-//  10  2  0
-void columnInfo(std::string& out, const Columns& columns)
-{
-    Record(out, 0x007D)
-        .u16(unsignedOf(columns.first))
-        .u16(unsignedOf(columns.last))
-        .u16(columns.width)
-        .u16(unsignedOf(columns.xf))
-        .u16(2)
-        .u16(0);
-}
-
-// DIMENSIONS
-//   0  4  first row, 4  4  last row + 1
-//   8  2  first column, 10  2  last column + 1
-//  12  2  0
-void dimensions(std::string& out, int rowCount, int colCount)
-{
-    Record(out, 0x0200).u32(0).u32(unsignedOf(rowCount)).u16(0).u16(unsignedOf(colCount)).u16(0);
-}
-
-// ROW
-//   0  2  row
-//   2  2  first column with a cell, 4  2  last such column + 1
-//   6  2  height in twips
-//   8  4  0
-//  12  4  flags: 100 always, 40 height set; bits 16 to 27 XF: 15
-void row(std::string& out, int row, int firstCol, int colEnd, double points, bool ownHeight)
-{
-    Record(out, 0x0208)
-        .u16(unsignedOf(row))
-        .u16(unsignedOf(firstCol))
-        .u16(unsignedOf(colEnd))
-        .u16(twips(points))
-        .u32(0)
-        .u32(0x000F0100 | (ownHeight ? 0x40 : 0));
-}
-
-// BLANK: an empty cell with a look
-//   0  2  row, 2  2  column, 4  2  XF
-void blank(std::string& out, int row, int col, int xf)
-{
-    Record(out, 0x0201).u16(unsignedOf(row)).u16(unsignedOf(col)).u16(unsignedOf(xf));
-}
-
-// MULBLANK: such cells side by side
-//   0  2  row, 2  2  first column
-//   4  2  XF of each
-//   then  2  last column
-void multipleBlanks(std::string& out, int row, int firstCol, std::span<const int> xfs)
-{
-    Record record(out, 0x00BE);
-    record.u16(unsignedOf(row)).u16(unsignedOf(firstCol));
-    for (const int xf : xfs) record.u16(unsignedOf(xf));
-    record.u16(unsignedOf(firstCol) + static_cast<std::uint32_t>(xfs.size()) - 1);
-}
-
-namespace {
-
-/// Four bytes that stand for the number: 30 high bits of a double, or an integer of 30 bits (flag 2); of a hundredth of
-/// it (flag 1). nullopt: the number needs all its eight bytes.
-std::optional<std::uint32_t> shortForm(double value)
-{
-    const auto bits = std::bit_cast<std::uint64_t>(value);
-    if ((bits & 0x3'FFFF'FFFF) == 0) return static_cast<std::uint32_t>(bits >> 32);
-    for (const std::uint32_t hundredths : {0u, 1u}) {
-        const double scaled = std::nearbyint(hundredths ? value * 100 : value);
-        if (std::abs(scaled) >= 1 << 29) continue;
-        if ((hundredths ? scaled / 100 : scaled) != value) continue;
-        return static_cast<std::uint32_t>(static_cast<std::int32_t>(scaled)) << 2 | 2 | hundredths;
-    }
-    return std::nullopt;
-}
-
-}  // namespace
-
-// NUMBER                                   RK, where four bytes can hold it
-//   0  2  row, 2  2  column, 4  2  XF        0  2  row, 2  2  column, 4  2  XF
-//   6  8  double                             6  4  short form
-void number(std::string& out, int row, int col, int xf, double value)
-{
-    const auto brief = shortForm(value);
-    Record record(out, brief ? 0x027E : 0x0203);
-    record.u16(unsignedOf(row)).u16(unsignedOf(col)).u16(unsignedOf(xf));
-    brief ? record.u32(*brief) : record.f64(value);
-}
-
-// LABELSST: a text
-//   0  2  row, 2  2  column, 4  2  XF
-//   6  4  its place in the string table
-void labelSst(std::string& out, int row, int col, int xf, std::uint32_t index)
-{
-    Record(out, 0x00FD).u16(unsignedOf(row)).u16(unsignedOf(col)).u16(unsignedOf(xf)).u32(index);
-}
-
-// WINDOW2: how the sheet is shown
-//   0  2  flags: 2 grid, 4 headers, 10 zeros, 20 grid in its usual colour, 80 outline signs, 200 selected, 400 in front
-//   2  2  first row, 4  2  first column
-//   6  4  colour of the grid: 64
-//  10  2  zoom in the page view, 12  2  zoom: 0, as usual
-//  14  4  0
-void window2(std::string& out) { Record(out, 0x023E).u16(0x06B6).u16(0).u16(0).u32(64).u16(0).u16(0).u32(0); }
-
-// SELECTION
-//   0  1  pane: 3, the only one
-//   1  2  row, 3  2  column of the active cell
-//   5  2  the range that holds it: 0
-//   7  2  ranges: 1
-//   9  2  first row, 11  2  last row, 13  1  first column, 14  1  last column
-void selection(std::string& out, const CellRange& range)
-{
-    const auto row = unsignedOf(range.first.row - 1), col = unsignedOf(range.first.col - 1);
-    Record(out, 0x001D)
-        .u8(3)
-        .u16(row)
-        .u16(col)
-        .u16(0)
-        .u16(1)
-        .u16(row)
-        .u16(unsignedOf(range.last.row - 1))
-        .u8(col)
-        .u8(unsignedOf(range.last.col - 1));
-}
-
-// MERGEDCELLS
-//   0  2  ranges, then for each
-//   0  2  first row, 2  2  last row, 4  2  first column, 6  2  last column
-void mergedCells(std::string& out, std::span<const CellRange> merges)
-{
-    Record record(out, 0x00E5);
-    record.u16(static_cast<std::uint32_t>(merges.size()));
-    for (const auto& [first, last] : merges)
-        record.u16(unsignedOf(first.row - 1))
-            .u16(unsignedOf(last.row - 1))
-            .u16(unsignedOf(first.col - 1))
-            .u16(unsignedOf(last.col - 1));
+    Record(out, 0x0085).u32(sheetBof).u8(0).u8(0).u8(units.size()).characters(units);
 }
 
 }  // namespace biff

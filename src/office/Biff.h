@@ -4,7 +4,9 @@
 
 #include "office/CellRef.h"
 #include "office/CellStyle.h"
+#include "office/LittleEndian.h"
 
+#include <concepts>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -26,10 +28,12 @@ public:
     Record(const Record&) = delete;
     Record& operator=(const Record&) = delete;
 
-    Record& u8(std::uint32_t value);
-    Record& u16(std::uint32_t value);
-    Record& u32(std::uint32_t value);
-    Record& f64(double value);
+    Record& u8(std::integral auto value) { return append(static_cast<std::uint8_t>(value)); }
+    Record& u16(std::integral auto value) { return append(static_cast<std::uint16_t>(value)); }
+    Record& u32(std::integral auto value) { return append(static_cast<std::uint32_t>(value)); }
+    Record& f64(double value) { return append(value); }
+    /// Points as 1/20 points, 2 bytes.
+    Record& twips(double points);
     /// Characters behind their flags byte: 0 one byte each (none is above U+00FF), 1 two bytes each.
     Record& characters(std::u16string_view units, bool wide);
     Record& characters(std::u16string_view units) { return characters(units, !oneByteEach(units)); }
@@ -39,6 +43,12 @@ public:
 private:
     std::string& m_out;
     std::size_t m_body;
+
+    Record& append(auto value)
+    {
+        appendLittleEndian(m_out, value);
+        return *this;
+    }
 };
 
 enum class Substream : std::uint16_t { Globals = 0x0005, Sheet = 0x0010 };
@@ -57,7 +67,7 @@ struct Columns {
     int xf;
 };
 
-// Globals, in file order
+// Globals, in file order (Biff.cpp)
 void bof(std::string& out, Substream substream);
 void codePage(std::string& out);
 void window1(std::string& out);
@@ -71,7 +81,7 @@ void normalStyle(std::string& out);
 void boundSheet(std::string& out, std::size_t sheetBof, std::string_view name);
 void eof(std::string& out);
 
-// Sheet, in file order
+// Sheet, in file order (BiffSheet.cpp)
 void defaultRowHeight(std::string& out, double points);
 void wsBool(std::string& out, bool fitToPage);
 enum class Side : std::uint16_t { Left = 0x0026, Right = 0x0027, Top = 0x0028, Bottom = 0x0029 };

@@ -55,7 +55,7 @@ void StringTable::grow()
 void StringTable::write(std::string& out) const
 {
     std::optional<biff::Record> record(std::in_place, out, kSst);
-    record->u32(m_uses).u32(static_cast<std::uint32_t>(m_texts.size()));
+    record->u32(m_uses).u32(m_texts.size());
     const auto nextRecord = [&] {
         record.reset();
         record.emplace(out, kContinue);
@@ -65,7 +65,7 @@ void StringTable::write(std::string& out) const
         ToUtf16(text, units);
         const std::size_t width = biff::oneByteEach(units) ? 1 : 2;
         if (record->room() < 3 + (width == 2 ? 4 : 1)) nextRecord();
-        record->u16(static_cast<std::uint32_t>(units.size()));
+        record->u16(units.size());
         std::u16string_view rest(units);
         while (true) {
             auto part = rest.substr(0, (record->room() - 1) / width);

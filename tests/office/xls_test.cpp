@@ -112,6 +112,17 @@ TEST(Xls, ColumnWidthInDigitsOfTheStandardFont)
     EXPECT_EQ(book.columns.at(4).width, 0u);
 }
 
+TEST(Xls, DiagonalsShareTheLineThatRunsDown)
+{
+    Worksheet sheet;
+    sheet.borders("a1", xlDiagonalDown, xlContinuous, xlThin);
+    sheet.borders("a1", xlDiagonalUp, xlContinuous, xlMedium, 3);
+    const auto book = xls::read(XlsBytes(sheet));
+    const CellLine thin{xlThin, xlColorIndexAutomatic};
+    EXPECT_EQ(book.style(1, 1).line(xlDiagonalDown), thin);
+    EXPECT_EQ(book.style(1, 1).line(xlDiagonalUp), thin);
+}
+
 TEST(Xls, MoreMergesThanARecordHolds)
 {
     Worksheet sheet;
