@@ -9,7 +9,7 @@ std::span<const Command* const> Commands()
 {
     static constexpr const Command* kAll[] = {
         &kCoordsCommand,     &kInverseCommand, &kStakeoutCommand, &kElevationCommand, &kCornersCommand,
-        &kMainPointsCommand, &kPhoneCommand,   &kTablesCommand,   &kCheckCommand,
+        &kMainPointsCommand, &kPhoneCommand,   &kTraverseCommand, &kTablesCommand,    &kCheckCommand,
     };
     return kAll;
 }

@@ -10,5 +10,6 @@ extern const Command kElevationCommand;
 extern const Command kCornersCommand;
 extern const Command kMainPointsCommand;
 extern const Command kPhoneCommand;
+extern const Command kTraverseCommand;
 extern const Command kTablesCommand;
 extern const Command kCheckCommand;

@@ -1,0 +1,175 @@
+#include "cli/Commands.h"
+#include "cli/Output.h"
+#include "engine/RunTimeError.h"
+#include "office/Dxf.h"
+#include "office/Xls.h"
+#include "project/CalcTables.h"
+#include "project/TextFile.h"
+#include "tools/Fhdx.h"
+
+#include <algorithm>
+#include <istream>
+#include <iterator>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace {
+
+bool isUtf8(std::string_view bytes)
+{
+    for (std::size_t i = 0; i < bytes.size();) {
+        const auto lead = static_cast<unsigned char>(bytes[i++]);
+        const int more = lead < 0x80                   ? 0
+                         : lead >= 0xC2 && lead < 0xE0 ? 1
+                         : (lead & 0xF0) == 0xE0       ? 2
+                         : (lead & 0xF8) == 0xF0       ? 3
+                                                       : -1;
+        if (more < 0) return false;
+        for (int k = 0; k < more; ++k)
+            if (i >= bytes.size() || (static_cast<unsigned char>(bytes[i++]) & 0xC0) != 0x80) return false;
+    }
+    return true;
+}
+
+/// The lines with a point, taken apart at commas.
+std::vector<std::vector<std::string>> pointsOf(std::string bytes)
+{
+    if (bytes.starts_with("\xEF\xBB\xBF")) bytes.erase(0, 3);
+    if (!isUtf8(bytes)) bytes = Utf8FromCp936(bytes);
+    std::vector<std::vector<std::string>> points;
+    for (std::size_t from = 0; from < bytes.size();) {
+        const auto end = std::min(bytes.find('\n', from), bytes.size());
+        std::string line = bytes.substr(from, end - from);
+        from = end + 1;
+        if (!line.empty() && line.back() == '\r') line.pop_back();
+        if (line.find_first_not_of(" ,\t") == std::string::npos || line[0] == '#' || line.starts_with("点名")) continue;
+        points.push_back(SplitFields(line));
+        points.back().resize(5);
+    }
+    return points;
+}
+
+/// Where the columns of the file stand in the sheet: a distance belongs to the row below its point.
+constexpr struct {
+    int column, rowsBelow;
+} kInputs[] = {{1, 0}, {2, 0}, {5, 1}, {12, 0}, {13, 0}};
+
+void typeInto(Worksheet& sheet, const std::vector<std::vector<std::string>>& points)
+{
+    for (std::size_t k = 0; k < points.size(); ++k)
+        for (std::size_t i = 0; i < std::size(kInputs); ++i)
+            if (!points[k][i].empty())
+                sheet.setValue({static_cast<int>(2 * k) + 4 + kInputs[i].rowsBelow, kInputs[i].column}, points[k][i]);
+}
+
+/// One row a point; what lies on the way to the next point stands in its row.
+GridText tableOf(const Worksheet& sheet, int n)
+{
+    const char* const headers[] = {"点号",   "观测角", "改正数(″)", "方位角",   "平距(m)", "△X(m)", "△Y(m)",
+                                   "vX(mm)", "vY(mm)", "改正后△X",  "改正后△Y", "X(m)",    "Y(m)"};
+    GridText table;
+    table.setCols(static_cast<int>(std::size(headers)));
+    table.setRows(n + 1);
+    for (int col = 0; col < table.cols(); ++col) {
+        table.setText(0, col, headers[col]);
+        const bool between = col >= 3 && col <= 10;
+        for (int k = 1; k <= n; ++k) table.setText(k, col, sheet.shown({2 * k + 2 + between, col + 1}));
+    }
+    return table;
+}
+
+/// The closures in words, line by line.
+std::string closuresOf(const Worksheet& sheet, int n)
+{
+    std::string text;
+    for (int row = 2 * n + 4; row <= 2 * n + 7; ++row) {
+        std::string line;
+        for (int col = 1; col <= 13; ++col)
+            if (const auto cell = sheet.text({row, col}); !cell.empty()) line += (line.empty() ? "" : "   ") + cell;
+        text += line + "\n";
+    }
+    return text;
+}
+
+/// False: it could not be written, and that was said.
+bool write(const Call& call, const std::string& path, const std::string& bytes)
+{
+    if (attempt([&] { WriteBytes(path, bytes); })) return true;
+    call.err << "无法保存文件 " << path << '\n';
+    return false;
+}
+
+int refused(const Call& call, const std::string& text)
+{
+    call.err << text << '\n';
+    return kRefused;
+}
+
+int run(const Call& call)
+{
+    const Arguments& args = call.args;
+    if (args.has("--left") && args.has("--right")) throw WrongUsage("--left 和 --right 只能给一个");
+    const bool left = args.has("--left");
+    const std::string file = args.value("--file"), report = args.value("-o"), plan = args.value("--dxf");
+    const Format format = FormatOf(args);
+    std::string bytes;
+    if (file == "-")
+        bytes.assign(std::istreambuf_iterator<char>(call.in), {});
+    else if (!attempt([&] { bytes = ReadBytes(file); }))
+        return refused(call, "无法读取文件 " + file);
+    const auto points = pointsOf(std::move(bytes));
+
+    Worksheet sheet;
+    Outcome made;
+    if (!attempt(
+            [&] { made = MakeFhdxSheet(std::to_string(points.size()), left, [&]() -> Worksheet& { return sheet; }); }))
+        return refused(call, FhdxCalcFault().text);
+    if (!made) return refused(call, made.refusal->msg.text);
+    const int n = gFhdxN;
+    typeInto(sheet, points);
+    if (!attempt([&] { AdjustFhdx(sheet, left); })) return refused(call, FhdxCalcFault().text);
+
+    const GridText table = tableOf(sheet, n);
+    const bool onTerminal = report.empty() || EndsWithNoCase(report, ".xls");
+    bool written = true;
+    if (!report.empty())
+        written = write(call, report, onTerminal ? XlsBytes(sheet) : FileBytes(report, table, {}, format));
+    if (!plan.empty()) written = write(call, plan, DxfBytes(DrawFhdx(sheet))) && written;
+    if (onTerminal) call.out << Rendered(table, {}, format);
+    if (onTerminal && format == Format::Table)
+        call.out << '\n' << closuresOf(sheet, n);
+    else if (!args.has("--quiet"))
+        call.err << closuresOf(sheet, n);
+    return written ? kDone : kRefused;
+}
+
+constexpr Way kWays[] = {"--file [--left] [--right] [--dxf]"};
+constexpr Option kOptions[] = {
+    {"--file", "文件", "导线数据；- 为标准输入"},
+    {"--left", "", "观测角是左角"},
+    {"--right", "", "观测角是右角；都不给时为右角"},
+    {"--dxf", "文件", "把导线图写到这个 .dxf 文件"},
+};
+
+}  // namespace
+
+const Command kTraverseCommand{
+    .name = "traverse",
+    .summary = "附合导线一般平差",
+    .help = R"(文件里一行一个点，从 A、B 经各未知点到 C、D，至少五个点，用逗号分开：
+  点名,观测角,平距,X,Y
+观测角写作 度.分分秒秒，如 99.0100，从 B 到 C 每点一个；平距是到下一点的，从 B 到最后一个未知点；
+X、Y 只有 A、B、C、D 四点有。没有的写空。空行、# 开头的行和 点名 开头的行不算。编码为 UTF-8 或 GBK。
+
+结果是一个点一行的表（方位角、平距、坐标增量是到下一点的）和闭合差；-o 写到 .xls 时是和界面一样的计算表。
+
+例子：
+  velumark-calc traverse --file 附合导线.csv --left
+  velumark-calc traverse --file 附合导线.csv --left -o 计算表.xls --dxf 导线图.dxf
+)",
+    .ways = kWays,
+    .options = kOptions,
+    .needsProject = false,
+    .run = run,
+};
