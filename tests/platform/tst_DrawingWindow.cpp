@@ -5,6 +5,7 @@
 #include "support/ScriptedDesk.h"
 
 #include <QLabel>
+#include <QPainter>
 #include <QTemporaryDir>
 #include <QtTest>
 

@@ -13,6 +13,7 @@
 #include <QClipboard>
 #include <QDir>
 #include <QLabel>
+#include <QPainter>
 #include <QPdfWriter>
 #include <QPointer>
 #include <QTemporaryDir>
@@ -43,7 +44,10 @@ struct Window {
     }
     ~Window() { delete window; }
     SheetView& view() { return window->view(); }
-    void type(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
+    void type(const QString& text)
+    {
+        for (const QChar c : text) QTest::keyClicks(QApplication::focusWidget(), c);
+    }
     void press(Qt::Key key, Qt::KeyboardModifiers with = Qt::NoModifier)
     {
         QTest::keyClick(QApplication::focusWidget(), key, with);
