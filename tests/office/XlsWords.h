@@ -104,7 +104,9 @@ inline std::string words(const std::vector<Record>& list, std::size_t at)
         out << "DATEMODE " << bytes.u16();
         break;
     case 0x0031: {
-        out << "FONT " << bytes.u16() / 20.0 << " points" << (bytes.u16() & 2 ? ", italic" : "");
+        out << "FONT " << bytes.u16() / 20.0 << " points";
+        const auto flags = bytes.u16();
+        out << (flags & 1 ? ", bold" : "") << (flags & 2 ? ", italic" : "");
         out << ", colour " << hex(bytes.u16());
         out << ", weight " << bytes.u16();
         bytes.take(4);

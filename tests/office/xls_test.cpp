@@ -195,6 +195,23 @@ TEST(Xls, TenThousandRandomSheetsComeBackEqual)
     }
 }
 
+TEST(Xls, DifferenceOfTwoWorkbooksCanBeRead)
+{
+    Worksheet before, now;
+    before.setValue("b2", "12.5");
+    now.setValue("b2", "-3");
+    now.setBold("b2", true);
+    // A font and a look are 24 bytes each, so that the sheet begins 48 bytes further on.
+    EXPECT_EQ(differenceInWords(xls::words(XlsBytes(before)), xls::words(XlsBytes(now))),
+              "+ FONT 12 points, bold, colour 7FFF, weight 700, character set 134, \"宋体\"\n"
+              "+ XF font 5, format 0, of style 0, across general, down bottom, own 8, left none, right none, top none, "
+              "bottom none, diagonal none, fill none\n"
+              "+ BOUNDSHEET at 624, kind 0, \"Sheet1\"\n"
+              "+ RK B2 XF 16 -3\n"
+              "- BOUNDSHEET at 576, kind 0, \"Sheet1\"\n"
+              "- RK B2 XF 15 12.5\n");
+}
+
 // Golden workbooks: one a feature. A new one is read by other programs first (ctest -L readers), then kept.
 TEST(Xls, GoldenWorkbooks)
 {
