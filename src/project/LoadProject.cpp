@@ -100,7 +100,6 @@ void loadInOrder()
 
 void ConvertStakes(std::vector<double>& stakes, std::int16_t last)
 {
-    if (gHasDl != -1) return;
     for (int i = 0; i <= last; ++i)
         if (!ConvertRowStake(at(stakes, i))) throw StakeInGap{};
 }

@@ -115,6 +115,6 @@ Outcome CreateProject(const std::string& typed)
 
 void DeleteProject(int index, const std::string& name)
 {
-    DeleteLine(catalogue(), toInt16(index + 1LL));
+    if (FileExists(catalogue())) DeleteLine(catalogue(), toInt16(index + 1LL));
     DeleteFolderTree(ProjectPath(name));
 }

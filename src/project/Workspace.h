@@ -50,5 +50,5 @@ std::vector<std::string> ReadPhoneCatalogue();
 /// after either the form empties txtNewProjects and gives it the focus.
 Outcome CreateProject(const std::string& typed);
 /// Line `index` (from 0) of the catalogue goes, then the folder of that name with all it holds (none where `name` is
-/// no direct child of the workspace). @throws PathAccess, FileNotFound
+/// no direct child of the workspace). @throws PathAccess
 void DeleteProject(int index, const std::string& name);

@@ -1,10 +1,7 @@
 // Whatever bytes stand in the parameter files: a load ends, stores no infinity, and writes nothing outside its project.
 
+#include "SmallRoad.h"
 #include "project/LoadProject.h"
-#include "support/ProjectFolder.h"
-#include "support/ScriptedDesk.h"
-
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <filesystem>
@@ -12,9 +9,6 @@
 #include <random>
 
 namespace {
-
-const std::vector<std::string> kFiles{"其他参数.txt",   "平曲线参数.txt", "竖曲线参数.txt",  "断链参数.txt",
-                                      "导线点参数.txt", "超高参数.txt",   "超高宽度参数.txt"};
 
 class Bytes {
 public:

@@ -1,152 +1,22 @@
-// The frame of a load: files made, cleaned and upgraded, what stays between loads, how a load ends.
+// The order of work of a load: what stays between loads, which model, how a load ends.
 
+#include "SmallRoad.h"
 #include "project/LoadProject.h"
-#include "support/ProjectFolder.h"
-#include "support/ReferenceLoad.h"
-#include "support/ScriptedDesk.h"
 #include "support/SharedDiff.h"
-
-#include <gtest/gtest.h>
 
 #include <filesystem>
 
 namespace {
 
 const Msg kGap{"桩号不存在，请检查断链数据！", "注意", Icon::Exclamation};
-const std::string kUnset = "未设置\r\n";
 
-const std::vector<std::string> kFiles{"其他参数.txt",   "平曲线参数.txt", "竖曲线参数.txt",  "断链参数.txt",
-                                      "导线点参数.txt", "超高参数.txt",   "超高宽度参数.txt"};
-const std::vector<std::string> kTables(kFiles.begin() + 1, kFiles.end());
-
-/// A block project with every table, no breaks.
-const std::initializer_list<ProjectFolder::File> kRoad{
-    {"其他参数.txt", "积木法\r\n线性\r\n2\r\n3\r\n12\r\n"},
-    {"平曲线参数.txt", "0,100,10,20,30,0,0\r\n100,200,96.6,70,30,0,50\r\n"},
-    {"竖曲线参数.txt", "0,10\r\n50,12,900\r\n200,11\r\n"},
-    {"断链参数.txt", ""},
-    {"导线点参数.txt", "A,1,2,\r\nB,3,4,备注\r\n"},
-    {"超高参数.txt", "0,-2,-2,200,-2,-2\r\n"},
-    {"超高宽度参数.txt", "0,200,1,5,5,1,1,6,6,2,2,-4\r\n"},
-};
-
-struct Load : testing::Test {
-    ScriptedDesk desk;
-    ProjectFolder folder;
-
-    void files(std::initializer_list<ProjectFolder::File> all) const
-    {
-        for (const auto& [name, text] : all) folder.write(name, text);
-    }
-    ~Load() override { SetHang(Hang::ForEver); }
+struct LoadOrder : LoadTest {
+    ~LoadOrder() override { SetHang(Hang::ForEver); }
 };
 
 }  // namespace
 
-TEST_F(Load, MissingFilesAreCreatedEmpty)
-{
-    LoadProject();
-    for (const auto& file : kTables) {
-        EXPECT_TRUE(folder.has(file)) << file;
-        EXPECT_EQ(folder.bytes(file), "") << file;
-    }
-    EXPECT_EQ(desk.messages, std::vector<Msg>{});
-    EXPECT_FALSE(LoadStoppedAtGap());
-}
-
-TEST_F(Load, MissingSettingsGainOneLineALoad)
-{
-    for (const auto* expected : {"未设置\r\n", "未设置\r\n未设置\r\n", "未设置\r\n未设置\r\n未设置\r\n"}) {
-        LoadProject();
-        EXPECT_EQ(folder.text("其他参数.txt"), expected);
-    }
-}
-
-TEST_F(Load, FourSettingsBecomeFiveAndFiveStay)
-{
-    folder.write("其他参数.txt", "交点法\r\n线性\r\n2\r\n3\r\n");
-    LoadProject();
-    EXPECT_EQ(folder.text("其他参数.txt"), "交点法\r\n线性\r\n2\r\n3\r\n未设置\r\n");
-    LoadProject();
-    EXPECT_EQ(folder.text("其他参数.txt"), "交点法\r\n线性\r\n2\r\n3\r\n未设置\r\n");
-    folder.write("其他参数.txt", "1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n");
-    LoadProject();
-    EXPECT_EQ(folder.text("其他参数.txt"), "1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n");
-}
-
-TEST_F(Load, SettingsLineIsAppendedBehindAFifthLineWithoutLineEnd)
-{
-    folder.write("其他参数.txt", "交点法\r\n线性\r\n2\r\n3\r\n12");
-    LoadProject();
-    EXPECT_EQ(folder.text("其他参数.txt"), "交点法\r\n线性\r\n2\r\n3\r\n12未设置\r\n");
-    LoadProject();
-    EXPECT_EQ(folder.text("其他参数.txt"), "交点法\r\n线性\r\n2\r\n3\r\n12未设置\r\n");
-}
-
-TEST_F(Load, BlankSettingsLinesGoBeforeTheFifthIsCounted)
-{
-    folder.write("其他参数.txt", "交点法\r\n\r\n线性\r\n\r\n2\r\n3\r\n");
-    LoadProject();
-    EXPECT_EQ(folder.text("其他参数.txt"), "交点法\r\n线性\r\n2\r\n3\r\n" + kUnset);
-    EXPECT_EQ(gCgType, "0");
-}
-
-TEST_F(Load, BlankLinesGoFromEveryFileAndItsRowsLoad)
-{
-    for (const auto& file : kFiles) folder.write(file, "\r\n1,2\r\n\r\n\r\n3,4\r\n\r\n");
-    LoadProject();
-    for (const auto& file : kTables) EXPECT_EQ(folder.text(file), "1,2\r\n3,4\r\n") << file;
-    EXPECT_EQ(folder.text("其他参数.txt"), "1,2\r\n3,4\r\n" + kUnset);
-    EXPECT_EQ(gDxdCount, 1);
-    EXPECT_EQ(gElemCount, 2);
-    EXPECT_EQ(gSqxCount, 1);
-}
-
-TEST_F(Load, SlopeFilesAreLeftAlone)
-{
-    for (const auto* file : {"左幅填方参数.txt", "右幅填方参数.txt", "左幅挖方参数.txt", "右幅挖方参数.txt"})
-        folder.write(file, "\r\n1\r\n\r\n2");
-    LoadProject();
-    for (const auto* file : {"左幅填方参数.txt", "右幅填方参数.txt", "左幅挖方参数.txt", "右幅挖方参数.txt"})
-        EXPECT_EQ(folder.text(file), "\r\n1\r\n\r\n2");
-}
-
-TEST_F(Load, FileOfLineEndsAloneIsEmptiedAndHasNoRows)
-{
-    for (const auto& file : kTables) folder.write(file, "\r\n\r\n\r\n");
-    const Shared before = shared;
-    LoadProject();
-    for (const auto& file : kTables) EXPECT_EQ(folder.bytes(file), "") << file;
-    shared.cgType = before.cgType;
-    EXPECT_EQ(differences(shared, before), "");
-}
-
-TEST_F(Load, LastLineWithoutLineEndLoads)
-{
-    folder.write("导线点参数.txt", "A,1,2,\r\nB,3,4,");
-    LoadProject();
-    EXPECT_EQ(gDxdName, (std::vector<std::string>{"A", "B"}));
-    EXPECT_EQ(folder.text("导线点参数.txt"), "A,1,2,\r\nB,3,4,");
-}
-
-TEST_F(Load, LastLineWithoutLineEndIsLostToABlankLine)
-{
-    folder.write("导线点参数.txt", "A,1,2,\r\n\r\nB,3,4,");
-    LoadProject();
-    EXPECT_EQ(gDxdName, std::vector<std::string>{"A"});
-    EXPECT_EQ(folder.text("导线点参数.txt"), "A,1,2,\r\n");
-}
-
-TEST_F(Load, CleanFilesAreNotWritten)
-{
-    files(kRoad);
-    const auto longAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
-    for (const auto& file : kFiles) std::filesystem::last_write_time(folder.path(file), longAgo);
-    LoadProject();
-    for (const auto& file : kFiles) EXPECT_EQ(std::filesystem::last_write_time(folder.path(file)), longAgo) << file;
-}
-
-TEST_F(Load, EmptyProjectAfterAFullOneKeepsEveryTable)
+TEST_F(LoadOrder, EmptyProjectAfterAFullOneKeepsEveryTable)
 {
     files(kRoad);
     LoadProject();
@@ -157,7 +27,7 @@ TEST_F(Load, EmptyProjectAfterAFullOneKeepsEveryTable)
     EXPECT_EQ(differences(shared, full), "");
 }
 
-TEST_F(Load, SameProjectTwiceGivesTheSameTables)
+TEST_F(LoadOrder, SameProjectTwiceGivesTheSameTables)
 {
     files(kRoad);
     LoadProject();
@@ -167,7 +37,7 @@ TEST_F(Load, SameProjectTwiceGivesTheSameTables)
     EXPECT_EQ(desk.messages, std::vector<Msg>{});
 }
 
-TEST_F(Load, OldBreaksStayAndAreReducedASecondTime)
+TEST_F(LoadOrder, OldBreaksStayAndAreReducedASecondTime)
 {
     files({{"断链参数.txt", "100,120\r\n500,490\r\n"}});
     LoadProject();
@@ -182,7 +52,7 @@ TEST_F(Load, OldBreaksStayAndAreReducedASecondTime)
     EXPECT_EQ(gHasDl, -1);
 }
 
-TEST_F(Load, ModelAndSuperelevationFormComeFromTheFirstTwoLines)
+TEST_F(LoadOrder, ModelAndSuperelevationFormComeFromTheFirstTwoLines)
 {
     struct {
         const char* settings;
@@ -204,7 +74,7 @@ TEST_F(Load, ModelAndSuperelevationFormComeFromTheFirstTwoLines)
     }
 }
 
-TEST_F(Load, OneSettingsLineWithLineEndMakesTheFormOne)
+TEST_F(LoadOrder, OneSettingsLineWithLineEndMakesTheFormOne)
 {
     gCgType = "0";
     folder.write("其他参数.txt", "交点法\r\n");
@@ -212,7 +82,7 @@ TEST_F(Load, OneSettingsLineWithLineEndMakesTheFormOne)
     EXPECT_EQ(gCgType, "1");
 }
 
-TEST_F(Load, BlockRowInAGapStopsBeforeTheVerticalCurves)
+TEST_F(LoadOrder, BlockRowInAGapStopsBeforeTheVerticalCurves)
 {
     files(kRoad);
     LoadProject();
@@ -236,7 +106,7 @@ TEST_F(Load, BlockRowInAGapStopsBeforeTheVerticalCurves)
     EXPECT_EQ(gCgkdG, before.cgkdG);
 }
 
-TEST_F(Load, AGapInEachTableLeavesTheLaterOnesUnread)
+TEST_F(LoadOrder, AGapInEachTableLeavesTheLaterOnesUnread)
 {
     struct {
         const char *file, *text;
@@ -260,7 +130,7 @@ TEST_F(Load, AGapInEachTableLeavesTheLaterOnesUnread)
     }
 }
 
-TEST_F(Load, TheNextLoadIsFreshOfTheGap)
+TEST_F(LoadOrder, TheNextLoadIsFreshOfTheGap)
 {
     files(kRoad);
     files({{"断链参数.txt", "110,150\r\n"}, {"平曲线参数.txt", "120,1,0,0,0,0,0\r\n"}});
@@ -275,7 +145,7 @@ TEST_F(Load, TheNextLoadIsFreshOfTheGap)
     EXPECT_EQ(desk.messages, std::vector<Msg>{kGap});
 }
 
-TEST_F(Load, StakesExactlyAtBackAndAheadAreNotInTheGap)
+TEST_F(LoadOrder, StakesExactlyAtBackAndAheadAreNotInTheGap)
 {
     files({{"断链参数.txt", "100,120\r\n"}, {"竖曲线参数.txt", "100,1\r\n120,2,3\r\n121,4\r\n"}});
     LoadProject();
@@ -283,14 +153,14 @@ TEST_F(Load, StakesExactlyAtBackAndAheadAreNotInTheGap)
     EXPECT_EQ(gSqxLc, (std::vector<double>{100, 100, 101}));
 }
 
-TEST_F(Load, ABlockThatEndsAtTheBackStakeOfAJumpClosesInTheGap)
+TEST_F(LoadOrder, ABlockThatEndsAtTheBackStakeOfAJumpClosesInTheGap)
 {
     files({{"断链参数.txt", "100,120\r\n"}, {"平曲线参数.txt", "0,100,0,0,0,0,0\r\n"}});
     LoadProject();  // the closing stake is 100.0001
     EXPECT_EQ(desk.messages, std::vector<Msg>{kGap});
 }
 
-TEST_F(Load, IntersectionPointStakesKnowNoBreaks)
+TEST_F(LoadOrder, IntersectionPointStakesKnowNoBreaks)
 {
     files({{"其他参数.txt", "交点法\r\n线性\r\n2\r\n3\r\n4\r\n"},
            {"断链参数.txt", "100,120\r\n"},
@@ -300,7 +170,7 @@ TEST_F(Load, IntersectionPointStakesKnowNoBreaks)
     EXPECT_EQ(gElemLc, (std::vector<double>{110, 610.01}));
 }
 
-TEST_F(Load, TextWithoutACommaHangs)
+TEST_F(LoadOrder, TextWithoutACommaHangs)
 {
     SetHang(Hang::Throw);
     for (const auto& file : kTables) {
@@ -316,7 +186,7 @@ TEST_F(Load, TextWithoutACommaHangs)
     }
 }
 
-TEST_F(Load, HangingFileIsNamedWithItsLastLineOfText)
+TEST_F(LoadOrder, HangingFileIsNamedWithItsLastLineOfText)
 {
     SetHang(Hang::Throw);
     for (const auto* text : {"abc\r\n\r\n1;2\r\n\r\n", "abc\r\n1;2\r\n", "abc\r\n1;2"}) {
@@ -331,14 +201,14 @@ TEST_F(Load, HangingFileIsNamedWithItsLastLineOfText)
     }
 }
 
-TEST_F(Load, SettingsWithoutACommaDoNotHang)
+TEST_F(LoadOrder, SettingsWithoutACommaDoNotHang)
 {
     SetHang(Hang::Throw);
     folder.write("其他参数.txt", "abc\r\n");
     EXPECT_NO_THROW(LoadProject());
 }
 
-TEST_F(Load, HangGivesTheEventLoopItsTurnsAndNeverComesBack)
+TEST_F(LoadOrder, HangGivesTheEventLoopItsTurnsAndNeverComesBack)
 {
     struct Enough {};
     desk.onTurn = [&] {
@@ -351,61 +221,4 @@ TEST_F(Load, HangGivesTheEventLoopItsTurnsAndNeverComesBack)
     EXPECT_EQ(desk.turns, 10);
     EXPECT_EQ(differences(shared, before), "");
     EXPECT_EQ(desk.messages, std::vector<Msg>{});
-}
-
-TEST_F(Load, FolderOfTheProjectIsMissing)
-{
-    std::filesystem::remove_all(folder.path(""));
-    const Shared before = shared;
-    LoadProject();
-    EXPECT_EQ(differences(shared, before), "");
-    EXPECT_FALSE(FolderExists(folder.path("")));
-    EXPECT_EQ(desk.messages, std::vector<Msg>{});
-}
-
-TEST_F(Load, AFolderInPlaceOfAFileIsAFileThatCannotBeRead)
-{
-    files(kRoad);
-    std::filesystem::remove(folder.path("导线点参数.txt"));
-    std::filesystem::create_directory(folder.path("导线点参数.txt"));
-    LoadProject();
-    EXPECT_EQ(gDxdCount, 0);
-    EXPECT_EQ(gDxdName, std::vector<std::string>{});
-    EXPECT_EQ(gElemCount, 2);
-}
-
-TEST_F(Load, FolderAnywhere)
-{
-    files(kRoad);
-    gProjectFolder = folder.root() + "/elsewhere";
-    std::filesystem::create_directory(gProjectFolder);
-    WriteBytes(gProjectFolder + "/导线点参数.txt", "E,8,9\r\n");
-    LoadProject();
-    EXPECT_EQ(gDxdName, std::vector<std::string>{"E"});
-    EXPECT_EQ(gElemCount, 0);
-}
-
-TEST_F(Load, AsManyRowsAsACountHolds)
-{
-    std::string text;
-    for (int i = 0; i < 32767; ++i) text += "P,1,2,\r\n";
-    folder.write("导线点参数.txt", text);
-    LoadProject();
-    EXPECT_EQ(gDxdCount, 32766);
-    EXPECT_EQ(gDxdX.back(), 1);
-}
-
-TEST_F(Load, MoreLinesThanACountHoldsLoadTheFirstAlone)
-{
-    std::string points, blocks;
-    for (int i = 0; i < 32769; ++i) {
-        points += "P,1,2,\r\n";
-        blocks += "5,6,1,2,3,4,5\r\n";
-    }
-    files({{"导线点参数.txt", points}, {"平曲线参数.txt", blocks}});
-    LoadProject();
-    EXPECT_EQ(gDxdCount, 0);
-    EXPECT_EQ(gDxdX, std::vector<double>{1});
-    EXPECT_EQ(gElemCount, 1);
-    EXPECT_EQ(gElemLc, (std::vector<double>{5, 6 + 0.0001}));
 }

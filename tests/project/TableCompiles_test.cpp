@@ -211,8 +211,8 @@ TEST_F(TableCompiles, SideMarkIsZeroWhereBothSidesAreAlikeTwoWhereTheRightIsLowe
 
 TEST_F(TableCompiles, SideMarkMixesPercentAndFraction)
 {
-    // Left (0 - 90/100)/2 = -0.45 against right (-0.5 + 0)/2 = -0.25: in one unit the left would be lower by far, and
-    // so it is here; with 40 percent on the left the mixed sum says the right is lower.
+    // Row 0: left (0 - 0.9)/2 is below right (-0.5 + 0)/2. Row 1: left (0 - 0.4)/2 is above it, though 40 percent down
+    // are far below half a percent.
     load("超高参数.txt", "0,-90,0,50,0,-0.5\r\n60,-40,0,70,0,-0.5\r\n");
     EXPECT_EQ(gCgC, (Column{1, 2, 2}));
 }

@@ -254,6 +254,15 @@ TEST_F(Workspace, AProjectWhoseFolderIsGoneLosesItsLine)
     EXPECT_EQ(catalogue(), "乙\r\n");
 }
 
+TEST_F(Workspace, DeletingWithoutACatalogueTakesTheFolderAndTheNextReadMakesOne)
+{
+    fs::remove(list());
+    DeleteProject(0, "甲");
+    EXPECT_FALSE(fs::exists(ProjectPath("甲")));
+    EXPECT_EQ(OpenCatalogue(), Names{});
+    EXPECT_TRUE(FileExists(list()));
+}
+
 TEST_F(Workspace, PhoneCatalogueIsEmptyWhereItsFileIsMissing) { EXPECT_EQ(ReadPhoneCatalogue(), Names{}); }
 
 TEST_F(Workspace, PhoneCatalogueIsThePiecesButTheLast)
