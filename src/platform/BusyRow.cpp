@@ -1,39 +1,15 @@
 #include "platform/BusyRow.h"
 
-#include <QApplication>
+#include "platform/InputGuard.h"
+
+#include <QCoreApplication>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 
 namespace {
 
 constexpr int kTurnInterval = 40;  // ms between turns of the event loop
 constexpr int kShownAfter = 250;   // ms of work that pass without a word
-
-bool isInput(QEvent::Type type)
-{
-    switch (type) {
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-    case QEvent::ShortcutOverride:
-    case QEvent::Shortcut:
-    case QEvent::InputMethod:
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::ContextMenu:
-    case QEvent::Wheel:
-    case QEvent::TouchBegin:
-    case QEvent::TouchUpdate:
-    case QEvent::TouchEnd:
-    case QEvent::DragEnter:
-    case QEvent::Drop:
-    case QEvent::Close:
-        return true;
-    default:
-        return false;
-    }
-}
 
 }  // namespace
 
@@ -48,10 +24,7 @@ BusyRow::BusyRow(QWidget* over) : QFrame(over), m_label(new QLabel(this))
     hide();
     m_sinceStart.start();
     m_sinceTurn.start();
-    qApp->installEventFilter(this);
 }
-
-BusyRow::~BusyRow() = default;
 
 void BusyRow::tick(const std::function<QString()>& text)
 {
@@ -63,17 +36,8 @@ void BusyRow::tick(const std::function<QString()>& text)
         show();
         raise();
     }
-    m_turning = true;
+    const InputGuard guard;
     QCoreApplication::processEvents();
-    m_turning = false;
+    m_abandoned = m_abandoned || guard.sawEscape();
     m_sinceTurn.restart();
-}
-
-bool BusyRow::eventFilter(QObject*, QEvent* event)
-{
-    if (!m_turning || !isInput(event->type())) return false;
-    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
-    if (isKey && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) m_abandoned = true;
-    event->setAccepted(event->type() != QEvent::Close);
-    return true;
 }

@@ -16,18 +16,13 @@ class BusyRow : public QFrame {
     Q_OBJECT
 public:
     explicit BusyRow(QWidget* over);
-    ~BusyRow() override;
 
     /// Called often; now and then shows the text and takes a turn.
     void tick(const std::function<QString()>& text);
     bool abandoned() const { return m_abandoned; }
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
     QLabel* m_label;
     QElapsedTimer m_sinceStart, m_sinceTurn;
-    bool m_turning = false;
     bool m_abandoned = false;
 };

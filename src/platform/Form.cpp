@@ -89,7 +89,8 @@ void Form::showBox(const QString& text, const QString& title, Icon icon)
 /// No default button: Enter does what the form's preview says and nothing else.
 void Form::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Escape && event->modifiers() == Qt::NoModifier)
+    // A held key does not go on from the work that it has abandoned to the window.
+    if (event->key() == Qt::Key_Escape && event->modifiers() == Qt::NoModifier && !event->isAutoRepeat())
         reject();
     else
         event->ignore();

@@ -1,5 +1,7 @@
 #include "platform/QtDesk.h"
 
+#include "platform/InputGuard.h"
+
 #include <QApplication>
 #include <QDeadlineTimer>
 #include <QEventLoop>
@@ -74,7 +76,11 @@ bool QtDesk::box(const Msg& msg)
     return box.clickedButton() == yes;
 }
 
-void QtDesk::turn() { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); }
+void QtDesk::turn()
+{
+    const InputGuard guard;
+    QCoreApplication::processEvents();
+}
 
 void QtDesk::turnWithInput()
 {

@@ -161,6 +161,14 @@ private slots:
             QCOMPARE(form.take(), (QStringList{"Key 27", "Query", "Unload"}));
         }
     }
+    void heldEscDoesNotLeave()
+    {
+        frmSample form;
+        form.open();
+        QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Escape, {}, "\x1b", true);
+        QApplication::sendEvent(form.first, &repeated);
+        QVERIFY(form.isVisible());
+    }
     void unloadFromAHandlerOfItsOwnClosing()
     {
         frmSample form;

@@ -5,6 +5,7 @@
 #include "platform/QtDesk.h"
 
 #include <QAbstractButton>
+#include <QCloseEvent>
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLineEdit>
@@ -178,13 +179,34 @@ private slots:
                  "取消");
     }
 
-    void turnRunsTimers()
+    void turnsRunTimersAndOnlyOneKindTakesInput()
     {
+        struct Box : QLineEdit {
+            int closings = 0;
+            void closeEvent(QCloseEvent* event) override
+            {
+                ++closings;
+                event->ignore();
+            }
+        } box;
+        box.show();
+        QVERIFY(QTest::qWaitForWindowActive(&box));
+        const auto input = [&] {
+            QCoreApplication::postEvent(&box, new QKeyEvent(QEvent::KeyPress, Qt::Key_7, {}, "7"));
+            QCoreApplication::postEvent(&box, new QCloseEvent);
+        };
         bool timer = false;
-        QTimer::singleShot(0, this, [&] { timer = true; });
-        QTest::qSleep(5);
+        QTimer::singleShot(0, &box, [&] { timer = true; });
+        input();
         m_desk.turn();
         QVERIFY(timer);
+        m_desk.turnWithInput();
+        QCOMPARE(box.text(), "");  // dropped, not kept for later
+        QCOMPARE(box.closings, 0);
+        input();
+        m_desk.turnWithInput();
+        QCOMPARE(box.text(), "7");
+        QCOMPARE(box.closings, 1);
     }
     void turnWithInputRestsWhereNothingWaits()
     {
