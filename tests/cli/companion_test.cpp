@@ -122,7 +122,8 @@ TEST_F(Companion, EachLineOfAFileIsOnePress)
 TEST_F(Companion, StandardInputAndAnyLineEnds)
 {
     for (const char* input : {"12100,5\n12200,5\n", "12100,5\r\n12200,5", "12100,5\r12200,5\r",
-                              "\xEF\xBB\xBF"                               "12100,5\r\n\r\n12200,5\r\n"}) {
+                              "\xEF\xBB\xBF"
+                              "12100,5\r\n\r\n12200,5\r\n"}) {
         const auto ran = calc({"示例一", "coords", "--file", "-", "--format", "csv"}, input);
         EXPECT_EQ(ran.code, 0) << ran.err;
         EXPECT_EQ(lines(ran.out).size(), 3u);
