@@ -1,9 +1,11 @@
 // The built companion gives the rows of the screens, character for character.
 
 #include "cli/Output.h"
+#include "office/Xls.h"
 #include "project/LoadProject.h"
 #include "screens/DgdGc.h"
 #include "screens/DgdZb.h"
+#include "screens/Export.h"
 #include "screens/Fs.h"
 #include "screens/Jgw.h"
 #include "screens/Pl.h"
@@ -46,6 +48,15 @@ protected:
         args.insert(args.begin(), {"--workspace", folder.root(), "测试"});
         args.insert(args.end(), {"--format", "csv", "--quiet"});
         return runProgram(VM_BINARY_DIR "/velumark-calc", args, input).out;
+    }
+    /// Expects the very sheet that a screen saves.
+    void expectSheet(std::vector<std::string> args, const ExportLayout& layout, const ExportData& data) const
+    {
+        const std::string path = folder.root() + "/结果.xls";
+        args.insert(args.begin(), {"--workspace", folder.root(), "测试"});
+        args.insert(args.end(), {"-o", path, "--quiet"});
+        EXPECT_EQ(runProgram(VM_BINARY_DIR "/velumark-calc", args).out, "");
+        EXPECT_TRUE(ReadBytes(path) == XlsBytes(ResultSheet(layout, data))) << args[3];
     }
     static std::string csv(const Screen& screen) { return Csv(screen.grid.text(), "\n"); }
     /// Has the next file dialog pick a file of these lines, ended as screens want them.
@@ -176,4 +187,53 @@ TEST_P(Agreement, MainPointsOfWhichBlocksHaveNone)
     Screen screen(kMainPointColumns);
     LoadZdcs(screen.rows);
     EXPECT_EQ(companion({"mainpoints"}), csv(screen));
+}
+
+TEST_P(Agreement, SheetsOfEveryKind)
+{
+    const auto road = GetParam();
+    const StationInput station{.pick = gDxdName[1], .pickIndex = 1, .x = {}, .y = {}};
+    const auto data = [](const Screen& screen, const std::string& pick = {}) {
+        return ExportData{screen.grid.text(), screen.state.rows, pick};
+    };
+    Screen point(kCoordinateColumns), run(kCoordinateColumns), inverse(kInverseColumns), height(kElevationColumns),
+        heights(kElevationRunColumns), corners(kCornerColumns);
+
+    EXPECT_TRUE(CalcDgdZb({.stake = road.inside, .offset = {}, .skew = {}, .station = station}, point.rows));
+    expectSheet({"coords", "--at", road.inside, "--station", station.pick}, kDgdZbExport, data(point, station.pick));
+
+    EXPECT_TRUE(CalcPlfy(
+        {.start = road.from, .end = road.to, .step = "50", .offset = "5", .skew = {}, .station = station}, run.rows));
+    expectSheet(
+        {"stakeout", "--from", road.from, "--to", road.to, "--step", "50", "--offset", "5", "--station", station.pick},
+        kPlfyExport, data(run, station.pick));
+
+    JgwStructures structures;
+    const JgwInput structure{.stake = road.inside,
+                             .skewEnds = false,
+                             .kq = "2",
+                             .kh = "3.50",
+                             .zz = "12",
+                             .zy = "13",
+                             .skew = {},
+                             .station = station};
+    EXPECT_TRUE(CalcJgw(structure, structures, corners.rows));
+    expectSheet({"corners", "--at", road.inside, "--kq", "2", "--kh", "3.50", "--zz", "12", "--zy", "13", "--mode",
+                 "zz", "--station", station.pick},
+                kJgwExport, {corners.grid.text(), corners.state.rows, station.pick, &structures, false});
+
+    EXPECT_TRUE(CalcFs({point.row(1)[6], point.row(1)[7]}, inverse.rows));
+    expectSheet({"inverse", "--at", point.row(1)[6] + "," + point.row(1)[7]}, kFsExport, data(inverse));
+
+    EXPECT_TRUE(CalcDgdGc({.stake = road.inside, .offset = {}, .thickness = {}}, height.rows));
+    expectSheet({"elevation", "--at", road.inside}, kDgdGcExport, data(height));
+
+    EXPECT_TRUE(
+        CalcPlGc({.start = road.from, .end = road.to, .offset = "5", .step = "50", .thickness = {}}, heights.rows));
+    expectSheet({"elevation", "--from", road.from, "--to", road.to, "--step", "50", "--offset", "5"}, kPlGcExport,
+                data(heights));
+
+    Screen mainPoints(kMainPointColumns);
+    LoadZdcs(mainPoints.rows);
+    expectSheet({"mainpoints"}, kZdcsExport, data(mainPoints));
 }
