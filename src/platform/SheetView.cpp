@@ -505,7 +505,9 @@ void SheetView::mouseMoveEvent(QMouseEvent* event)
 void SheetView::mouseDoubleClickEvent(QMouseEvent* event)
 {
     const QPoint at = event->position().toPoint();
-    if (event->button() == Qt::LeftButton && at.x() >= headWidth() && at.y() >= headHeight()) edit(entryText());
+    if (event->button() != Qt::LeftButton || at.x() < headWidth() || at.y() < headHeight()) return;
+    setCurrent(m_geometry.cellAt(at - origin()));
+    edit(entryText());
 }
 
 void SheetView::wheelEvent(QWheelEvent* event)
