@@ -1,7 +1,7 @@
 #include "app/frmMain.h"
 
-#include "app/Commands.h"
 #include "app/Icons.h"
+#include "app/MenuCommands.h"
 #include "app/frmNewProjects.h"
 #include "controls/XPButton.h"
 #include "engine/Numbers.h"
@@ -61,9 +61,9 @@ XPButton* frmMain::button(const char* name, const QString& caption, Handler hand
 void frmMain::makeCommands()
 {
     std::map<std::string_view, QMenu*> menus;
-    for (const auto& command : commands()) menus.try_emplace(command.parent);
+    for (const auto& command : menuCommands()) menus.try_emplace(command.parent);
     std::map<int, QAction*> buttons;
-    for (const auto& command : commands()) {
+    for (const auto& command : menuCommands()) {
         const auto caption = QString::fromUtf8(command.caption);
         auto* parent = menus[command.parent];
         QAction* action = nullptr;

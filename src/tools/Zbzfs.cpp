@@ -6,7 +6,7 @@
 
 #include <cmath>
 
-Outcome CalcZs(const ZsInput& in, ZsResult& out)
+Outcome CalcForward(const ForwardInput& in, ForwardPoint& out)
 {
     const auto outcome = RefuseEmpty({
         {in.czX, "txtZsCzX", "测站X坐标不能为空！"},
@@ -24,7 +24,7 @@ Outcome CalcZs(const ZsInput& in, ZsResult& out)
     return {};
 }
 
-Outcome CalcZbFs(const FsInput& in, FsResult& out)
+Outcome CalcInverse(const InverseInput& in, InverseRay& out)
 {
     const auto outcome = RefuseEmpty({
         {in.czX, "txtFsCzx", "测站X坐标不能为空！"},

@@ -7,21 +7,21 @@
 #include <string>
 
 /// The boxes of the forward task, as typed: metres, azimuth packed dd.mmss.
-struct ZsInput {
+struct ForwardInput {
     std::string czX, czY, fwj, jl;
 };
 /// The computed point, m, three decimals.
-struct ZsResult {
+struct ForwardPoint {
     std::string x, y;
 };
-Outcome CalcZs(const ZsInput& in, ZsResult& out);
+Outcome CalcForward(const ForwardInput& in, ForwardPoint& out);
 
 /// The boxes of the inverse task, as typed: station and back-sight, m.
-struct FsInput {
+struct InverseInput {
     std::string czX, czY, hsX, hsY;
 };
 /// Azimuth from the station to the back-sight as 123度45分06秒, distance in m, three decimals.
-struct FsResult {
+struct InverseRay {
     std::string fwj, jl;
 };
-Outcome CalcZbFs(const FsInput& in, FsResult& out);
+Outcome CalcInverse(const InverseInput& in, InverseRay& out);

@@ -53,8 +53,8 @@ QGroupBox* frmZbzfs::task(const QString& caption, std::initializer_list<Field> f
 void frmZbzfs::butZsCalc_Click()
 {
     const auto text = [](QLineEdit* box) { return toUtf8(box->text()); };
-    ZsResult point;
-    const auto outcome = CalcZs({text(txtZsCzX), text(txtZsCzY), text(txtZsFwj), text(txtZsJl)}, point);
+    ForwardPoint point;
+    const auto outcome = CalcForward({text(txtZsCzX), text(txtZsCzY), text(txtZsFwj), text(txtZsJl)}, point);
     if (!outcome) return refuse(*outcome.refusal);
     txtZsJsdX->setText(fromUtf8(point.x));
     txtZsJsdY->setText(fromUtf8(point.y));
@@ -63,8 +63,8 @@ void frmZbzfs::butZsCalc_Click()
 void frmZbzfs::butFsCalc_Click()
 {
     const auto text = [](QLineEdit* box) { return toUtf8(box->text()); };
-    FsResult ray;
-    const auto outcome = CalcZbFs({text(txtFsCzx), text(txtFsCzy), text(txtFsHsX), text(txtFsHsY)}, ray);
+    InverseRay ray;
+    const auto outcome = CalcInverse({text(txtFsCzx), text(txtFsCzy), text(txtFsHsX), text(txtFsHsY)}, ray);
     if (!outcome) return refuse(*outcome.refusal);
     txtFsFwj->setText(fromUtf8(ray.fwj));
     txtFsJl->setText(fromUtf8(ray.jl));

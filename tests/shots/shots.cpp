@@ -5,10 +5,35 @@
 #include "app/frmMain.h"
 #include "app/frmNewProjects.h"
 #include "controls/XPButton.h"
+#include "editors/frmBpjs.h"
+#include "editors/frmCg.h"
+#include "editors/frmCgkd.h"
+#include "editors/frmDl.h"
+#include "editors/frmDxd.h"
+#include "editors/frmJdpqx.h"
+#include "editors/frmJmpqx.h"
+#include "editors/frmPqxSelect.h"
+#include "editors/frmSelect.h"
+#include "editors/frmSelectCg.h"
+#include "editors/frmSqx.h"
+#include "editors/frmTfz.h"
+#include "editors/frmWfz.h"
 #include "phone/Phone.h"
 #include "phone/frmSjName.h"
+#include "platform/DrawingWindow.h"
 #include "platform/HouseLook.h"
+#include "platform/SheetWindow.h"
 #include "project/Workspace.h"
+#include "screens/frmDgdGc.h"
+#include "screens/frmDgdZb.h"
+#include "screens/frmFs.h"
+#include "screens/frmJgw.h"
+#include "screens/frmPl.h"
+#include "screens/frmPlGc.h"
+#include "screens/frmPlfy.h"
+#include "screens/frmZdcs.h"
+#include "tools/ExampleTraverse.h"
+#include "tools/frmFhdx.h"
 #include "tools/frmQljs.h"
 #include "tools/frmZbzfs.h"
 
@@ -20,10 +45,14 @@
 
 namespace {
 
-/// Says yes to everything and shows nothing.
+/// Says yes to everything; what is wrong stands on standard error.
 class SilentDesk final : public Desk {
 public:
-    bool box(const Msg&) override { return true; }
+    bool box(const Msg& msg) override
+    {
+        if (msg.icon != Icon::Information) qWarning("%s", msg.text.c_str());
+        return true;
+    }
     void turn() override {}
     std::optional<std::string> openFile(std::string_view) override { return {}; }
     std::optional<std::string> saveFile(std::string_view) override { return {}; }
@@ -54,7 +83,124 @@ void type(QWidget& form, std::initializer_list<std::pair<const char*, const char
         form.findChild<QLineEdit*>(QString::fromUtf8(box))->setText(QString::fromUtf8(text));
 }
 
+void pick(QWidget& form, const char* list, int item)
+{
+    auto* picked = form.findChild<PickList*>(QString::fromUtf8(list));
+    picked->setCurrentIndex(item);
+    emit picked->activated(item);
+}
+
+void check(QWidget& form, const char* box) { form.findChild<QCheckBox*>(QString::fromUtf8(box))->setChecked(true); }
+
 void click(QWidget& form, const char* button) { emit form.findChild<XPButton*>(QString::fromUtf8(button))->Click(); }
+
+void shootScreens()
+{
+    shoot<frmDgdZb>([](auto& form) {
+        form.show();
+        pick(form, "comDgdCz", 0);
+        for (const char* stake : {"12340", "12400", "12460"}) {
+            type(form, {{"txtDgdZbFylc", stake}});
+            for (const int side : {0, 1, 2}) {
+                pick(form, "comDgdZbz", side);
+                if (side > 0) type(form, {{"txtDgdPj", "12.25"}});
+                click(form, "butDgdCalc");
+            }
+        }
+    });
+    shoot<frmPlfy>([](auto& form) {
+        form.show();
+        pick(form, "comPlzbCz", 0);
+        type(form, {{"txtPlzbQdlc", "12300"}, {"txtPlzbZdlc", "12600"}, {"txtPlzbBc", "20"}, {"txtPlzbPj", "12.25"}});
+        click(form, "butPlzbCalc");
+    });
+    shoot<frmFs>([](auto& form) {
+        form.show();
+        for (const auto& [x, y] :
+             {std::pair{"2856486.5", "512730.9"}, {"2856540.2", "512815.4"}, {"2856580.7", "512909.1"}}) {
+            type(form, {{"txtFsx", x}, {"txtFsY", y}});
+            click(form, "butFsCalc");
+        }
+    });
+    shoot<frmDgdGc>([](auto& form) {
+        form.show();
+        for (const char* stake : {"12340", "12400", "12460"}) {
+            type(form, {{"txtDgdGcFylc", stake}});
+            for (const int side : {0, 1, 2}) {
+                pick(form, "comDgdGcz", side);
+                if (side > 0) type(form, {{"txtDgdGcPj", "12.25"}});
+                click(form, "butDgdGcCalc");
+            }
+        }
+    });
+    shoot<frmPlGc>([](auto& form) {
+        form.show();
+        type(form, {{"txtPlGcQdlc", "12300"}, {"txtPlGcZdlc", "12600"}, {"txtPlGcPj", "12.25"}, {"txtPlGcJj", "20"}});
+        click(form, "butPlGcCalc");
+    });
+    frmJgw structures;
+    structures.show();
+    pick(structures, "comJgwCz", 0);
+    check(structures, "cheJgwJj");
+    type(structures,
+         {{"txtJgwJj", "75"}, {"txtJgwKq", "2.5"}, {"txtJgwKh", "2.5"}, {"txtJgwZz", "16"}, {"txtJgwZy", "16"}});
+    for (const char* stake : {"12345", "12480", "12650"}) {
+        type(structures, {{"txtJgwFylc", stake}});
+        click(structures, "butJgwCalc");
+    }
+    shoot(static_cast<QWidget&>(structures));
+    frmPl range(structures);
+    type(range, {{"txtQdlc", "12300"}, {"txtZdlc", "12600"}, {"txtBc", "100"}});
+    shoot(static_cast<QWidget&>(range));
+    shoot<frmZdcs>();
+}
+
+void shootEditors()
+{
+    shoot<frmSelect>();
+    shoot<frmPqxSelect>();
+    shoot<frmJdpqx>();
+    gProject = "示例二";
+    shoot<frmJmpqx>();
+    gProject = "示例一";
+    shoot<frmSqx>();
+    shoot<frmSelectCg>();
+    shoot<frmCg>();
+    shoot<frmCgkd>();
+    shoot<frmDl>();
+    shoot<frmDxd>();
+    shoot<frmBpjs>();
+    shoot<frmTfz>();
+    shoot<frmWfz>();
+}
+
+void shootTools()
+{
+    shoot<frmZbzfs>([](auto& form) {
+        type(
+            form,
+            {{"txtZsCzX", "3456789.123"}, {"txtZsCzY", "456123.456"}, {"txtZsFwj", "125.3015"}, {"txtZsJl", "186.42"}});
+        click(form, "butZsCalc");
+        type(form, {{"txtFsCzx", "3456789.123"},
+                    {"txtFsCzy", "456123.456"},
+                    {"txtFsHsX", "3456912.408"},
+                    {"txtFsHsY", "456001.772"}});
+        click(form, "butFsCalc");
+    });
+    shoot<frmQljs>([](auto& form) {
+        type(form, {{"txtA", "100"}, {"txtR", "200"}, {"txtL0", "30"}});
+        emit form.template findChild<QPushButton*>(QStringLiteral("Command1"))->clicked();
+    });
+    shoot<frmFhdx>([](auto& form) { type(form, {{"txtDxd", "7"}}); });
+    auto traverse = exampleTraverse();
+    AdjustFhdx(traverse, true);
+    DrawingWindow plan(DrawFhdx(traverse));
+    plan.setObjectName(QStringLiteral("DrawingWindow"));
+    shoot(plan);
+    SheetWindow sheet(std::move(traverse), QStringLiteral("附合导线计算表"));
+    sheet.setObjectName(QStringLiteral("SheetWindow"));
+    shoot(sheet);
+}
 
 }  // namespace
 
@@ -82,20 +228,8 @@ int main(int argc, char** argv)
     shoot<frmAbout>();
     shoot<frmNewProjects>([](auto& form) { type(form, {{"txtNewProjects", "滨河路"}}); });
     shoot<frmSjName>([](auto& form) { type(form, {{"txtsjName", "binhe"}}); });
-    shoot<frmZbzfs>([](auto& form) {
-        type(
-            form,
-            {{"txtZsCzX", "3456789.123"}, {"txtZsCzY", "456123.456"}, {"txtZsFwj", "125.3015"}, {"txtZsJl", "186.42"}});
-        click(form, "butZsCalc");
-        type(form, {{"txtFsCzx", "3456789.123"},
-                    {"txtFsCzy", "456123.456"},
-                    {"txtFsHsX", "3456912.408"},
-                    {"txtFsHsY", "456001.772"}});
-        click(form, "butFsCalc");
-    });
-    shoot<frmQljs>([](auto& form) {
-        type(form, {{"txtA", "100"}, {"txtR", "200"}, {"txtL0", "30"}});
-        emit form.template findChild<QPushButton*>(QStringLiteral("Command1"))->clicked();
-    });
+    shootScreens();
+    shootEditors();
+    shootTools();
     return 0;
 }

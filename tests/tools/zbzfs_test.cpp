@@ -8,17 +8,17 @@ namespace {
 
 Msg notice(const char* text) { return {.text = text, .title = "注意", .icon = Icon::Exclamation}; }
 
-ZsResult forward(const ZsInput& in)
+ForwardPoint forward(const ForwardInput& in)
 {
-    ZsResult out;
-    EXPECT_TRUE(CalcZs(in, out));
+    ForwardPoint out;
+    EXPECT_TRUE(CalcForward(in, out));
     return out;
 }
 
-FsResult inverse(const FsInput& in)
+InverseRay inverse(const InverseInput& in)
 {
-    FsResult out;
-    EXPECT_TRUE(CalcZbFs(in, out));
+    InverseRay out;
+    EXPECT_TRUE(CalcInverse(in, out));
     return out;
 }
 
@@ -50,7 +50,7 @@ TEST(Zbzfs, NegativeAzimuthGoesWest)
 TEST(Zbzfs, ForwardNamesTheFirstEmptyBox)
 {
     struct Case {
-        ZsInput in;
+        ForwardInput in;
         const char* field;
         const char* text;
     };
@@ -62,8 +62,8 @@ TEST(Zbzfs, ForwardNamesTheFirstEmptyBox)
         {{"1.2.3", "2", "3", ""}, "txtZsJl", "距离不能为空！"},  // emptiness is asked before anything is read
     };
     for (const auto& c : cases) {
-        ZsResult out{"kept", "kept"};
-        const auto outcome = CalcZs(c.in, out);
+        ForwardPoint out{"kept", "kept"};
+        const auto outcome = CalcForward(c.in, out);
         ASSERT_TRUE(outcome.refusal) << c.text;
         EXPECT_EQ(*outcome.refusal, (Refusal{notice(c.text), c.field}));
         EXPECT_EQ(out.x, "kept");
@@ -96,7 +96,7 @@ TEST(Zbzfs, InverseOfOnePointIsZeroAndZero)
 TEST(Zbzfs, InverseNamesTheFirstEmptyBox)
 {
     struct Case {
-        FsInput in;
+        InverseInput in;
         const char* field;
         const char* text;
     };
@@ -107,8 +107,8 @@ TEST(Zbzfs, InverseNamesTheFirstEmptyBox)
         {{"1", "2", "-", ""}, "txtFsHsY", "后视Y坐标不能为空！"},
     };
     for (const auto& c : cases) {
-        FsResult out{"kept", "kept"};
-        const auto outcome = CalcZbFs(c.in, out);
+        InverseRay out{"kept", "kept"};
+        const auto outcome = CalcInverse(c.in, out);
         ASSERT_TRUE(outcome.refusal) << c.text;
         EXPECT_EQ(*outcome.refusal, (Refusal{notice(c.text), c.field}));
         EXPECT_EQ(out.fwj, "kept");
@@ -119,21 +119,21 @@ TEST(Zbzfs, InverseNamesTheFirstEmptyBox)
 TEST(Zbzfs, NothingIsTrapped)
 {
     for (const char* bad : {"1.2.3", "-", "1-2"}) {
-        ZsResult point;
-        FsResult ray;
+        ForwardPoint point;
+        InverseRay ray;
         for (const auto& in :
-             {ZsInput{bad, "1", "1", "1"}, {"1", bad, "1", "1"}, {"1", "1", bad, "1"}, {"1", "1", "1", bad}})
-            EXPECT_THROW(CalcZs(in, point), RunTimeError) << bad;
+             {ForwardInput{bad, "1", "1", "1"}, {"1", bad, "1", "1"}, {"1", "1", bad, "1"}, {"1", "1", "1", bad}})
+            EXPECT_THROW(CalcForward(in, point), RunTimeError) << bad;
         for (const auto& in :
-             {FsInput{bad, "1", "1", "1"}, {"1", bad, "1", "1"}, {"1", "1", bad, "1"}, {"1", "1", "1", bad}})
-            EXPECT_THROW(CalcZbFs(in, ray), RunTimeError) << bad;
+             {InverseInput{bad, "1", "1", "1"}, {"1", bad, "1", "1"}, {"1", "1", bad, "1"}, {"1", "1", "1", bad}})
+            EXPECT_THROW(CalcInverse(in, ray), RunTimeError) << bad;
     }
 }
 
 TEST(Zbzfs, SumsBeyondADoubleOverflow)
 {
-    ZsResult point;
-    EXPECT_THROW(CalcZs({"1e308", "0", "0", "1e308"}, point), RunTimeError);
-    FsResult ray;
-    EXPECT_THROW(CalcZbFs({"-1e308", "0", "1e308", "0"}, ray), RunTimeError);
+    ForwardPoint point;
+    EXPECT_THROW(CalcForward({"1e308", "0", "0", "1e308"}, point), RunTimeError);
+    InverseRay ray;
+    EXPECT_THROW(CalcInverse({"-1e308", "0", "1e308", "0"}, ray), RunTimeError);
 }

@@ -4,7 +4,7 @@
 #include <span>
 
 /// A menu or one of its items, and the toolbar button that runs the same.
-struct Command {
+struct MenuCommand {
     const char* name;
     const char* caption;
     const char* parent;         ///< menu that holds it, "" for the menu bar
@@ -15,4 +15,4 @@ struct Command {
 };
 
 /// In the order of the menu bar; a menu stands before its items.
-std::span<const Command> commands();
+std::span<const MenuCommand> menuCommands();

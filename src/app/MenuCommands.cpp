@@ -1,4 +1,4 @@
-#include "app/Commands.h"
+#include "app/MenuCommands.h"
 
 #include "app/frmAbout.h"
 #include "editors/frmSelect.h"
@@ -41,7 +41,7 @@ void showHelp()
 }
 
 // clang-format off
-constexpr Command kCommands[] = {
+constexpr MenuCommand kCommands[] = {
     {"Project",     "工程",             ""},
     {"EditProject", "编辑线路参数",     "Project", 1, "编辑线路参数", true, show<frmSelect>},
     {"Calc",        "计算",             "", 0, "", true},
@@ -65,4 +65,4 @@ constexpr Command kCommands[] = {
 
 }  // namespace
 
-std::span<const Command> commands() { return kCommands; }
+std::span<const MenuCommand> menuCommands() { return kCommands; }
