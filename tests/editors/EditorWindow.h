@@ -10,9 +10,11 @@
 #include "support/Windows.h"
 
 #include <QClipboard>
+#include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QMenu>
 
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <vector>
@@ -40,6 +42,7 @@ public:
 
     void press(int row, int col, Qt::MouseButton button = Qt::LeftButton) const
     {
+        grid.scrollTo(grid.model()->index(row - 1, col - 1));
         QTest::mousePress(grid.viewport(), button, {}, inViewport(row, col));
     }
     void release(int row, int col, Qt::MouseButton button = Qt::LeftButton) const
@@ -56,7 +59,16 @@ public:
     }
     /// To whatever has the focus.
     void key(Qt::Key key, Qt::KeyboardModifiers with = {}) const { QTest::keyClick(focus(), key, with); }
-    void type(const char* text) const { QTest::keyClicks(focus(), QString::fromUtf8(text)); }
+    /// By keys where the keyboard has them, else as an input method commits it.
+    void type(const char* text) const
+    {
+        const QString typed = QString::fromUtf8(text);
+        const auto isAscii = [](QChar c) { return c.unicode() < 128; };
+        if (std::all_of(typed.begin(), typed.end(), isAscii)) return QTest::keyClicks(focus(), typed);
+        QInputMethodEvent commit;
+        commit.setCommitString(typed);
+        QApplication::sendEvent(focus(), &commit);
+    }
     void enter() const { key(Qt::Key_Return); }
     void paste(const char* text) const
     {
