@@ -131,14 +131,13 @@ std::string Utf8FromCp936(std::string_view bytes)
     std::string text;
     while (!bytes.empty()) {
         auto length = characterLength(bytes);
-        auto character =
-            ascii(bytes.substr(0, 1)) ? std::string(bytes.substr(0, 1)) : utf8From936(bytes.substr(0, length));
+        auto character = utf8From936(bytes.substr(0, length));
         if (character.empty()) {
             character = kReplacement;
             length = 1;
         }
         text += character;
-        bytes.remove_prefix(ascii(bytes.substr(0, 1)) ? 1 : length);
+        bytes.remove_prefix(length);
     }
     return text;
 }

@@ -23,9 +23,9 @@ std::string childOf(const std::string& folder, const std::string& list, const st
 
 bool isDeviceName(std::string_view name)
 {
-    constexpr std::array<std::string_view, 22> devices{"CON",  "PRN",  "AUX",  "NUL",  "COM1", "COM2", "COM3", "COM4",
-                                                       "COM5", "COM6", "COM7", "COM8", "COM9", "LPT1", "LPT2", "LPT3",
-                                                       "LPT4", "LPT5", "LPT6", "LPT7", "LPT8", "LPT9"};
+    constexpr std::array<std::string_view, 24> devices{
+        "CONIN$", "CONOUT$", "CON",  "PRN",  "AUX",  "NUL",  "COM1", "COM2", "COM3", "COM4", "COM5", "COM6",
+        "COM7",   "COM8",    "COM9", "LPT1", "LPT2", "LPT3", "LPT4", "LPT5", "LPT6", "LPT7", "LPT8", "LPT9"};
     // An extension makes no difference: con.txt is the console too.
     std::string stem(Trim(name.substr(0, name.find('.'))));
     std::transform(stem.begin(), stem.end(), stem.begin(), [](unsigned char c) { return std::toupper(c); });

@@ -286,9 +286,10 @@ TEST(FolderName, WhatEveryPlatformCanMake)
 TEST(FolderName, WhatSomePlatformCannotMake)
 {
     for (const std::string name :
-         {"",     ".",   "..",   "...",  "a.",   "a ",    "a/b",     "a\\b",    "a:b",      "a*b",  "a?b",
-          "a\"b", "a<b", "a>b",  "a|b",  "a\nb", "a\x01", "a\x7F",   "😀",       "CON",      "con",  "Prn",
-          "AUX",  "nul", "COM1", "com9", "LPT1", "lpt9",  "con.txt", "NUL.a.b", "con .txt", "\xFF", "Ω\xFF"})
+         {"",       ".",       "..",   "...",     "a.",      "a ",       "a/b",  "a\\b",  "a:b",
+          "a*b",    "a?b",     "a\"b", "a<b",     "a>b",     "a|b",      "a\nb", "a\x01", "a\x7F",
+          "😀",      "CON",     "con",  "Prn",     "AUX",     "nul",      "COM1", "com9",  "LPT1",
+          "CONIN$", "conout$", "lpt9", "con.txt", "NUL.a.b", "con .txt", "\xFF", "Ω\xFF"})
         EXPECT_FALSE(IsFolderName(name)) << name;
     EXPECT_FALSE(IsFolderName(std::string("a\0b", 3)));
 }
