@@ -1,5 +1,6 @@
 // The engine's ways against the plain ways, bit for bit, on a million random inputs each.
 
+#include "engine/Element.h"
 #include "engine/Route.h"
 #include "engine/RunTimeError.h"
 #include "project/CalcTables.h"
@@ -93,6 +94,19 @@ TEST_P(SameBits, StakeToXY)
         const auto expected = results();
         clearResults();
         StakeToXY(stake, skew, offset);
+        ASSERT_EQ(results(), expected) << n;
+    }
+}
+
+TEST_P(SameBits, ElementEnd)
+{
+    for (int n = 0; n < kInputs; ++n) {
+        const double total = draw(-50, 400), len = n % 2 ? total : draw(0, total);
+        const double k1 = n % 3 ? draw(-0.05, 0.05) : 0, k2 = n % 5 ? draw(-0.05, 0.05) : k1;
+        const double az = DegToDms(draw(0, 360)), x0 = draw(-1e6, 1e6), y0 = draw(-1e6, 1e6);
+        plain::ElementEnd(len, k1, k2, az, x0, y0, total);
+        const auto expected = results();
+        ElementEnd(len, k1, k2, az, x0, y0, total);
         ASSERT_EQ(results(), expected) << n;
     }
 }

@@ -61,6 +61,31 @@ inline void StakeToXY(double stake, double skew, double offset)
     gOutDist = std::sqrt((gOutY - gInY) * (gOutY - gInY) + (gOutX - gInX) * (gOutX - gInX));
 }
 
+/// The sums of one element. Twice the curvature is one value here; the point at a stake adds it two times.
+inline void ElementEnd(double len, double k1, double k2, double az, double x0, double y0, double total)
+{
+    const double d = (k2 - k1) / total * len;
+    const double a0 = DmsToDeg(az);
+    gOutX = 0;
+    gOutY = 0;
+    gOutFwj = a0 + (2 * k1 + d) * len * 90 / kPi;
+    double evenX = 0, evenY = 0;
+    for (int i = 96; i >= 1; --i) {
+        const double u = 2 * i - 1;
+        const double deflection = ((u * d / 192 + 2 * k1) * (len / 2) * u / 192) * 180 / kPi;
+        gOutX = gOutX + cosDeg(a0 + deflection);
+        gOutY = gOutY + sinDeg(a0 + deflection);
+    }
+    for (int k = 95; k >= 1; --k) {
+        const double i = k;
+        const double deflection = ((i * d / 96 + 2 * k1) * (len / 2) * (i / 96)) * 180 / kPi;
+        evenX = evenX + cosDeg(a0 + deflection);
+        evenY = evenY + sinDeg(a0 + deflection);
+    }
+    gOutX = (4 * gOutX + cosDeg(a0) + 2 * evenX + cosDeg(gOutFwj)) * (len / 576) + x0;
+    gOutY = (4 * gOutY + sinDeg(a0) + 2 * evenY + sinDeg(gOutFwj)) * (len / 576) + y0;
+}
+
 inline int sgn(double v) { return (v > 0) - (v < 0); }
 
 inline double directionDeg(double dx, double dy)

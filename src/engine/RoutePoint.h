@@ -1,0 +1,14 @@
+#pragma once
+// What the ways between stakes and points share.
+
+#include "engine/Simpson.h"
+
+#include <cstddef>
+
+inline double curvature(double radius) { return radius == 0 ? 0 : 1 / radius; }
+
+/// Number of the element that holds the stake, the last one where several do, 0 where none does.
+std::size_t elementAt(double stake);
+
+/// The centre-line point at a stake on element i, whose start is row i-1; not rounded.
+CurvePoint pointOn(std::size_t i, double stake);

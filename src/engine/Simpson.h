@@ -1,0 +1,45 @@
+#pragma once
+// The one integration of the system: composite Simpson rule, 192 intervals, along a stretch whose curvature grows in
+// proportion to length. The order of every operation is the result.
+
+#include "engine/Numbers.h"
+
+#include <cmath>
+
+struct CurvePoint {
+    double x = 0, y = 0;  ///< m
+    double fwjDeg = 0;    ///< tangent azimuth, decimal degrees, not reduced
+};
+
+/// End of `len` metres from (x0, y0) and azimuth a0 in decimal degrees.
+/// @param k      curvature at the start, 1/m
+/// @param d      change of curvature over len, 1/m
+/// @param twice  a share of d plus twice k; the callers add that up each in their own order
+template <class Twice>
+CurvePoint integrate(double len, double a0, double k, double d, double x0, double y0, Twice twice)
+{
+    struct Sum {
+        double x = 0, y = 0;
+        void add(double deg)
+        {
+            x += std::cos(radians(deg));
+            y += std::sin(radians(deg));
+        }
+    };
+    const double end = a0 + (2 * k + d) * len * 90 / kPi;
+    Sum odd, even;
+    if (k == 0 && d == 0) {
+        // A straight: every angle below would come out as a0.
+        const double cosine = std::cos(radians(a0)), sine = std::sin(radians(a0));
+        for (int n = 96; n >= 1; --n) odd.x += cosine, odd.y += sine;
+        for (int n = 95; n >= 1; --n) even.x += cosine, even.y += sine;
+    } else {
+        for (int n = 96; n >= 1; --n) {
+            const double u = 2 * n - 1;
+            odd.add(a0 + (twice(u * d / 192) * (len / 2) * u / 192) * 180 / kPi);
+        }
+        for (double n = 95; n >= 1; --n) even.add(a0 + (twice(n * d / 96) * (len / 2) * (n / 96)) * 180 / kPi);
+    }
+    return {(4 * odd.x + std::cos(radians(a0)) + 2 * even.x + std::cos(radians(end))) * (len / 576) + x0,
+            (4 * odd.y + std::sin(radians(a0)) + 2 * even.y + std::sin(radians(end))) * (len / 576) + y0, end};
+}
