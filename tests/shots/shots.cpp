@@ -143,7 +143,7 @@ void shootScreens()
     pick(structures, "comJgwCz", 0);
     check(structures, "cheJgwJj");
     type(structures,
-         {{"txtJgwJj", "75"}, {"txtJgwKq", "2.5"}, {"txtJgwKh", "2.5"}, {"txtJgwZz", "16"}, {"txtJgwZy", "16"}});
+         {{"txtJgwJj", "75"}, {"txtJgwKq", "4"}, {"txtJgwKh", "4"}, {"txtJgwZz", "9"}, {"txtJgwZy", "9"}});
     for (const char* stake : {"12345", "12480", "12650"}) {
         type(structures, {{"txtJgwFylc", stake}});
         click(structures, "butJgwCalc");
