@@ -131,12 +131,13 @@ int run(const Call& call)
     if (!attempt([&] { AdjustFhdx(sheet, left); })) return refused(call, FhdxCalcFault().text);
 
     const GridText table = tableOf(sheet, n);
+    const std::vector<std::string> noWarnings(static_cast<std::size_t>(table.rows()));
     const bool onTerminal = report.empty() || EndsWithNoCase(report, ".xls");
     bool written = true;
     if (!report.empty())
-        written = write(call, report, onTerminal ? XlsBytes(sheet) : FileBytes(report, table, {}, format));
+        written = write(call, report, onTerminal ? XlsBytes(sheet) : FileBytes(report, table, noWarnings, format));
     if (!plan.empty()) written = write(call, plan, DxfBytes(DrawFhdx(sheet))) && written;
-    if (onTerminal) call.out << Rendered(table, {}, format);
+    if (onTerminal) call.out << Rendered(table, noWarnings, format);
     if (onTerminal && format == Format::Table)
         call.out << '\n' << closuresOf(sheet, n);
     else if (!args.has("--quiet"))
