@@ -8,6 +8,7 @@
 #include "project/Workspace.h"
 #include "screens/Messages.h"
 
+#include <stdexcept>
 #include <utility>
 
 std::string StationText(const std::string& pick) { return pick + " " + NumText(gStationX) + "," + NumText(gStationY); }
@@ -47,11 +48,8 @@ Worksheet emptySheet(const ExportLayout& layout, int n)
     return sheet;
 }
 
-}  // namespace
-
-Worksheet ResultSheet(const ExportLayout& layout, const ExportData& data)
+Worksheet filledSheet(const ExportLayout& layout, const ExportData& data)
 {
-    toInt16(data.rows + 2);
     Worksheet sheet = emptySheet(layout, data.rows);
     const std::string station = StationText(data.stationPick);
     std::string parameters;
@@ -69,6 +67,18 @@ Worksheet ResultSheet(const ExportLayout& layout, const ExportData& data)
         }
     }
     return sheet;
+}
+
+}  // namespace
+
+Worksheet ResultSheet(const ExportLayout& layout, const ExportData& data)
+{
+    toInt16(data.rows + 2);
+    try {
+        return filledSheet(layout, data);
+    } catch (const std::length_error&) {  // a text that no cell holds
+        throw RunTimeError(RunTimeError::Overflow);
+    }
 }
 
 namespace {

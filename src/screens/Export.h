@@ -110,7 +110,8 @@ std::string StationText(const std::string& pick);
 std::string ParameterText(const JgwStructures& structures, std::int16_t p, bool skewEnds);
 
 /// The sheet of a result, titled with gProject.
-/// @throws Overflow beyond sheet row 32,767, Subscript where the counter tells of rows that the grid has not
+/// @throws Overflow beyond sheet row 32,767 and for a text that no cell holds, Subscript where the counter tells of
+/// rows that the grid has not
 Worksheet ResultSheet(const ExportLayout& layout, const ExportData& data);
 
 /// The save button: asks for the file and about overwriting, writes, says so, and takes the data-changed flag back.

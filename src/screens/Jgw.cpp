@@ -72,12 +72,12 @@ void addCorners(double nominal, double continuous, const Structure& structure, c
     StakeToXY(continuous, 0, 0);
     const auto corners = StructureCorners({gOutX, gOutY}, gOutFwj, structure.size, structure.angle, structure.skewEnds);
     const std::string tangent = TangentText();
-    std::string note = warning::Join(remark, warning::OffRoute(continuous));
+    const std::string note = warning::OffRoute(continuous);
     for (std::size_t i = 0; i < corners.size(); ++i) {
         std::vector<std::string> cells{FormatStake(nominal), std::string(kCornerNames[i]), structure.angleText};
         for (auto& text : SeenFromStation(corners[i].x, corners[i].y)) cells.push_back(std::move(text));
         cells.push_back(tangent);
-        rows.row({std::move(cells), note});
+        rows.row({std::move(cells), i == 0 ? warning::Join(remark, note) : note});
     }
     rows.changed();
 }

@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <sys/stat.h>
 #include <thread>
+#include <unistd.h>
 
 namespace {
 
@@ -117,6 +118,42 @@ TEST_F(BatchFile, AMissingFileIsNotMade)
 {
     EXPECT_EQ(fatalError([&] { ReadBatchFile(path, 2); }), RunTimeError::FileNotFound);
     EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+namespace {
+
+/// As long as it lives, the process is a user whom file permissions hold back.
+struct OrdinaryUser {
+    const bool root = geteuid() == 0;
+    OrdinaryUser() { EXPECT_TRUE(!root || seteuid(65534) == 0); }
+    ~OrdinaryUser() { EXPECT_TRUE(!root || seteuid(0) == 0); }
+};
+
+}  // namespace
+
+TEST_F(BatchFile, AnUnreadableFileFailsAndStaysAsItIs)
+{
+    write("1,2\r\n\r\n");
+    std::filesystem::permissions(path, std::filesystem::perms::none);
+    {
+        const OrdinaryUser user;
+        EXPECT_EQ(fatalError([&] { ReadBatchFile(path, 2); }), RunTimeError::PathAccess);
+    }
+    std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+    EXPECT_EQ(bytes(), "1,2\r\n\r\n");
+}
+
+TEST_F(BatchFile, AFileThatCannotBeCleanedFailsAndIsNotTorn)
+{
+    write("1,2\r\n\r\n3,4\r\n");
+    std::filesystem::permissions(folder.root(), std::filesystem::perms(0555));
+    {
+        const OrdinaryUser user;
+        EXPECT_EQ(fatalError([&] { ReadBatchFile(path, 2); }), RunTimeError::PathAccess);
+    }
+    std::filesystem::permissions(folder.root(), std::filesystem::perms(0755));
+    EXPECT_EQ(bytes(), "1,2\r\n\r\n3,4\r\n");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.root()), {}), 2) << "and nothing lies beside it";
 }
 
 TEST_F(BatchFile, ThePickIsCancelled)

@@ -268,6 +268,12 @@ TEST_F(Export, BeyondSheetRow32767ItOverflows)
     EXPECT_EQ(ResultSheet(kDgdGcExport, {many.grid.text(), 32765, {}}).rows(), 32767);
 }
 
+TEST_F(Export, ATextThatNoCellHoldsOverflows)
+{
+    screen.rows.row({{std::string(32768, '1')}, {}});
+    EXPECT_EQ(fatalError([&] { sheet(); }), RunTimeError::Overflow);
+}
+
 TEST_F(Export, ACounterBeyondTheGridReadsPastTheRows)
 {
     EXPECT_EQ(fatalError([&] { ResultSheet(kPlGcExport, {screen.grid.text(), 3, {}}); }), RunTimeError::Subscript);

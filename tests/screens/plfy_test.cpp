@@ -312,6 +312,23 @@ TEST_F(Plfy, AGapThatAStepNeverLeavesEndsInTheTrap)
     expectRefusal(calc(good), notANumber());
 }
 
+TEST_F(Plfy, TheWayOutOfAGapCanBeAbandonedToo)
+{
+    struct Impatient : TextRows {
+        using TextRows::TextRows;
+        int asked = 0;
+        bool abandoned() override { return ++asked > 1; }
+    } rows(screen.grid, screen.state);
+    setElements({{0, 0, 2000, 0, 0, 0}, {100000, 100000, 2000, 0, 0, 0}});
+    setBreaks({{100, 150}, {300, 50000}});
+    good.start = "260";
+    good.end = "60000";
+    good.step = "1e-9";  // the way to 49950 would take days
+    EXPECT_TRUE(CalcPlfy(good, rows));
+    EXPECT_EQ(screen.grid.Rows(), 1);
+    EXPECT_TRUE(screen.state.changed);
+}
+
 TEST_F(Plfy, TheStationIsReadBeforeTheGridIsCleared)
 {
     EXPECT_TRUE(calc(good));
