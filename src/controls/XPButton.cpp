@@ -270,16 +270,15 @@ void XPButton::checkHover()
     if (!isEnabled()) return;
     tmrCheck.stop();
     const QPoint cursor = QCursor::pos();
-    const QPoint at = mapFromGlobal(cursor);
     // Where the desktop tells no positions outside the program's windows, only the leave event says that it is gone.
     const bool over = QApplication::widgetAt(cursor) == this && underMouse();
     const QPointer<XPButton> alive(this);
     if (m_state.hover != over) {
         set(m_state.hover, over);
         if (over)
-            emit MouseEnter(at.x(), at.y());
+            emit MouseEnter(cursor.x(), cursor.y());
         else
-            emit MouseLeave(at.x(), at.y());
+            emit MouseLeave(cursor.x(), cursor.y());
     }
     if (alive && isVisible()) tmrCheck.start();
 }

@@ -75,8 +75,8 @@ signals:
     void MouseDown(int Button, int Shift, int X, int Y);
     void MouseMove(int Button, int Shift, int X, int Y);
     void MouseUp(int Button, int Shift, int X, int Y);
-    void MouseEnter(int X, int Y);
-    void MouseLeave(int X, int Y);
+    void MouseEnter(int X, int Y);  ///< the cursor's place on the screen
+    void MouseLeave(int X, int Y);  ///< likewise
     void PropertyChanged(const QString& name);
 
 protected:

@@ -243,6 +243,7 @@ void MSFlexGrid::RemoveItem(int row)
 {
     requireIndex(row >= 1 && row < Rows() && Rows() > 2);
     restructure([&] { m_model->removeRow(row); });
+    scrollTo(currentIndex());  // where the next one would go
 }
 
 void MSFlexGrid::Clear()

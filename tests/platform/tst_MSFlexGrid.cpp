@@ -211,6 +211,17 @@ private slots:
         QVERIFY(!grid.model()->index(1, 0).data(Qt::BackgroundRole).isValid());
     }
 
+    void theNewestRowIsInSightAndAfterARemovalTheCurrentOne()
+    {
+        Window w;
+        for (int i = 0; i < 100; ++i) w.grid->appendRow({"a"});
+        const QRect cells = w.grid->viewport()->geometry();
+        QVERIFY(cells.contains(w.grid->cellRect(105, 1).center()));
+        QVERIFY(!cells.contains(w.grid->cellRect(1, 1).center()));
+        QCOMPARE(w.grid->Row(), 1);
+        w.grid->RemoveItem(1);
+        QVERIFY(cells.contains(w.grid->cellRect(1, 1).center()));
+    }
     void clearEmptiesEveryCellAndKeepsTheRows()
     {
         MSFlexGrid grid;

@@ -1,0 +1,156 @@
+// The look that all windows share, and the kit that lays them out.
+
+#include "controls/FormScaling.h"
+#include "controls/XPButton.h"
+#include "platform/HouseLook.h"
+#include "platform/Layout.h"
+#include "platform/MSFlexGrid.h"
+#include "platform/Twips.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QFontInfo>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QStyle>
+#include <QtTest>
+
+#include <algorithm>
+
+class tst_HouseLook : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase()
+    {
+        QFont small = QApplication::font();
+        small.setPointSize(6);
+        QApplication::setFont(small);
+        applyHouseLook(*qApp);
+    }
+
+    void fontsHaveNinePointsOrMore() { QCOMPARE(QApplication::font().pointSizeF(), 9.0); }
+    void largerFontsOfTheDesktopStay()
+    {
+        const QFont before = QApplication::font();
+        QFont large = before;
+        large.setPointSize(14);
+        QApplication::setFont(large);
+        applyHouseLook(*qApp);
+        QCOMPARE(QApplication::font().pointSizeF(), 14.0);
+        QApplication::setFont(before);
+    }
+    void digitsAreOfOneWidth() { QVERIFY(digitsOfOneWidth(QApplication::font())); }
+    void oneStyleOnEveryDesktop() { QCOMPARE(QApplication::style()->name(), "fusion"); }
+    void standardButtonsSpeakChinese()
+    {
+        QDialogButtonBox box(QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::Close);
+        QCOMPARE(box.button(QDialogButtonBox::Ok)->text(), "确定");
+        QCOMPARE(box.button(QDialogButtonBox::Cancel)->text(), "取消");
+        QCOMPARE(box.button(QDialogButtonBox::Close)->text(), "关闭");
+    }
+
+    void aTwipIsAFifteenthOfAPixelAt96Dpi()
+    {
+        QWidget widget;
+        QCOMPARE(widget.logicalDpiX(), 96);
+        QCOMPARE(twipsToPixels(1500, widget), 100);
+        QCOMPARE(pixelsToTwips(100, widget), 1500);
+        QCOMPARE(twipsToPixels(8, widget), 1);  // to the nearest
+        QCOMPARE(twipsToPixels(7, widget), 0);
+    }
+
+    void labelsStandRightAlignedInOneColumn()
+    {
+        QWidget window;
+        auto* one = new QLineEdit(&window);
+        auto* two = new QLineEdit(&window);
+        auto* check = new QCheckBox("夹角", &window);
+        auto* three = new QLineEdit(&window);
+        house::arrange(window,
+                       {house::fieldColumn({{QString("计算里程"), one}, {QString("偏距"), two}, {check, three}})});
+        window.show();
+        const auto labels = window.findChildren<QLabel*>();
+        QCOMPARE(labels.size(), 2);
+        QCOMPARE(labels[0]->geometry().right(), labels[1]->geometry().right());
+        QCOMPARE(labels[0]->buddy(), one);
+        QCOMPARE(one->x(), two->x());
+        QCOMPARE(one->x(), three->x());
+        QCOMPARE(one->x() - labels[0]->geometry().right() - 1, 8);
+        QCOMPARE(std::min(labels[0]->x(), check->x()), 12);  // the widest head
+        QCOMPARE(two->y() - one->geometry().bottom() - 1, 8);
+    }
+
+    void buttonsOfARowAreEquallyWide()
+    {
+        QWidget window;
+        auto* one = new XPButton("计 算", &window);
+        auto* two = new XPButton("从文件批量计算", &window);
+        house::arrange(window, {house::buttonRow({one, two})});
+        window.resize(500, 200);
+        window.show();
+        QCOMPARE(one->width(), two->width());
+        QVERIFY(one->width() >= two->sizeHint().width());
+        QCOMPARE(two->geometry().right() + 1, 500 - 12);
+        QCOMPARE(two->x() - one->geometry().right() - 1, 8);
+    }
+
+    void theGridTakesTheRoomThatIsLeft()
+    {
+        QWidget window;
+        auto* box = new QLineEdit(&window);
+        auto* grid = new MSFlexGrid(&window);
+        auto* button = new XPButton("计 算", &window);
+        house::arrange(window, {house::fieldLine({{QString("里程"), box}}), grid, house::buttonRow({button})});
+        window.resize(500, 300);
+        window.show();
+        QTest::qWait(1);
+        const int fields = box->height(), buttons = button->height(), before = grid->height();
+        window.resize(500, 500);
+        QTRY_COMPARE(grid->height(), before + 200);
+        QCOMPARE(box->height(), fields);
+        QCOMPARE(button->height(), buttons);
+    }
+
+    void boxesHoldTheirDigits()
+    {
+        QLineEdit box;
+        house::fitDigits(&box, 13);
+        QVERIFY(box.width() >= box.fontMetrics().horizontalAdvance("3456789.12345") + 8);
+    }
+
+    void aWindowOpensWithEveryColumnInSightWhereTheScreenAllows()
+    {
+        QWidget window;
+        auto* grid = new MSFlexGrid(&window);
+        grid->setCols(4);
+        for (int col = 0; col < 4; ++col) grid->setColWidth(col, 1500);
+        grid->setRows(100);
+        house::arrange(window, {grid});
+        fitToContent(window);
+        window.show();
+        QTest::qWait(1);
+        QVERIFY(window.width() <= window.screen()->availableSize().width());
+        QVERIFY(grid->cellRect(1, 3).right() < grid->viewport()->geometry().right() + 1);
+        QCOMPARE(window.findChild<QWidget*>("qt_scrollarea_hcontainer")->isVisible(), false);
+    }
+
+    void theWaitBoxStandsOverTheGridUntilItIsShown()
+    {
+        QWidget window;
+        auto* grid = new MSFlexGrid(&window);
+        auto* wait = new QLineEdit(&window);
+        house::arrange(window, {grid});
+        window.resize(600, 400);
+        window.show();
+        house::placeWaitBox(wait, grid);
+        QVERIFY(!wait->isVisible());
+        QCOMPARE(wait->text(), "正在保存中，请耐心等待");
+        QVERIFY(grid->geometry().contains(wait->geometry()));
+        QVERIFY(wait->width() >= wait->fontMetrics().horizontalAdvance(wait->text()));
+    }
+};
+
+QTEST_MAIN(tst_HouseLook)
+#include "tst_HouseLook.moc"
