@@ -10,11 +10,13 @@
 #include "screens/Jgw.h"
 #include "screens/PlGc.h"
 #include "screens/Plfy.h"
+#include "screens/Rows.h"
 #include "screens/Zdcs.h"
 #include "support/PlainRule.h"
 #include "support/ProjectFolder.h"
 #include "support/ScreenTest.h"
 #include "support/ScriptedDesk.h"
+#include "support/TrueGeometry.h"
 
 #include <filesystem>
 
@@ -143,6 +145,55 @@ TEST_P(Samples, RunsOfStakes)
         wanted.push_back(point.row(nominal, "右6.25米", "无"));
     }
     expectRows(wanted);
+}
+
+namespace {
+
+/// The number of 123度45分06秒 in radians.
+truth::Real radiansOf(const std::string& text)
+{
+    int d = 0, m = 0, s = 0;
+    EXPECT_EQ(std::sscanf(text.c_str(), "%d度%d分%d秒", &d, &m, &s), 3) << text;
+    return truth::fromDeg(d + m / truth::Real(60) + s / truth::Real(3600));
+}
+
+}  // namespace
+
+TEST_P(Samples, RowsLieOnTheTrueGeometryOfTheirElement)
+{
+    // From the start of its element, a row may depart from true geometry by
+    // - its rounding to millimetres in X and Y: 0.5 mm times the root of 2;
+    // - the start azimuth, which is cut to a hundredth of a second (4.9e-8) and turned to radians with a pi that is
+    //   5.4e-8 short (1.1e-7 at 360 degrees), over the length and, up to 670 degrees, over the offset;
+    // - the quadrature, L/180 h^4 times the fourth derivative: below 1e-6 m at 50 m radius and 200 m length.
+    // The tangent shows whole seconds: half a second, and the pi over the turn of one element.
+    const auto bound = [](double length, double offset) {
+        return 0.000708 + length * 1.6e-7 + std::abs(offset) * 2.6e-7 + 1e-6;
+    };
+    for (std::size_t i = 1; i <= static_cast<std::size_t>(gElemCount); ++i) {
+        const double length = gElemLc[i] - gElemLc[i - 1];
+        const auto curvature = [](double r) { return r == 0 ? truth::Real(0) : 1 / static_cast<truth::Real>(r); };
+        const truth::Stretch stretch{length, curvature(gElemR1[i - 1]), curvature(gElemR2[i - 1])};
+        const truth::Pose start{gElemX[i - 1], gElemY[i - 1], truth::fromDms(gElemFwj[i - 1])};
+        for (const double share : {0.0, 0.21, 0.5, 0.83, 0.999}) {
+            for (const double offset : {-12.0, 0.0, 7.5}) {
+                const double k = gElemLc[i - 1] + share * length;
+                if (!(k < gElemLc[i])) continue;  // an element without length
+                AddCoordinateRow(
+                    screen.rows,
+                    {.typed = k, .stake = k, .skew = offset < 0 ? 270.0 : 90.0, .offset = std::abs(offset)});
+                const auto row = screen.row(screen.state.rows);
+                truth::Pose wanted = truth::walk(start, stretch, k - gElemLc[i - 1]);
+                EXPECT_LT(std::abs(truth::wrapped(radiansOf(row[8]) - wanted.az)), truth::fromDeg(0.52L / 3600)) << k;
+                wanted.x -= offset * std::sin(wanted.az);
+                wanted.y += offset * std::cos(wanted.az);
+                EXPECT_LT(std::hypot(std::stold(row[6]) - wanted.x, std::stold(row[7]) - wanted.y),
+                          bound(share * length, offset))
+                    << k << " " << offset;
+            }
+        }
+    }
+    EXPECT_GT(screen.state.rows, 200);
 }
 
 TEST_P(Samples, InverseComesBackToWhereItWasLaidOut)
