@@ -3,6 +3,7 @@
 // the tables as they stand. A second opinion for tests, slow and without any care for damaged input.
 
 #include "project/CalcTables.h"
+#include "support/PlainRoute.h"
 
 #include <cmath>
 #include <cstdio>
@@ -88,32 +89,10 @@ struct Point {
 
     void move(double k, double skew, double offset)
     {
-        for (std::size_t i = 1; i <= static_cast<std::size_t>(gElemCount); ++i) {
-            if (k < gElemLc[i - 1] || k >= gElemLc[i]) continue;
-            const double a = gElemR1[i - 1] == 0 ? 0 : 1 / gElemR1[i - 1];
-            const double b = gElemR2[i - 1] == 0 ? 0 : 1 / gElemR2[i - 1];
-            const double L = k - gElemLc[i - 1], dk = (b - a) / (gElemLc[i] - gElemLc[i - 1]) * L;
-            const double A0 = degrees(gElemFwj[i - 1]);
-            tangent = A0 + (a + a + dk) * L * 90 / pi;
-            double oddX = 0, oddY = 0, evenX = 0, evenY = 0;
-            for (int u = 191; u >= 1; u -= 2) {
-                const double A = A0 + ((u * dk / 192 + a + a) * (L / 2) * u / 192) * 180 / pi;
-                oddX += std::cos(A * pi / 180), oddY += std::sin(A * pi / 180);
-            }
-            for (int n = 95; n >= 1; --n) {
-                const double A = A0 + ((n * dk / 96 + a + a) * (L / 2) * (n / 96.0) * 180) / pi;
-                evenX += std::cos(A * pi / 180), evenY += std::sin(A * pi / 180);
-            }
-            const double X =
-                (4 * oddX + std::cos(A0 * pi / 180) + 2 * evenX + std::cos(tangent * pi / 180)) * (L / 576) +
-                gElemX[i - 1];
-            const double Y =
-                (4 * oddY + std::sin(A0 * pi / 180) + 2 * evenY + std::sin(tangent * pi / 180)) * (L / 576) +
-                gElemY[i - 1];
-            x = std::atof(fixed3(X + offset * std::cos((tangent + skew) * pi / 180)).c_str());
-            y = std::atof(fixed3(Y + offset * std::sin((tangent + skew) * pi / 180)).c_str());
-            return;
-        }
+        double X = 0, Y = 0;
+        if (!pointAt(k, X, Y, tangent)) return;
+        x = std::atof(fixed3(X + offset * std::cos((tangent + skew) * pi / 180)).c_str());
+        y = std::atof(fixed3(Y + offset * std::sin((tangent + skew) * pi / 180)).c_str());
     }
 
     /// Columns 1 to 8 of a coordinate row.
