@@ -95,7 +95,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const double offset = points % 2 ? 3 : 0;
         if (StakeOnElement(stake))
             sameBits([&] { StakeToXY(stake, 90, offset); }, [&] { plain::StakeToXY(stake, 90, offset); });
-        if (++points <= 6) toStake(gOutX, gOutY);
+        if (++points % 8 == 1 && points < 32) toStake(gOutX, gOutY);
     }
     toStake(0, 0);
     for (std::size_t i = 1; i < std::min<std::size_t>(gElemLc.size(), 6); ++i) {

@@ -1,7 +1,7 @@
 #include "engine/Elevation.h"
 #include "engine/RunTimeError.h"
 #include "project/CalcTables.h"
-#include "support/Json.h"
+#include "support/PublishedData.h"
 #include "support/Tables.h"
 
 #include <gtest/gtest.h>
@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstdint>
 #include <random>
+#include <string>
 #include <vector>
 
 namespace {
@@ -366,29 +367,32 @@ TEST_F(ElevationAtTest, AgreesWithASecondFormulationOnRandomTables)
 
 TEST_F(ElevationAtTest, PublishedRoadProfile)
 {
-    const Json data = JsonReader::parseFile("profile_road.json");
-    const auto& pvis = data["input"]["pvis"].items();
+    const nlohmann::json data = publishedData("profile_road.json");
+    const auto& pvis = data["input"]["pvis"];
     std::vector<GradeRow> grades;
     const auto grade = [&](std::size_t i) {
-        return (pvis[i + 1]["z"].number() - pvis[i]["z"].number()) /
-               (pvis[i + 1]["station"].number() - pvis[i]["station"].number());
+        return (pvis[i + 1]["z"].get<double>() - pvis[i]["z"].get<double>()) /
+               (pvis[i + 1]["station"].get<double>() - pvis[i]["station"].get<double>());
     };
     for (std::size_t i = 0; i < pvis.size(); ++i) {
-        const double length = pvis[i]["length"].number();  // of the vertical curve: radius times change of grade
-        grades.push_back({pvis[i]["station"].number(), pvis[i]["z"].number(),
+        const double length = pvis[i]["length"].get<double>();  // of the vertical curve: radius times change of grade
+        grades.push_back({pvis[i]["station"].get<double>(), pvis[i]["z"].get<double>(),
                           length == 0 ? 0 : length / std::abs(grade(i) - grade(i - 1))});
     }
     setGrades(grades);
-    const double slope = data["input"]["crossfall_left"].number(), width = data["input"]["half_width_left"].number();
+    const double slope = data["input"]["crossfall_left"].get<double>(),
+                 width = data["input"]["half_width_left"].get<double>();
     const double from = grades.front().lc, to = grades.back().lc + 0.0001;
     setSlopes({{from, slope, slope, 0}, {to, slope, slope, 0}});
     setWidths({{from, 0, width, width, 0, 0, slope}, {to, 0, width, width, 0, 0, slope}});
 
-    ASSERT_EQ(data["expected"]["points"].items().size(), 19u);
-    for (const Json& point : data["expected"]["points"].items())
-        EXPECT_NEAR(ElevationAt(point["station"].number(), 0), point["z"].number(), 0.0001) << point["name"].text();
-    for (const Json& point : data["expected"]["offset_points"].items())
-        EXPECT_NEAR(ElevationAt(point["station"].number(), point["offset"].number()), point["z"].number(), 0.0001);
+    ASSERT_EQ(data["expected"]["points"].size(), 19u);
+    for (const nlohmann::json& point : data["expected"]["points"])
+        EXPECT_NEAR(ElevationAt(point["station"].get<double>(), 0), point["z"].get<double>(), 0.0001)
+            << point["name"].get<std::string>();
+    for (const nlohmann::json& point : data["expected"]["offset_points"])
+        EXPECT_NEAR(ElevationAt(point["station"].get<double>(), point["offset"].get<double>()),
+                    point["z"].get<double>(), 0.0001);
 }
 
 }  // namespace
