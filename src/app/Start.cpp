@@ -1,5 +1,6 @@
 #include "app/Start.h"
 
+#include "app/Icons.h"
 #include "app/frmMain.h"
 #include "platform/HouseLook.h"
 #include "platform/QtDesk.h"
@@ -13,6 +14,7 @@ int runVelumark(int argc, char** argv)
     QApplication app(argc, argv);
     QApplication::setDesktopFileName(QStringLiteral("velumark"));
     applyHouseLook(app);
+    QApplication::setWindowIcon(programIcon());
     QtDesk qtDesk;
     setDesk(&qtDesk);
     gAppPath = QApplication::applicationDirPath().toStdString();

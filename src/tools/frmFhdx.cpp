@@ -5,6 +5,7 @@
 #include "engine/RunTimeError.h"
 #include "platform/DrawingWindow.h"
 #include "platform/Layout.h"
+#include "platform/SheetView.h"
 #include "platform/SheetWindow.h"
 #include "tools/Fhdx.h"
 
@@ -54,7 +55,9 @@ void frmFhdx::butFhdxBg_Click()
     if (sheet) {  // as far as it got
         m_sheet = new SheetWindow(std::move(*sheet), QStringLiteral("附合导线计算表"));
         m_sheet->placeBeside(*this);
+        m_sheet->view().setCurrent("a4");  // the first name to type
         m_sheet->show();
+        m_sheet->activateWindow();
     }
     if (!outcome) return refuse(*outcome.refusal);
     if (!done) return;
@@ -67,11 +70,11 @@ void frmFhdx::butFhdxCalc_Click()
     auto* window = openSheet();
     const bool done =
         window && attempt([&] { window->change([&](Worksheet& sheet) { AdjustFhdx(sheet, optZ->isChecked()); }); });
-    if (!done) {
+    if (done)
+        butFhdxZd->setEnabled(true);
+    else
         desk().box(FhdxCalcFault());
-        return;
-    }
-    butFhdxZd->setEnabled(true);
+    if (auto* sheet = openSheet()) sheet->raise();  // the main window came up with this one
 }
 
 void frmFhdx::butFhdxZd_Click()
