@@ -41,9 +41,7 @@ def main():
             faults.append("a picture without words")
     # Two forms share a chapter with their other side; everything else that a menu or the wizard opens has its own.
     shared = {"frmTfy": "frmTfz", "frmWfy": "frmWfz", "frmCg": "frmSelectCg"}
-    forms = {path.stem for room in ("app", "screens", "editors", "tools", "phone")
-             for path in (source / "src" / room).glob("frm*.cpp")} - {"frmJgwDrawing"}
-    forms |= set(re.findall(r'"(frm\w+)"', (source / "src/editors/EditorTable.cpp").read_text(encoding="utf-8")))
+    forms = {path.stem for path in (source / "src").glob("*/frm*.h")} - {"frmJgwDrawing"}
     for form in sorted(forms):
         if shared.get(form, form) not in page.ids:
             faults.append("no chapter for " + form)
