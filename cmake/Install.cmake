@@ -5,3 +5,15 @@ if(VM_QT)
     install(TARGETS velumark RUNTIME DESTINATION . COMPONENT program)
 endif()
 install(FILES LICENSE README.zh-CN.md DESTINATION . COMPONENT program)
+
+# The help: its chapters as one page with the pictures inside, beside the program.
+if(VM_QT)
+    find_program(VM_PYTHON python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)
+    set(help_page ${CMAKE_BINARY_DIR}/Velumark帮助.html)
+    file(GLOB help_sources CONFIGURE_DEPENDS help/*.md docs/screens/*.png)
+    add_custom_command(OUTPUT ${help_page} COMMAND ${VM_PYTHON} ${CMAKE_SOURCE_DIR}/help/build.py ${help_page}
+                       DEPENDS help/build.py ${help_sources} VERBATIM)
+    add_custom_target(help_page ALL DEPENDS ${help_page})
+    add_dependencies(velumark help_page)
+    install(FILES ${help_page} DESTINATION . COMPONENT program)
+endif()
