@@ -139,8 +139,8 @@ XPButton* EditorForm::addButton(const char* name, const QString& caption)
 
 void EditorForm::Form_Load()
 {
-    const EditorContent content = LoadEditor(m_table);
-    m_damaged = content.damaged;
+    EditorContent content = LoadEditor(m_table);
+    m_damaged = std::move(content.damaged);
     if (!m_table.columns.empty()) {
         m_grid->setCols(static_cast<int>(m_table.columns.size()));
         for (int col = 0; col <= m_table.lastColumn(); ++col) {
@@ -152,10 +152,10 @@ void EditorForm::Form_Load()
             if (column.isStake) m_grid->setItemDelegateForColumn(col - 1, new StakeShade(m_grid));
         }
     }
-    m_grid->setRows(static_cast<int>(content.rows.size()) + 1);
-    for (int row = 1; row < m_grid->Rows(); ++row)
-        for (int col = 1; col <= m_table.lastColumn(); ++col)
-            writeCell(row, col, content.rows[static_cast<std::size_t>(row - 1)][static_cast<std::size_t>(col - 1)]);
+    m_grid->holdBack(true);
+    for (std::vector<std::string>& row : content.rows) m_grid->appendRow(std::move(row));
+    m_grid->holdBack(false);
+    m_grid->scrollToTop();
     for (std::size_t i = 0; i < m_frameBoxes.size(); ++i) m_frameBoxes[i]->setText(fromUtf8(content.frameTexts[i]));
     RenumberGrid(*m_grid);
 
