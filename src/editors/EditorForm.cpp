@@ -457,6 +457,10 @@ bool EditorForm::eventFilter(QObject* watched, QEvent* event)
             const auto& key = *static_cast<QKeyEvent*>(event);
             if (key.matches(QKeySequence::Paste) && pasteBlock(QApplication::clipboard()->text())) return true;
             if (!(watched == m_box && boxNeeds(key)) && moveByKey(key)) return true;
+            if (watched == m_grid && !key.text().isEmpty() && key.text().front().isPrint()) {
+                Form::eventFilter(watched, event);
+                return true;  // the view would look for a cell that begins with it
+            }
             break;
         }
         case QEvent::ContextMenu:

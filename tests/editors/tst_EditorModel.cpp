@@ -1,0 +1,297 @@
+// Random events in every editor's window against a second, plain formulation of the rules.
+
+#include "editors/EditorWindow.h"
+#include "editors/frmCg.h"
+#include "editors/frmCgkd.h"
+#include "editors/frmDl.h"
+#include "editors/frmDxd.h"
+#include "editors/frmJdpqx.h"
+#include "editors/frmJmpqx.h"
+#include "editors/frmSqx.h"
+#include "editors/frmTfy.h"
+#include "editors/frmTfz.h"
+#include "editors/frmWfy.h"
+#include "editors/frmWfz.h"
+#include "engine/Element.h"
+#include "engine/Numbers.h"
+
+#include <cstdlib>
+#include <memory>
+#include <random>
+#include <set>
+
+namespace {
+
+/// What one editor does, typed from its description; columns by number.
+struct Kind {
+    const char* name;
+    std::function<std::unique_ptr<EditorForm>()> make;
+    int last;
+    std::set<int> adds, returns;  ///< columns that must be filled above the last row, above the clicked row
+    std::set<int> numbers;        ///< columns that take no letter
+    std::set<std::pair<int, int>> copies;
+    bool blanks = false, enter = true, blocks = false;
+};
+
+/// The state of an editor's window as the rules tell it.
+struct Model {
+    const Kind& kind;
+    std::vector<std::vector<std::string>> cells = {};  // cells[0] stands for the header, all filled
+    int row = 1, col = 1, curRow = 0, curCol = 0;
+    std::string box = {};
+    bool shown = false, edited = false, started = false, left = false;
+    bool boxHasFocus = false, allSelected = false;
+    void (Model::*button)() = nullptr;  // what the button that has the focus does
+
+    std::string& cell(int r, int c) { return cells[static_cast<std::size_t>(r)][static_cast<std::size_t>(c)]; }
+    int rows() const { return static_cast<int>(cells.size()); }
+    std::vector<std::string> blank() const { return std::vector<std::string>(static_cast<std::size_t>(kind.last) + 1); }
+
+    void setBox(const std::string& text)
+    {
+        edited = edited || text != box;
+        box = text;
+    }
+    void commit()
+    {
+        if (curRow < 1 || curRow >= rows()) return;
+        const std::string text(Trim(box));
+        if (!text.empty() || kind.blanks) cell(curRow, curCol) = text;
+    }
+    bool full(int r, const std::set<int>& columns)
+    {
+        return r == 0 || std::none_of(columns.begin(), columns.end(), [&](int c) { return cell(r, c).empty(); });
+    }
+    void place(int r)
+    {
+        curRow = r, curCol = col;
+        setBox(cell(r, col));
+        shown = boxHasFocus = allSelected = true;
+        button = nullptr;
+    }
+    void click()
+    {
+        place(row);
+        if (!left) return;
+        if (row == rows() - 1 && full(rows() - 2, kind.adds)) {
+            cells.push_back(blank());
+            fill(row, row - 1);
+        } else if (!full(row - 1, kind.returns)) {
+            place(row - 1);
+            fill(row - 1, row - 1);
+        }
+    }
+    /// @param r the row filled in; @param block of the block editor: the row whose end is computed
+    void fill(int r, int block)
+    {
+        if (kind.copies.empty() || r < 2 || !cell(r, 1).empty()) return;
+        for (const auto& [from, to] : kind.copies) cell(r, to) = cell(r - 1, from);
+        if (kind.blocks && full(block, kind.adds)) {
+            const auto n = [&](int c) { return std::strtod(cell(block, c).c_str(), nullptr); };
+            const ElementPoint end = ForwardElement(n(2) - n(1), n(6), n(7), n(5), n(3), n(4));
+            cell(block + 1, 3) = NumText(end.x);
+            cell(block + 1, 4) = NumText(end.y);
+            cell(block + 1, 5) = NumText(end.fwj);
+        }
+        setBox(cell(curRow, curCol));
+        allSelected = true;
+    }
+
+    // Events
+
+    void mouse(int r, int c, bool leftButton)
+    {
+        if (boxHasFocus) commit();
+        row = r, col = c, left = leftButton;
+        click();
+    }
+    void character(char typed)
+    {
+        if (kind.enter) commit();
+        if (!boxHasFocus || (kind.numbers.count(curCol) && !std::isdigit(typed))) return;
+        setBox(allSelected ? std::string(1, typed) : box + typed);
+        allSelected = false;
+    }
+    void enterKey()
+    {
+        if (button) (this->*button)();  // a button clicks first
+        if (!kind.enter) return;
+        commit();
+        if (!started) col = 1, click(), started = true;
+        if (col < kind.last) {
+            ++col;
+        } else {
+            if (row + 1 >= rows()) cells.push_back(blank());
+            ++row, col = 1;
+        }
+        click();
+        commit();
+    }
+    void deleteKey()
+    {
+        if (boxHasFocus && allSelected) setBox(""), allSelected = false;
+    }
+    void leave()
+    {
+        if (boxHasFocus) commit();
+        boxHasFocus = false;
+        button = nullptr;
+    }
+    void insert()
+    {
+        leave();
+        button = &Model::insert;
+        cells.insert(cells.begin() + row, blank());
+        setBox("");
+        allSelected = false;
+    }
+    void remove()
+    {
+        leave();
+        button = &Model::remove;
+        if (rows() <= 2) return;
+        cells.erase(cells.begin() + row);
+        row = std::min(row, rows() - 1);
+        setBox(cell(row, col));
+        allSelected = false;
+    }
+
+    QString state() const
+    {
+        return QStringLiteral("%1,%2 cur %3,%4 rows %5 %6%7 ")
+                   .arg(row)
+                   .arg(col)
+                   .arg(curRow)
+                   .arg(curCol)
+                   .arg(rows())
+                   .arg(QChar(edited ? u'E' : u'-'))
+                   .arg(QChar(started ? u'S' : u'-')) +
+               (shown ? QStringLiteral("[%1]") : QStringLiteral("(%1)")).arg(QString::fromStdString(box));
+    }
+    QString text() const
+    {
+        QStringList lines;
+        for (std::size_t r = 1; r < cells.size(); ++r) {
+            QStringList line;
+            for (std::size_t c = 1; c < cells[r].size(); ++c) line << QString::fromStdString(cells[r][c]);
+            lines << line.join(u',');
+        }
+        return lines.join(u'/');
+    }
+};
+
+template <class F>
+std::unique_ptr<EditorForm> make()
+{
+    return std::make_unique<F>();
+}
+
+std::set<int> to(int last)
+{
+    std::set<int> all;
+    for (int c = 1; c <= last; ++c) all.insert(c);
+    return all;
+}
+
+const std::set<std::pair<int, int>> kOneGrade{{4, 1}, {5, 2}, {6, 3}};
+const std::vector<Kind> kKinds{
+    {"Jdpqx", make<frmJdpqx>, 6, to(6), to(6), {2, 3, 4, 5, 6}, {}},
+    {"Jmpqx", make<frmJmpqx>, 7, to(7), to(7), to(7), {{2, 1}, {7, 6}}, false, false, true},
+    {"Sqx", make<frmSqx>, 3, to(3), to(3), to(3), {}},
+    {"Cg", make<frmCg>, 6, to(6), to(6), to(6), {{4, 1}, {5, 2}, {6, 3}}},
+    {"Cgkd",
+     make<frmCgkd>,
+     12,
+     {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 12},
+     to(12),
+     to(12),
+     {{2, 1}, {8, 4}, {9, 5}, {10, 6}, {11, 7}}},
+    {"Dxd", make<frmDxd>, 4, to(3), to(3), {2, 3}, {}, true},
+    {"Dl", make<frmDl>, 2, to(2), to(2), to(2), {}, true},
+    {"Tfz", make<frmTfz>, 6, to(6), to(6), to(6), kOneGrade},
+    {"Tfy", make<frmTfy>, 6, to(6), to(6), to(6), kOneGrade},
+    {"Wfz", make<frmWfz>, 6, to(6), to(6), to(6), kOneGrade},
+    {"Wfy", make<frmWfy>, 6, to(6), to(6), to(6), kOneGrade},
+};
+
+}  // namespace
+
+class tst_EditorModel : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() { QGuiApplication::setQuitOnLastWindowClosed(false); }
+
+    void randomEvents_data()
+    {
+        QTest::addColumn<int>("kind");
+        for (int i = 0; i < std::ssize(kKinds); ++i) QTest::newRow(kKinds[static_cast<std::size_t>(i)].name) << i;
+    }
+
+    void randomEvents()
+    {
+        QFETCH(int, kind);
+        for (unsigned seed = 1; seed <= 6; ++seed) run(kKinds[static_cast<std::size_t>(kind)], seed);
+    }
+
+private:
+    static void run(const Kind& kind, unsigned seed)
+    {
+        ScriptedDesk desk;
+        const ScriptedPlatform seams;
+        const ProjectFolder folder{{"其他参数.txt", "交点法\r\n线性\r\n1\r\n1\r\n0\r\n"}};
+        const auto form = kind.make();
+        form->resize(1200, 700);
+        const EditorWindow w(*form);
+        w.grid.setFocus();
+        Model model{.kind = kind};
+        model.cells.assign(2, model.blank());
+        gGridLeftDown = model.left = seed % 2 == 1;
+
+        std::mt19937 random(seed);
+        const auto below = [&](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
+        QStringList done;
+        for (int step = 0; step < 250; ++step) {
+            const int chance = model.rows() > 12 ? 99 : below(100);
+            if (chance < 25) {
+                const int r = 1 + below(model.rows() - 1), c = 1 + below(kind.last);
+                const bool leftButton = below(4) > 0;
+                done << QStringLiteral("%1 click %2,%3").arg(leftButton ? "left" : "right").arg(r).arg(c);
+                w.click(r, c, leftButton ? Qt::LeftButton : Qt::RightButton);
+                model.mouse(r, c, leftButton);
+            } else if (chance < 60) {
+                const char typed = "0123456789x"[below(11)];
+                done << QString(QLatin1Char(typed));
+                w.type(std::string(1, typed).c_str());
+                model.character(typed);
+            } else if (chance < 85) {
+                done << QStringLiteral("Enter");
+                w.enter();
+                model.enterKey();
+            } else if (chance < 90) {
+                done << QStringLiteral("Delete");
+                w.key(Qt::Key_Delete);
+                model.deleteKey();
+            } else if (chance < 93) {
+                done << QStringLiteral("leave");
+                w.grid.setFocus();
+                model.leave();
+            } else if (chance < 96 && form->table().hasInsert) {
+                done << QStringLiteral("insert");
+                w.push("Insert");
+                model.insert();
+            } else {
+                done << QStringLiteral("delete row");
+                w.push("Del");
+                model.remove();
+            }
+            if (w.state() != model.state() || w.cells() != model.text())
+                QFAIL(qPrintable(QStringLiteral("seed %1 after %2: %3 %4 instead of %5 %6")
+                                     .arg(seed)
+                                     .arg(done.join(u"; "), w.state(), w.cells(), model.state(), model.text())));
+        }
+        form->unload();
+    }
+};
+
+QTEST_MAIN(tst_EditorModel)
+#include "tst_EditorModel.moc"
