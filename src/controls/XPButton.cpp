@@ -1,9 +1,9 @@
 #include "controls/XPButton.h"
 
 #include "controls/KeyCodes.h"
+#include "controls/XPButtonAccessible.h"
 #include "desk/Desk.h"
 
-#include <QAccessibleWidget>
 #include <QApplication>
 #include <QCursor>
 #include <QFontMetrics>
@@ -41,52 +41,19 @@ const std::array<StoredProperty, 11>& storedProperties()
     return properties;
 }
 
-int shiftOf(Qt::KeyboardModifiers held)
-{
-    return (held & Qt::ShiftModifier ? 1 : 0) + (held & Qt::ControlModifier ? 2 : 0) + (held & Qt::AltModifier ? 4 : 0);
-}
-
-int buttonNumber(Qt::MouseButton button)
-{
-    return button == Qt::LeftButton ? 1 : button == Qt::RightButton ? 2 : button == Qt::MiddleButton ? 4 : 0;
-}
-
 int buttonsHeld(Qt::MouseButtons buttons)
 {
-    return (buttons & Qt::LeftButton ? 1 : 0) + (buttons & Qt::RightButton ? 2 : 0) +
-           (buttons & Qt::MiddleButton ? 4 : 0);
-}
-
-class AccessibleButton : public QAccessibleWidget {
-public:
-    explicit AccessibleButton(XPButton* button) : QAccessibleWidget(button, QAccessible::Button) {}
-    QString text(QAccessible::Text kind) const override
-    {
-        return kind == QAccessible::Name ? button()->Caption() : QAccessibleWidget::text(kind);
-    }
-    QStringList actionNames() const override { return {pressAction(), setFocusAction()}; }
-    void doAction(const QString& action) override
-    {
-        if (action != pressAction()) return QAccessibleWidget::doAction(action);
-        if (button()->isEnabled()) emit button()->Click();
-    }
-
-private:
-    XPButton* button() const { return static_cast<XPButton*>(widget()); }
-};
-
-QAccessibleInterface* makeAccessible(const QString& className, QObject* object)
-{
-    if (className != u"XPButton") return nullptr;
-    return new AccessibleButton(static_cast<XPButton*>(object));
+    int held = 0;
+    for (const auto button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton})
+        if (buttons & button) held += mouseButton(button);
+    return held;
 }
 
 }  // namespace
 
 XPButton::XPButton(QWidget* parent) : QWidget(parent)
 {
-    static const bool installed = (QAccessible::installFactory(makeAccessible), true);
-    Q_UNUSED(installed);
+    describeButtonsToScreenReaders();
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
@@ -299,7 +266,7 @@ void XPButton::keyPressEvent(QKeyEvent* event)
     event->setAccepted(acts);
     if (!isEnabled() || (acts && event->isAutoRepeat())) return;
     const QPointer<XPButton> alive(this);
-    emit KeyDown(keyCode(*event), shiftOf(event->modifiers()));
+    emit KeyDown(keyCode(*event), shiftState(event->modifiers()));
     if (alive && isSpace) {
         m_pressedBySpace = true;
         set(m_state.pressed, true);
@@ -315,7 +282,7 @@ void XPButton::keyReleaseEvent(QKeyEvent* event)
     if (!isEnabled() || event->isAutoRepeat()) return;
     const bool clicks = isSpace && m_pressedBySpace;
     const QPointer<XPButton> alive(this);
-    emit KeyUp(keyCode(*event), shiftOf(event->modifiers()));
+    emit KeyUp(keyCode(*event), shiftState(event->modifiers()));
     if (!alive || !isSpace) return;
     m_pressedBySpace = false;
     set(m_state.pressed, false);
@@ -326,14 +293,14 @@ void XPButton::mousePressEvent(QMouseEvent* event)
 {
     const QPoint at = event->position().toPoint();
     const QPointer<XPButton> alive(this);
-    emit MouseDown(buttonNumber(event->button()), shiftOf(event->modifiers()), at.x(), at.y());
+    emit MouseDown(mouseButton(event->button()), shiftState(event->modifiers()), at.x(), at.y());
     if (alive && event->button() == Qt::LeftButton) set(m_state.pressed, true);
 }
 
 void XPButton::mouseMoveEvent(QMouseEvent* event)
 {
     const QPoint at = event->position().toPoint();
-    emit MouseMove(buttonsHeld(event->buttons()), shiftOf(event->modifiers()), at.x(), at.y());
+    emit MouseMove(buttonsHeld(event->buttons()), shiftState(event->modifiers()), at.x(), at.y());
 }
 
 void XPButton::mouseReleaseEvent(QMouseEvent* event)
@@ -342,7 +309,7 @@ void XPButton::mouseReleaseEvent(QMouseEvent* event)
     const bool left = event->button() == Qt::LeftButton;
     const bool clicks = left && m_state.pressed && rect().contains(at);
     const QPointer<XPButton> alive(this);
-    emit MouseUp(buttonNumber(event->button()), shiftOf(event->modifiers()), at.x(), at.y());
+    emit MouseUp(mouseButton(event->button()), shiftState(event->modifiers()), at.x(), at.y());
     if (!alive || !left) return;
     set(m_state.pressed, false);
     if (clicks && isEnabled()) emit Click();

@@ -1,10 +1,11 @@
 #include "platform/MSFlexGrid.h"
 
+#include "controls/KeyCodes.h"
 #include "engine/RunTimeError.h"
+#include "platform/GridHeader.h"
 #include "platform/GridModel.h"
 #include "platform/Twips.h"
 
-#include <QAbstractButton>
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QGuiApplication>
@@ -14,7 +15,6 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
-#include <QStyleOptionHeader>
 #include <QToolTip>
 
 #include <algorithm>
@@ -22,42 +22,12 @@
 namespace {
 
 constexpr int kDefaultWidth = 960;  // twips
-constexpr int kLeastCorner = 24;    // pixels a dragged sequence column keeps
-constexpr int kHandle = 4;          // pixels beside the sequence column's right edge that drag it
 
 constexpr int kBorder = 45;  // twips of the grid's border: positions count from inside it
-
-/// Header texts that their column cannot hold go on in a second line.
-class WrappingHeader : public QHeaderView {
-public:
-    explicit WrappingHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {}
-
-protected:
-    QSize sectionSizeFromContents(int section) const override
-    {
-        const QString text = model()->headerData(section, Qt::Horizontal).toString();
-        const QRect column(0, 0, sectionSize(section) - 4, 1000);
-        return {sectionSize(section), fontMetrics().boundingRect(column, Qt::TextWordWrap, text).height() + 11};
-    }
-};
 
 void requireIndex(bool inside)
 {
     if (!inside) throw RunTimeError(RunTimeError::Subscript);
-}
-
-int buttonNumber(Qt::MouseButton button)
-{
-    switch (button) {
-    case Qt::LeftButton:
-        return 1;
-    case Qt::RightButton:
-        return 2;
-    case Qt::MiddleButton:
-        return 4;
-    default:
-        return 0;
-    }
 }
 
 }  // namespace
@@ -74,14 +44,16 @@ MSFlexGrid::MSFlexGrid(QWidget* parent) : QTableView(parent), m_model(new GridMo
     setWordWrap(false);
     horizontalHeader()->setSectionsClickable(false);
     horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setMinimumSectionSize(kLeastCorner);
+    horizontalHeader()->setMinimumSectionSize(kLeastColumn);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     fitRows();
 
-    m_corner = findChild<QAbstractButton*>();
-    for (QWidget* fixed : {horizontalHeader()->viewport(), verticalHeader()->viewport(), m_corner})
-        if (fixed) fixed->installEventFilter(this);
-    if (m_corner) m_corner->setMouseTracking(true);
+    m_corner = new GridCorner(*this, *m_model);
+    connect(m_corner, &GridCorner::dragged, this, [this](int pixels) {
+        if (Cols() > 0) setColWidth(0, pixelsToTwips(pixels, *this));
+    });
+    for (QWidget* fixed : {horizontalHeader()->viewport(), verticalHeader()->viewport(), m_corner->widget()})
+        fixed->installEventFilter(this);
 
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int section, int, int pixels) {
         const auto col = static_cast<std::size_t>(section) + 1;
@@ -173,7 +145,7 @@ void MSFlexGrid::setTextMatrix(int row, int col, const QString& text)
 {
     requireIndex(row >= 0 && row < Rows() && col >= 0 && col < Cols());
     m_model->setText(row, col, text.toStdString());
-    if (row == 0 && col == 0 && m_corner) m_corner->update();
+    if (row == 0 && col == 0) m_corner->widget()->update();
 }
 
 int MSFlexGrid::ColWidth(int col) const
@@ -201,7 +173,7 @@ void MSFlexGrid::setColAlignment(int col, Qt::Alignment alignment)
 {
     requireIndex(col >= 0 && col < Cols());
     m_model->setAlignment(col, alignment);
-    if (col == 0 && m_corner) m_corner->update();
+    if (col == 0) m_corner->widget()->update();
 }
 
 QRect MSFlexGrid::cellRect(int row, int col) const
@@ -249,7 +221,7 @@ void MSFlexGrid::RemoveItem(int row)
 void MSFlexGrid::Clear()
 {
     m_model->clear();
-    if (m_corner) m_corner->update();
+    m_corner->widget()->update();
 }
 
 void MSFlexGrid::appendRow(std::vector<std::string> cells, const std::string& warning)
@@ -306,7 +278,7 @@ void MSFlexGrid::setHint(const QString& hint)
 void MSFlexGrid::setHeaderToolTip(int col, const QString& tip)
 {
     m_model->setHeaderToolTip(col, tip);
-    if (col == 0 && m_corner) m_corner->setToolTip(tip);
+    if (col == 0) m_corner->widget()->setToolTip(tip);
 }
 
 void MSFlexGrid::fitRows()
@@ -339,7 +311,7 @@ void MSFlexGrid::currentChanged(const QModelIndex& current, const QModelIndex& p
 void MSFlexGrid::mousePressEvent(QMouseEvent* event)
 {
     const QPoint at = viewport()->mapToParent(event->position().toPoint());
-    const int button = buttonNumber(event->button());
+    const int button = mouseButton(event->button());
     m_pressedOnCell = indexAt(event->position().toPoint()).isValid() && (button == 1 || button == 2);
     QTableView::mousePressEvent(event);
     if (button) emit MouseDown(button, at.x(), at.y());
@@ -418,45 +390,9 @@ bool MSFlexGrid::eventFilter(QObject* watched, QEvent* event)
         if (auto* fixed = qobject_cast<QWidget*>(watched); fixed && fixed != viewport()) {
             const auto* mouse = static_cast<QMouseEvent*>(event);
             const QPoint at = fixed->mapTo(this, mouse->position().toPoint());
-            if (const int button = buttonNumber(mouse->button())) emit MouseDown(button, at.x(), at.y());
+            if (const int button = mouseButton(mouse->button())) emit MouseDown(button, at.x(), at.y());
         }
-    if (watched == m_corner && cornerEvent(event)) return true;
     return QTableView::eventFilter(watched, event);
-}
-
-/// The corner shows the text of cell (0, 0); its right edge drags the sequence column's width.
-bool MSFlexGrid::cornerEvent(QEvent* event)
-{
-    const auto x = [&] { return static_cast<QMouseEvent*>(event)->position().toPoint().x(); };
-    const bool onHandle = event->isPointerEvent() && x() >= m_corner->width() - kHandle;
-    switch (event->type()) {
-    case QEvent::Paint: {
-        QStyleOptionHeader option;
-        option.initFrom(m_corner);
-        option.section = 0;
-        option.position = QStyleOptionHeader::Beginning;
-        option.textAlignment = m_model->headerData(-1, Qt::Vertical, Qt::TextAlignmentRole).value<Qt::Alignment>();
-        option.text = Cols() > 0 ? TextMatrix(0, 0) : QString();
-        QPainter painter(m_corner);
-        style()->drawControl(QStyle::CE_Header, &option, &painter, m_corner);
-        return true;
-    }
-    case QEvent::MouseButtonPress:
-        m_cornerDrag = onHandle ? m_corner->width() - x() : -1;
-        return true;
-    case QEvent::MouseMove:
-        m_corner->setCursor(onHandle || m_cornerDrag >= 0 ? Qt::SplitHCursor : Qt::ArrowCursor);
-        if (m_cornerDrag >= 0 && Cols() > 0)
-            setColWidth(0, pixelsToTwips(std::max(kLeastCorner, x() + m_cornerDrag), *this));
-        return true;
-    case QEvent::MouseButtonRelease:
-        m_cornerDrag = -1;
-        return true;
-    case QEvent::MouseButtonDblClick:
-        return true;
-    default:
-        return false;
-    }
 }
 
 void RenumberGrid(MSFlexGrid& grid) { grid.m_model->renumber(); }

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+class GridCorner;
 class GridModel;
 class QMenu;
 
@@ -83,16 +84,14 @@ private:
     void placeCurrent();
     void copy(bool withHeader) const;
     void fitRows();
-    bool cornerEvent(QEvent* event);
 
     GridModel* m_model;
     QMenu* m_menu;
-    QWidget* m_corner = nullptr;
+    GridCorner* m_corner;
     QString m_hint;
     std::vector<int> m_widths;  // twips a column
     int m_row = 0;
     int m_col = 1;
-    int m_cornerDrag = -1;  // pixels from the pointer to the corner's right edge while it is dragged
     bool m_placing = false;
     bool m_heldBack = false;
     bool m_pressedOnCell = false;

@@ -1,0 +1,71 @@
+#include "platform/GridHeader.h"
+
+#include "platform/GridModel.h"
+
+#include <QAbstractButton>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyleOptionHeader>
+#include <QTableView>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kHandle = 4;  // pixels beside the right edge that drag it
+
+}  // namespace
+
+QSize WrappingHeader::sectionSizeFromContents(int section) const
+{
+    const QString text = model()->headerData(section, Qt::Horizontal).toString();
+    const QRect column(0, 0, sectionSize(section) - 4, 1000);
+    return {sectionSize(section), fontMetrics().boundingRect(column, Qt::TextWordWrap, text).height() + 11};
+}
+
+GridCorner::GridCorner(QTableView& grid, const GridModel& model)
+    : QObject(&grid), m_button(grid.findChild<QAbstractButton*>()), m_model(model)
+{
+    m_button->setMouseTracking(true);
+    m_button->installEventFilter(this);
+}
+
+QWidget* GridCorner::widget() const { return m_button; }
+
+void GridCorner::paint()
+{
+    QStyleOptionHeader option;
+    option.initFrom(m_button);
+    option.section = 0;
+    option.position = QStyleOptionHeader::Beginning;
+    option.textAlignment = m_model.headerData(-1, Qt::Vertical, Qt::TextAlignmentRole).value<Qt::Alignment>();
+    option.text = m_model.headerData(-1, Qt::Vertical, Qt::DisplayRole).toString();
+    QPainter painter(m_button);
+    m_button->style()->drawControl(QStyle::CE_Header, &option, &painter, m_button);
+}
+
+bool GridCorner::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != m_button) return false;
+    const auto x = [&] { return static_cast<QMouseEvent*>(event)->position().toPoint().x(); };
+    const bool onHandle = event->isPointerEvent() && x() >= m_button->width() - kHandle;
+    switch (event->type()) {
+    case QEvent::Paint:
+        paint();
+        return true;
+    case QEvent::MouseButtonPress:
+        m_grip = onHandle ? m_button->width() - x() : -1;
+        return true;
+    case QEvent::MouseMove:
+        m_button->setCursor(onHandle || m_grip >= 0 ? Qt::SplitHCursor : Qt::ArrowCursor);
+        if (m_grip >= 0) emit dragged(std::max(kLeastColumn, x() + m_grip));
+        return true;
+    case QEvent::MouseButtonRelease:
+        m_grip = -1;
+        return true;
+    case QEvent::MouseButtonDblClick:
+        return true;
+    default:
+        return false;
+    }
+}
