@@ -142,8 +142,7 @@ void shootScreens()
     structures.show();
     pick(structures, "comJgwCz", 0);
     check(structures, "cheJgwJj");
-    type(structures,
-         {{"txtJgwJj", "75"}, {"txtJgwKq", "4"}, {"txtJgwKh", "4"}, {"txtJgwZz", "9"}, {"txtJgwZy", "9"}});
+    type(structures, {{"txtJgwJj", "75"}, {"txtJgwKq", "4"}, {"txtJgwKh", "4"}, {"txtJgwZz", "9"}, {"txtJgwZy", "9"}});
     for (const char* stake : {"12345", "12480", "12650"}) {
         type(structures, {{"txtJgwFylc", stake}});
         click(structures, "butJgwCalc");
