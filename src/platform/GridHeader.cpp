@@ -47,8 +47,8 @@ void GridCorner::paint()
 bool GridCorner::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched != m_button) return false;
-    const auto x = [&] { return static_cast<QMouseEvent*>(event)->position().toPoint().x(); };
-    const bool onHandle = event->isPointerEvent() && x() >= m_button->width() - kHandle;
+    const auto x = [&] { return static_cast<QSinglePointEvent*>(event)->position().toPoint().x(); };
+    const bool onHandle = event->isSinglePointEvent() && x() >= m_button->width() - kHandle;
     switch (event->type()) {
     case QEvent::Paint:
         paint();
