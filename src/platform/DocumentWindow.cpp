@@ -131,6 +131,7 @@ bool DocumentWindow::writeFile(const QString& path) const { return writeWhole(pa
 
 bool DocumentWindow::saveAs()
 {
+    settle();
     const QString path = askPath(m_extension);
     if (path.isEmpty()) return false;
     if (!writeFile(path)) {
@@ -146,6 +147,7 @@ bool DocumentWindow::saveAs()
 
 void DocumentWindow::printOnPaper()
 {
+    settle();
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageLayout(page());
     printer.setDocName(windowTitle().remove(QStringLiteral("[*]")));
@@ -155,6 +157,7 @@ void DocumentWindow::printOnPaper()
 
 void DocumentWindow::exportPdf()
 {
+    settle();
     const QString path = askPath(QStringLiteral("pdf"));
     if (path.isEmpty()) return;
     QSaveFile file(path);
@@ -173,6 +176,7 @@ void DocumentWindow::exportPdf()
 
 void DocumentWindow::closeEvent(QCloseEvent* event)
 {
+    settle();
     const bool wanted = m_unsaved && desk().box({.text = toUtf8(m_kind + QStringLiteral("尚未保存，是否保存？")),
                                                  .title = "注意",
                                                  .icon = Icon::Question,
@@ -198,7 +202,8 @@ std::string DocumentWindow::keepUnsaved()
     QString told;
     const QString stamp = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
     int number = 0;
-    for (const auto* document : openDocuments()) {
+    for (auto* document : openDocuments()) {
+        document->settle();
         if (!document->m_unsaved) continue;
         const QString name = QStringLiteral("/未保存的%1 %2-%3.%4")
                                  .arg(document->m_kind, stamp)

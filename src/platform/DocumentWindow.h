@@ -33,6 +33,8 @@ protected:
     /// @param kind how its texts call it: 工作表, 图形; @param extension of its file, without a point
     DocumentWindow(const QString& title, const QString& kind, const QString& extension);
 
+    /// What is still being typed goes into the document: before it is saved, printed or closed.
+    virtual void settle() {}
     virtual std::string fileBytes() const = 0;
     virtual QPageLayout page() const = 0;
     virtual void print(QPagedPaintDevice& device) const = 0;

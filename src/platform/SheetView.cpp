@@ -67,6 +67,10 @@ void SheetView::change(const std::function<void(Worksheet&)>& body)
                     const CellValue &was = before.value(cell), &is = view.m_sheet.value(cell);
                     if (was != is) step.push_back({cell, was, is});
                 }
+            if (view.m_sheet.selection() != before.selection()) {
+                view.m_anchor = view.m_sheet.selection().last;
+                view.m_active = view.m_sheet.selection().first;
+            }
             view.measure();
             view.done(std::move(step));
         }

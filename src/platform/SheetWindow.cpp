@@ -110,12 +110,7 @@ void SheetWindow::showCurrent()
     m_redo->setEnabled(m_view->canRedo());
 }
 
+void SheetWindow::settle() { m_view->commit(); }
 std::string SheetWindow::fileBytes() const { return XlsBytes(sheet()); }
 QPageLayout SheetWindow::page() const { return pageLayout(sheet().page); }
 void SheetWindow::print(QPagedPaintDevice& device) const { printSheet(sheet(), device); }
-
-void SheetWindow::closeEvent(QCloseEvent* event)
-{
-    m_view->commit();
-    DocumentWindow::closeEvent(event);
-}

@@ -27,10 +27,10 @@ public:
     void setZoom(double zoom);  ///< 1 is as large as on paper; 0.25 to 4
 
 protected:
+    void settle() override;
     std::string fileBytes() const override;
     QPageLayout page() const override;
     void print(QPagedPaintDevice& device) const override;
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     QComboBox* makeZoomBox();

@@ -80,6 +80,7 @@ void frmFhdx::butFhdxCalc_Click()
 void frmFhdx::butFhdxZd_Click()
 {
     auto* window = openSheet();
+    if (window) window->view().commit();
     Drawing drawing;
     if (!window || !attempt([&] { drawing = DrawFhdx(window->sheet()); })) {
         desk().box(FhdxDrawFault());

@@ -340,6 +340,27 @@ private slots:
         desk.cancelSave();
         QVERIFY(!w.window->saveAs());
     }
+    void whatIsStillBeingTypedIsSavedToo()
+    {
+        Window w;
+        QTemporaryDir folder;
+        ScriptedDesk desk;
+        desk.save(folder.filePath("a.xls").toStdString());
+        w.view().setCurrent("d1");
+        w.type("still typing");
+        QVERIFY(w.window->saveAs());
+        QVERIFY(!w.view().isEditing());
+        QFile file(folder.filePath("a.xls"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY(file.readAll().contains("still typing"));
+    }
+    void aSelectionByProgramShows()
+    {
+        Window w;
+        w.window->change([](Worksheet& sheet) { sheet.select("b4:d5"); });
+        QCOMPARE(w.view().selection(), CellRange("b4:d5"));
+        QCOMPARE(w.current(), "B4");
+    }
     void aFileThatCannotBeWrittenIsSaid()
     {
         Window w;

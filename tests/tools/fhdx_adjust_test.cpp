@@ -736,6 +736,28 @@ TEST(FhdxRandom, SumsMeetTheKnownDifferenceAsTheTableOfRestsSays)
     EXPECT_GT(met, told / 2);
 }
 
+TEST(FhdxRandom, LeftAndRightAnglesOfOneTraverseAgree)
+{
+    std::mt19937_64 random(22);
+    for (int i = 0; i < 200; ++i) {
+        const Traverse left = randomTraverse(random, true).traverse;
+        Traverse right = left;
+        right.left = false;
+        for (auto& angle : right.angles) {
+            const auto digits = std::stoll(angle.substr(0, angle.find('.')) + angle.substr(angle.find('.') + 1));
+            const long long hundredths =
+                digits / 1000000 * 360000 + digits / 10000 % 100 * 6000 + digits / 100 % 100 * 100 + digits % 100;
+            angle = packed(360LL * 360000 - hundredths);
+        }
+        const Worksheet one = adjusted(left, 3), other = adjusted(right, 3);
+        // Sums of angles differ in their last bit, so that an increment may round to the other side.
+        for (int row = 8; row <= 2 * left.n() - 2; row += 2) {
+            ASSERT_NEAR(numberAt(one, 'l', row), numberAt(other, 'l', row), 0.0021) << "traverse " << i;
+            ASSERT_NEAR(numberAt(one, 'm', row), numberAt(other, 'm', row), 0.0021) << "traverse " << i;
+        }
+    }
+}
+
 TEST(FhdxRandom, AgreesWithAnUnroundedAdjustment)
 {
     std::mt19937_64 random(21);
