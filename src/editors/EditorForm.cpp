@@ -20,6 +20,8 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QMouseEvent>
+#include <QRegularExpression>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
@@ -118,6 +120,7 @@ QLayout* EditorForm::makeFrames()
             house::fitDigits(box);
             filterKeys(box, IsSignedDecimalKey);
             on(box, &QLineEdit::textChanged, [this] { Edited = true; });
+            on(box, &QLineEdit::textEdited, [this, at = m_frameBoxes.size()] { spreadOverFrames(at); });
             m_frameBoxes.push_back(box);
             fields.emplace_back(fromUtf8(std::string(field.label)), box);
         }
@@ -424,6 +427,17 @@ bool EditorForm::pasteBlock(const QString& text)
     return true;
 }
 
+/// Cells pasted from a spreadsheet into a frame box go into that box and those after it.
+void EditorForm::spreadOverFrames(std::size_t at)
+{
+    static const QRegularExpression between(QStringLiteral("[\\t\\r\\n]+"));
+    if (!IsBlock(toUtf8(m_frameBoxes[at]->text()))) return;
+    const QStringList pieces = m_frameBoxes[at]->text().split(between, Qt::SkipEmptyParts);
+    m_frameBoxes[at]->clear();
+    for (const QString& piece : pieces)
+        if (at < m_frameBoxes.size()) m_frameBoxes[at++]->setText(piece);
+}
+
 void EditorForm::showBoxMenu(const QPoint& at)
 {
     QMenu menu(this);
@@ -463,6 +477,11 @@ bool EditorForm::eventFilter(QObject* watched, QEvent* event)
             }
             break;
         }
+        case QEvent::MouseButtonRelease:
+            if (watched == m_box && static_cast<QMouseEvent*>(event)->button() == Qt::MiddleButton &&
+                pasteBlock(QApplication::clipboard()->text(QClipboard::Selection)))
+                return true;
+            break;
         case QEvent::ContextMenu:
             if (watched != m_box) break;
             showBoxMenu(static_cast<QContextMenuEvent*>(event)->globalPos());

@@ -70,6 +70,7 @@ private:
     bool boxNeeds(const QKeyEvent& key) const;
     bool moveByKey(const QKeyEvent& key);
     bool pasteBlock(const QString& text);
+    void spreadOverFrames(std::size_t at);
     void showBoxMenu(const QPoint& at);
 
     void makeControls();

@@ -41,6 +41,7 @@ frmBpjs::frmBpjs(QWidget* parent)
                                                {QStringLiteral("挖方边坡限制高度"), txtXzcs}}),
                            note, house::buttonRow({ok, cancel})});
     setMinimumWidth(400);
+    resize(400, layout()->totalHeightForWidth(400));  // the note breaks its lines
 }
 
 void frmBpjs::Form_Load()

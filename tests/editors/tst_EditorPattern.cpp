@@ -643,6 +643,28 @@ private slots:
         QVERIFY(e.form.Edited);
     }
 
+    void aBlockPastedIntoAFrameGoesOverItsBoxes()
+    {
+        Sqx e;
+        named<QLineEdit>(e.form, "txtSqxQdgc").setFocus();
+        e.w.paste("10.5\t900\r\n11.5\t5\r\n");
+        QCOMPARE(textOf(e.form, "txtSqxQdLc"), "");
+        QCOMPARE(textOf(e.form, "txtSqxQdgc"), "10.5");
+        QCOMPARE(textOf(e.form, "txtSqxZdlc"), "900");
+        QCOMPARE(textOf(e.form, "txtSqxZdgc"), "11.5");
+        named<QLineEdit>(e.form, "txtSqxQdLc").setFocus();
+        e.w.paste("0\n");  // a single cell of a spreadsheet ends with a line end
+        QCOMPARE(textOf(e.form, "txtSqxQdLc"), "0");
+    }
+
+    void typingWhileTheGridHasTheFocusMovesNothing()
+    {
+        Sqx e{{{kSqx, kTwoRows}}};
+        e.w.grid.setFocus();
+        e.w.type("4");
+        QCOMPARE(e.w.state(), "1,1 cur 0,0 rows 3 -- ()");
+    }
+
     // The box over its cell
 
     void theBoxCoversItsCell()
