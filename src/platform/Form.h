@@ -11,7 +11,8 @@
 #include <type_traits>
 #include <utility>
 
-/// A modal form. Its objectName is its given name, and so is that of every control.
+/// A form, modal to the windows under it; open sheets and drawings beside it go on taking input. Its objectName is its
+/// given name, and so is that of every control.
 class Form : public QDialog {
     Q_OBJECT
 public:
