@@ -163,7 +163,9 @@ void EditorForm::Form_Load()
     RenumberGrid(*m_grid);
 
     const auto buttons = findChildren<XPButton*>();
-    for (auto* button : buttons) button->setMinimumWidth(104);
+    int width = 104;
+    for (const auto* button : buttons) width = std::max(width, button->sizeHint().width());
+    for (auto* button : buttons) button->setMinimumWidth(width);
     resize(sizeHint().expandedTo({560, 440}));
     if (m_table.scales) ResizeInit(*this);
     Edited = false;
@@ -209,9 +211,7 @@ void EditorForm::applyMouseRule()
         addRow();
         fillIn(m_grid->Row(), rule);
     } else if (rule == MouseRule::BackToIncomplete) {
-        CurRow = toInt16(m_grid->Row() - 1);
-        if (CurRow < 1) return;
-        enterCell(CurRow, m_grid->Col());
+        enterCell(m_grid->Row() - 1, m_grid->Col());
         fillIn(CurRow, rule);
     }
 }

@@ -481,6 +481,20 @@ private slots:
         QCOMPARE(e.w.state(), "1,6 cur 1,6 rows 3 E- []");
     }
 
+    /// The row that the entry goes back to is scrolled into sight; that hides the box for a moment, with the text of
+    /// the clicked cell still in it.
+    void backInARowOutOfSightItsCellsStay()
+    {
+        std::string rows;
+        for (int i = 0; i < 60; ++i) rows += std::to_string(i) + ",1,2,3,4,5,6,7,8,9,10,\r\n";
+        Opened<frmTfz> e{{kTwoAndTen, {"左幅填方参数.txt", rows}}};
+        const QString before = e.w.cells();
+        e.w.grid.scrollTo(e.w.grid.model()->index(29, 0), QAbstractItemView::PositionAtTop);
+        play(e.w, {click(30, 1, "30,1 cur 29,1 rows 61 E- [28]")});
+        QCOMPARE(e.w.cells(), before);
+        QCOMPARE(e.w.box.geometry(), e.w.grid.cellRect(29, 1).translated(e.w.grid.pos()));
+    }
+
     void enterReachesColumnsOutOfSight()
     {
         Opened<frmWfz> e{{kTwoAndTen}};

@@ -181,6 +181,10 @@ private slots:
         QCOMPARE(e.form.focusWidget()->objectName(), "optCs0");
         QTest::keyClick(e.form.focusWidget(), Qt::Key_Down);
         QTest::keyClick(e.form.focusWidget(), Qt::Key_Down);
+        QTest::keyClick(e.form.focusWidget(), Qt::Key_Right);
+        QCOMPARE(e.form.focusWidget()->objectName(), "optCs8");
+        QTest::keyClick(e.form.focusWidget(), Qt::Key_Left);
+        QCOMPARE(e.form.focusWidget()->objectName(), "optCs2");
         QTest::keyClick(e.form.focusWidget(), Qt::Key_Tab);
         QCOMPARE(e.form.focusWidget()->objectName(), "cmdSelectNext");
         QString name;
