@@ -31,6 +31,13 @@ frmQljs::frmQljs()
     on(Command1, &QPushButton::clicked, [this] { Command1_Click(); });
 }
 
+bool frmQljs::Form_KeyPress(int keyAscii)
+{
+    if (keyAscii != 13) return false;
+    if (focusWidget() == Command1) Command1->click();  // on Enter, as the other buttons of the program do
+    return enterSendsTab();
+}
+
 void frmQljs::Command1_Click()
 {
     QljsResult result;

@@ -12,7 +12,7 @@ public:
     frmQljs();
 
 protected:
-    bool Form_KeyPress(int keyAscii) override { return keyAscii == 13 && enterSendsTab(); }
+    bool Form_KeyPress(int keyAscii) override;
 
 private:
     void Command1_Click();

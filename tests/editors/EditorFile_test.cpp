@@ -101,12 +101,20 @@ TEST(EditorFile, SlopePaddingIsSkipped)
         (Rows{{"1", "2", "3", "4", "5", "6"}}));
 }
 
-TEST(EditorFile, WithMoreGradesThePaddingComesUpAsCells)
+TEST(EditorFile, WithMoreGradesTheOldEndBlockBelongsToTheStartAndThePaddingComesUpAsCells)
 {
     const std::string line =
-        EditorBytes(SlopeTable(kTfz, 1), gridOf(SlopeTable(kTfz, 1), {fullRow(SlopeTable(kTfz, 1))}), {});
+        EditorBytes(SlopeTable(kTfz, 1), gridOf(SlopeTable(kTfz, 1), {{"1", "2", "3", "4", "5", "6"}}), {});
     EXPECT_EQ(EditorContentOf(SlopeTable(kTfz, 2), line).rows,
-              (Rows{{"1", "1", "1", "1", "1", "1", "0", "0", "0", "0", "0", "0"}}));
+              (Rows{{"1", "2", "3", "4", "5", "6", "0", "0", "0", "0", "0", "0"}}));
+}
+
+TEST(EditorFile, WithFewerGradesTheRestOfTheOldStartBlockIsTakenForTheEnd)
+{
+    const EditorTable two = SlopeTable(kWfy, 2);
+    const std::string line =
+        EditorBytes(two, gridOf(two, {{"1", "2", "3", "4", "5", "6", "7", "8", "9", "10", "11", "12"}}), {});
+    EXPECT_EQ(EditorContentOf(SlopeTable(kWfy, 1), line).rows, (Rows{{"1", "2", "3", "4", "5", "6"}}));
 }
 
 TEST(EditorFile, ANameWithACommaReadsBackAsTwoFields)

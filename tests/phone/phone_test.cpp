@@ -203,6 +203,15 @@ TEST_F(Phone, ListOfNoBytesTakesAFirstLine)
     EXPECT_EQ(bytes("XMMC.txt"), utf16("a\r\n"));
 }
 
+TEST_F(Phone, WhatFollowsTheLastLineEndOfTheListIsNoNameAndTakesTheNewOne)
+{
+    fs::create_directory(PhonePath());
+    WriteUtf16File(sjcs("XMMC.txt"), "a\r\nb");
+    EXPECT_EQ(ExportForPhone("b"), PhoneExport::Added);
+    EXPECT_THAT(desk.messages, ElementsAre(kDone));
+    EXPECT_EQ(bytes("XMMC.txt"), utf16("a\r\nbb\r\n"));
+}
+
 TEST_F(Phone, NamesStayInsideTheExportFolder)
 {
     for (const char* name : {"..", ".", "a/b", "a\\b", "../x", "CON", "a\tb", "a."}) {

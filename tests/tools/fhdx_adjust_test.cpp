@@ -348,6 +348,13 @@ TEST(FhdxAzimuths, DueSouthLineReadsAsNorth)
     EXPECT_EQ(azimuthsOf(traverse).front(), 0);
 }
 
+TEST(FhdxIncrements, TurnByPiOfSevenDecimals)
+{
+    // A quarter turn of 3.1415926 falls 0.0000000268 short of the right angle, 27 mm over 1,000 km.
+    const Traverse traverse = eastward({1000000, 100}, 0.01);
+    EXPECT_THAT(legsColumn(adjusted(traverse), 'f', traverse), ElementsAre(0.027, 0));
+}
+
 // --- Closures and their texts ----------------------------------------------------------------------------------------
 
 TEST(Fixed6, RoundsHalfAwayFromZeroOnFifteenDigits)

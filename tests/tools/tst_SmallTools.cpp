@@ -226,6 +226,22 @@ private slots:
         }
         QVERIFY(desk.messages.empty());
     }
+    void qljsByKeyboardAlone()
+    {
+        ScriptedDesk desk;
+        ScriptedPlatform seams;
+        frmQljs form;
+        form.show();
+        named<QLineEdit>(form, "txtA").setFocus();
+        for (const char* typed : {"100", "200", "30"}) {
+            QTest::keyClicks(form.focusWidget(), QString::fromUtf8(typed));
+            QTest::keyClick(form.focusWidget(), Qt::Key_Return);
+        }
+        QTest::keyClick(form.focusWidget(), Qt::Key_Return);  // the button clicks, and Enter moves on to the first box
+        QCOMPARE(named<QLabel>(form, "lbeR").text(), QStringLiteral("500"));
+        QCOMPARE(form.focusWidget()->objectName(), QStringLiteral("txtA"));
+        QCOMPARE(named<QLineEdit>(form, "txtA").selectedText(), QStringLiteral("100"));
+    }
 };
 
 QTEST_MAIN(tst_SmallTools)

@@ -11,6 +11,7 @@
 #include "support/ScriptedDesk.h"
 #include "tools/frmFhdx.h"
 
+#include <QLabel>
 #include <QRadioButton>
 #include <QtTest>
 
@@ -95,6 +96,10 @@ private slots:
         QCOMPARE(j.form.findChild<QRadioButton*>("optZ")->text(), "左角");
         QVERIFY(j.enabled("butFhdxBg") && !j.enabled("butFhdxCalc") && !j.enabled("butFhdxZd"));
         QVERIFY(j.enabled("butFhdxBack"));
+        QString label;
+        for (const auto* text : j.form.findChildren<QLabel*>())
+            if (text->buddy() == j.form.findChild<QLineEdit*>("txtDxd")) label = text->text();
+        QCOMPARE(label, "导线点个数");
     }
     void onlyDigitsEnterTheCount()
     {

@@ -47,6 +47,14 @@ TEST(Zbzfs, NegativeAzimuthGoesWest)
     EXPECT_EQ(point.y, "1900.000");
 }
 
+TEST(Zbzfs, ForwardTurnsByPiOfSevenDecimals)
+{
+    // Half a turn of 3.1415926 falls 0.0000000536 short of the straight line, 54 mm over 1,000 km.
+    const auto point = forward({"0", "0", "180", "1000000"});
+    EXPECT_EQ(point.x, "-1000000.000");
+    EXPECT_EQ(point.y, "0.054");
+}
+
 TEST(Zbzfs, ForwardNamesTheFirstEmptyBox)
 {
     struct Case {
