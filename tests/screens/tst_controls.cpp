@@ -19,7 +19,7 @@
 
 namespace {
 
-enum Kind { Box, Locked, List, Check, Ticked, Option, Selected, Button, Grid, Wait };
+enum Kind { Box, Locked, Sides, Station, Check, Option, Selected, Button, Grid, Wait };
 enum Keys { Any, Unsigned, Signed };
 
 struct ControlRow {
@@ -81,11 +81,11 @@ std::vector<FormRow> forms()
          "计算单个点坐标",
          made<frmDgdZb>,
          {{"txtDgdZbFylc", Box, "计算里程", Signed},
-          {"comDgdZbz", List, "中桩"},
+          {"comDgdZbz", Sides, ""},
           {"txtDgdPj", Locked, "偏距", Unsigned},
           {"cheDgdJj", Check, "夹角"},
           {"txtDgdJj", Locked, "", Signed},
-          {"comDgdCz", List, ""},
+          {"comDgdCz", Station, "测站点"},
           {"cheDgdZb", Check, "输入坐标"},
           {"txtDgdCzX", Locked, "X", Unsigned},
           {"txtDgdCzY", Locked, "Y", Unsigned},
@@ -105,7 +105,7 @@ std::vector<FormRow> forms()
           {"txtPlzbPj", Box, "偏距", Unsigned},
           {"chePlzbJj", Check, "夹角"},
           {"txtPlzbJj", Locked, "", Signed},
-          {"comPlzbCz", List, ""},
+          {"comPlzbCz", Station, "测站点"},
           {"chePlFyzb", Check, "输入坐标"},
           {"txtPlzbCzX", Locked, "X", Unsigned},
           {"txtPlzbCzY", Locked, "Y", Unsigned},
@@ -134,7 +134,7 @@ std::vector<FormRow> forms()
          "计算单个点高程",
          made<frmDgdGc>,
          {{"txtDgdGcFylc", Box, "计算里程", Signed},
-          {"comDgdGcz", List, "中桩"},
+          {"comDgdGcz", Sides, ""},
           {"txtDgdGcPj", Locked, "偏距", Unsigned},
           {"cheDgdLm", Check, "扣除路面厚度"},
           {"txtDgdLmhd", Locked, "", Signed},
@@ -181,7 +181,7 @@ std::vector<FormRow> forms()
           {"txtJgwZy", Box, "Z右", Signed},
           {"cheJgwJj", Check, "夹角"},
           {"txtJgwJj", Locked, "", Signed},
-          {"comJgwCz", List, ""},
+          {"comJgwCz", Station, "测站点"},
           {"cheJgw", Check, "输入坐标"},
           {"txtJgwCzX", Locked, "X", Unsigned},
           {"txtJgwCzY", Locked, "Y", Unsigned},
@@ -230,6 +230,14 @@ QString labelOf(QWidget& form, QWidget* control)
     return {};
 }
 
+QStringList itemsOf(const QWidget* list)
+{
+    QStringList items;
+    const auto* combo = qobject_cast<const QComboBox*>(list);
+    for (int i = 0; combo && i < combo->count(); ++i) items << combo->itemText(i);
+    return items;
+}
+
 }  // namespace
 
 class tst_controls : public QObject {
@@ -245,6 +253,9 @@ private slots:
     void init()
     {
         m_machine = std::make_unique<Machine>();
+        gDxdName = {"DX1", "DX2"};
+        gDxdX = gDxdY = {0, 0};
+        gDxdCount = 1;
         QFETCH_GLOBAL(int, form);
         m_row = forms()[static_cast<std::size_t>(form)];
         m_form = m_row.make();
@@ -275,17 +286,24 @@ private slots:
             case Locked:
                 QVERIFY2(line, row.name);
                 QCOMPARE(line->isReadOnly(), row.kind == Locked);
+                QCOMPARE(line->palette().color(QPalette::Base) == QColor(Qt::white), row.kind == Box);
                 QCOMPARE(line->text(), QString());
                 if (!caption.isEmpty()) QCOMPARE(labelOf(*m_form, control), caption);
                 break;
-            case List:
-                QCOMPARE(qobject_cast<PickList*>(control)->Text(), caption);
+            case Sides:
+                QCOMPARE(itemsOf(control), (QStringList{"中桩", "左边桩", "右边桩"}));
+                QCOMPARE(qobject_cast<PickList*>(control)->Text(), QStringLiteral("中桩"));
+                QCOMPARE(qobject_cast<PickList*>(control)->ListIndex(), -1);
+                break;
+            case Station:
+                QCOMPARE(labelOf(*m_form, control), caption);
+                QCOMPARE(itemsOf(control), (QStringList{"DX1", "DX2"}));
+                QCOMPARE(qobject_cast<PickList*>(control)->Text(), QString());
                 QCOMPARE(qobject_cast<PickList*>(control)->ListIndex(), -1);
                 break;
             case Check:
-            case Ticked:
                 QCOMPARE(qobject_cast<QCheckBox*>(control)->text(), caption);
-                QCOMPARE(qobject_cast<QCheckBox*>(control)->isChecked(), row.kind == Ticked);
+                QVERIFY(!qobject_cast<QCheckBox*>(control)->isChecked());
                 break;
             case Option:
             case Selected:

@@ -130,6 +130,23 @@ private slots:
         f.form.close();
     }
 
+    /// Leaving the skew mode treats the offset box as the pick does: with a side picked it stays open.
+    void leavingSkewModeWithASidePickedKeepsTheOffset()
+    {
+        Driven<frmDgdZb> f;
+        f.pick("comDgdZbz", 2);
+        QVERIFY(f.open("txtDgdPj") && f.list("comDgdZbz")->Text() == u"右边桩"_s);
+        f.tick("cheDgdJj");
+        f.type("txtDgdJj", "45");
+        f.type("txtDgdPj", "4");
+        f.tick("cheDgdJj");
+        QVERIFY(f.open("txtDgdPj") && f.focused("txtDgdPj"));
+        QCOMPARE(f.text("txtDgdPj"), u"4"_s);
+        QVERIFY(!f.open("txtDgdJj"));
+        QCOMPARE(f.text("txtDgdJj"), QString());
+        QCOMPARE(f.list("comDgdZbz")->Text(), u"右边桩"_s);
+    }
+
     void skewOfZeroShowsAMinus()
     {
         Driven<frmDgdZb> f;
@@ -470,6 +487,33 @@ private slots:
         COMPARE_MESSAGES(m->desk, );  // the flag was not set
     }
 
+    /// The angle box follows its check box; the offset box is always open and is not touched.
+    void skewCheckBoxOfARunLeavesTheOffsetAlone()
+    {
+        Driven<frmPlfy> f;
+        f.type("txtPlzbPj", "5");
+        f.tick("chePlzbJj");
+        QVERIFY(f.open("txtPlzbJj") && f.focused("txtPlzbJj"));
+        f.type("txtPlzbJj", "45");
+        f.tick("chePlzbJj");
+        QVERIFY(!f.open("txtPlzbJj") && f.open("txtPlzbPj"));
+        QCOMPARE(f.text("txtPlzbJj") + f.text("txtPlzbPj"), u"5"_s);
+    }
+
+    void stationOfARunIsPickedOrTyped()
+    {
+        Driven<frmPlfy> f;
+        f.pick("comPlzbCz", 1);
+        QCOMPARE(f.text("txtPlzbCzX") + u" "_s + f.text("txtPlzbCzY"), u"1100.5 2000.25"_s);
+        QVERIFY(!f.open("txtPlzbCzX") && !f.open("txtPlzbCzY"));
+        f.tick("chePlFyzb");
+        QVERIFY(f.open("txtPlzbCzX") && f.open("txtPlzbCzY") && f.focused("txtPlzbCzX"));
+        QVERIFY(f.list("comPlzbCz")->isEnabled());
+        f.tick("chePlFyzb");
+        QVERIFY(!f.open("txtPlzbCzX") && !f.open("txtPlzbCzY"));
+        QCOMPARE(f.text("txtPlzbCzX") + f.text("txtPlzbCzY"), QString());
+    }
+
     void enterGoesToTheNextBoxAndSelectsItsText()
     {
         Driven<frmPlfy> f;
@@ -527,6 +571,16 @@ private slots:
         f.click("butFsCalc");
         COMPARE_MESSAGES(m->desk, refused("Y坐标不能为空！"));
         QVERIFY(f.focused("txtFsY"));
+    }
+
+    void enterGoesFromXToYAndSelectsItsText()
+    {
+        Driven<frmFs> f;
+        f.type("txtFsY", "2000");
+        f.box("txtFsx")->setFocus();
+        QTest::keyClick(f.box("txtFsx"), Qt::Key_Return);
+        QVERIFY(f.focused("txtFsY"));
+        QCOMPARE(f.box("txtFsY")->selectedText(), u"2000"_s);
     }
 
     void textThatIsNoNumberEndsTheProgram()

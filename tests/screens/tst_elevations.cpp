@@ -56,6 +56,20 @@ private slots:
         f.form.close();
     }
 
+    /// Clearing the check box empties the box, and an empty box takes nothing off.
+    void thicknessBoxFollowsItsCheckBox()
+    {
+        Driven<frmDgdGc> one;
+        followsItsCheckBox(one, "cheDgdLm", "txtDgdLmhd");
+        one.type("txtDgdGcFylc", "0");
+        one.click("butDgdGcCalc");
+        QCOMPARE(one.row(1)[3], u"100"_s);
+        Driven<frmPlGc> run;
+        followsItsCheckBox(run, "cheLm", "txtLmhd");
+        m->desk.no();
+        one.form.close();
+    }
+
     void bothLimitsPass()
     {
         Driven<frmDgdGc> f;
@@ -221,6 +235,17 @@ private slots:
     }
 
 private:
+    template <class Form>
+    static void followsItsCheckBox(Driven<Form>& f, const char* check, const char* box)
+    {
+        f.tick(check);
+        QVERIFY(f.open(box) && f.focused(box));
+        f.type(box, "-.5");
+        QCOMPARE(f.text(box), u"-.5"_s);
+        f.tick(check);
+        QVERIFY(!f.open(box));
+        QCOMPARE(f.text(box), QString());
+    }
     static void fill(Driven<frmPlGc>& f, const char* start, const char* end, const char* step, const char* offset)
     {
         f.type("txtPlGcQdlc", start);

@@ -236,10 +236,14 @@ private slots:
         f.form.close();
     }
 
+    /// The groups do not follow a deletion, and all of them show mode and station as they stand at the save.
     void savedSheetKeepsGroupsOfFourWhateverIsDeleted()
     {
+        struct Structures : frmJgw {
+            Worksheet sheet() { return ResultSheet(kJgwExport, exportData()); }
+        };
         QTemporaryDir folder;
-        Driven<frmJgw> f;
+        Driven<Structures> f;
         fill(f, "100");
         f.click("butJgwCalc");
         f.type("txtJgwKq", "9");
@@ -247,10 +251,50 @@ private slots:
         f.grid().setRow(1);
         f.click("butJgwDel");
         QCOMPARE(f.rows(), 7);
+        QTest::mouseClick(f.get<QRadioButton>("optJgwZz"), Qt::LeftButton, {}, QPoint(8, 8));
+        f.pick("comJgwCz", 1);
+        const Worksheet sheet = f.form.sheet();
+        for (const char* cell : {"k3", "k6"})  // k6: the first row of the second structure
+            QCOMPARE(sheet.text(cell).c_str(), "斜交正做：K前5,K后5,Z左3,Z右4");
+        for (const char* cell : {"k7", "k9"}) QCOMPARE(sheet.text(cell).c_str(), "斜交正做：K前9,K后5,Z左3,Z右4");
+        QCOMPARE(sheet.text("j3").c_str(), "P1 0,0");
         m->desk.save(folder.filePath(u"j.xls"_s).toStdString());
         f.click("butJgwSave");
         COMPARE_MESSAGES(m->desk, Msg{"保存成功！", "成功", Icon::Information});
         f.form.close();
+    }
+
+    void stationIsPickedOrTyped()
+    {
+        Driven<frmJgw> f;
+        f.pick("comJgwCz", 1);
+        QCOMPARE(f.text("txtJgwCzX") + u" "_s + f.text("txtJgwCzY"), u"1100.5 2000.25"_s);
+        QVERIFY(!f.open("txtJgwCzX") && !f.open("txtJgwCzY"));
+        f.tick("cheJgw");
+        QVERIFY(f.open("txtJgwCzX") && f.open("txtJgwCzY") && f.focused("txtJgwCzX"));
+        QVERIFY(f.list("comJgwCz")->isEnabled());
+        f.tick("cheJgw");
+        QVERIFY(!f.open("txtJgwCzX") && !f.open("txtJgwCzY"));
+        QCOMPARE(f.text("txtJgwCzX") + f.text("txtJgwCzY"), QString());
+    }
+
+    void enterGoesToTheNextBoxOnBothWindows()
+    {
+        Driven<frmJgw> f;
+        f.type("txtJgwKh", "5");
+        f.box("txtJgwKq")->setFocus();
+        QTest::keyClick(f.box("txtJgwKq"), Qt::Key_Return);
+        QVERIFY(f.focused("txtJgwKh"));
+        QCOMPARE(f.box("txtJgwKh")->selectedText(), u"5"_s);
+        inBatchWindow(f, [&](Batch& b) {
+            b.type("txtZdlc", "200");
+            auto* start = b.window->findChild<QLineEdit*>(u"txtQdlc"_s);
+            auto* end = b.window->findChild<QLineEdit*>(u"txtZdlc"_s);
+            start->setFocus();
+            QTest::keyClick(start, Qt::Key_Return);
+            QCOMPARE(b.window->focusWidget(), end);
+            QCOMPARE(end->selectedText(), u"200"_s);
+        });
     }
 
     void sketchFollowsTheMode()
@@ -358,7 +402,8 @@ private:
         QVERIFY(worked);
     }
 
-    static void fill(Driven<frmJgw>& f, const char* stake)
+    template <class Form>
+    static void fill(Driven<Form>& f, const char* stake)
     {
         f.type("txtJgwFylc", stake);
         f.type("txtJgwKq", "5");
