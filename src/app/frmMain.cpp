@@ -25,11 +25,11 @@
 frmMain::frmMain()
     : Form(QStringLiteral("frmMain"), QStringLiteral("Velumark")), m_menuBar(control<QMenuBar>("menuBar")),
       tbarMain(control<QToolBar>("tbarMain")), Label1(control<QLabel>("Label1", QStringLiteral("电脑版和PPC版参数"))),
-      lstProjects(control<ListBox>("lstProjects")), Label2(control<QLabel>("Label2", QStringLiteral("手机版参数"))),
-      lstSj(control<ListBox>("lstSj")),
+      lstProjects(control<ListBox>("lstProjects")),
       cmdNewProjects(button("cmdNewProjects", QStringLiteral("新建项目"), &frmMain::cmdNewProjects_Click)),
       cmdOpenProjects(button("cmdOpenProjects", QStringLiteral("打开项目"), &frmMain::cmdOpenProjects_Click)),
       cmdProjectsDel(button("cmdProjectsDel", QStringLiteral("删除项目"), &frmMain::cmdProjectsDel_Click)),
+      Label2(control<QLabel>("Label2", QStringLiteral("手机版参数"))), lstSj(control<ListBox>("lstSj")),
       butZh(button("butZh", QStringLiteral("转 换"), &frmMain::butZh_Click)),
       butDel(button("butDel", QStringLiteral("移 除"), &frmMain::butDel_Click)),
       cmdExit(control<XPButton>("cmdExit", QStringLiteral("退出程序")))

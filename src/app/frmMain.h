@@ -40,13 +40,15 @@ private:
     bool refuseNoSelection(const ListBox& list);
     static void fill(ListBox& list, const std::vector<std::string>& names);
 
+    // In the order of the tab key.
     QMenuBar* m_menuBar;
     QToolBar* tbarMain;
     QLabel* Label1;
     ListBox* lstProjects;
+    XPButton *cmdNewProjects, *cmdOpenProjects, *cmdProjectsDel;
     QLabel* Label2;
     ListBox* lstSj;
-    XPButton *cmdNewProjects, *cmdOpenProjects, *cmdProjectsDel, *butZh, *butDel, *cmdExit;
+    XPButton *butZh, *butDel, *cmdExit;
     QList<QAction*> m_needProject;  ///< enabled by the first project that is opened, never disabled again
     bool m_loading = false;         ///< a load that never comes back leaves only the ways out of the program
 };

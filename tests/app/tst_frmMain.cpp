@@ -18,7 +18,6 @@
 namespace {
 
 const Msg kOpened{"打开项目成功！", "", Icon::Information};
-const Msg kSelect{"请选择一个项目！", "注意", Icon::Exclamation};
 
 QAction& action(const QWidget& main, const char* name)
 {
@@ -223,6 +222,32 @@ private slots:
         for (int i = 0; i < 2; ++i)  // fresh each time
             useModal([&] { action(main, QTest::currentDataTag()).trigger(); },
                      [&](QWidget& window) { QCOMPARE(window.objectName(), form); });
+    }
+
+    void tabOrderFollowsTheEye()
+    {
+        ScriptedDesk desk;
+        ProjectFolder folder;
+        frmMain main;
+        main.show();
+        QCOMPARE(main.focusWidget()->objectName(), QStringLiteral("lstProjects"));
+        for (const char* next :
+             {"cmdNewProjects", "cmdOpenProjects", "cmdProjectsDel", "lstSj", "butZh", "butDel", "cmdExit"}) {
+            QTest::keyClick(main.focusWidget(), Qt::Key_Tab);
+            QCOMPARE(main.focusWidget()->objectName(), QString::fromUtf8(next));
+        }
+    }
+    void opensAProjectByKeyboardAlone()
+    {
+        ScriptedDesk desk;
+        ProjectFolder folder;
+        frmMain main;
+        main.show();
+        QTest::keyClick(main.focusWidget(), Qt::Key_Down);  // the first arrow takes the first row
+        QCOMPARE(named<ListBox>(main, "lstProjects").ListIndex(), 0);
+        for (int i = 0; i < 2; ++i) QTest::keyClick(main.focusWidget(), Qt::Key_Tab);
+        QTest::keyClick(main.focusWidget(), Qt::Key_Space);
+        QCOMPARE(desk.messages, std::vector<Msg>{kOpened});
     }
 
     void onlyToolsAndHelpBeforeAProject()
