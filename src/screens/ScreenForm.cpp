@@ -166,4 +166,8 @@ void ScreenForm::layOut(std::vector<house::Piece> fields, std::vector<QWidget*> 
     house::placeWaitBox(wait, grid);
     fields.insert(fields.end(), {grid, house::buttonRow(buttons)});
     house::arrange(*this, fields);
+
+    // Frames take their boxes behind the grid in the ring of the tab key: the first box starts with the focus.
+    for (auto* next = grid->nextInFocusChain(); next != grid; next = next->nextInFocusChain())
+        if (qobject_cast<QLineEdit*>(next) && next->focusPolicy() & Qt::TabFocus) return next->setFocus();
 }
