@@ -181,6 +181,7 @@ void EditorForm::Form_Resize()
 
 void EditorForm::Grid_Click()
 {
+    if (m_grid->Row() > kMaxRow) return;  // of an overlong file: CurRow cannot name it
     enterCell(m_grid->Row(), m_grid->Col());
     if (gGridLeftDown) applyMouseRule();
 }
@@ -396,7 +397,7 @@ bool EditorForm::moveByKey(const QKeyEvent& key)
     default:
         col += 1;
     }
-    row = std::clamp(row, 1, m_grid->Rows() - 1);
+    row = std::clamp(row, 1, std::min(m_grid->Rows() - 1, kMaxRow));
     col = std::clamp(col, 1, m_table.lastColumn());
     CommitCell();
     m_grid->setRow(row);

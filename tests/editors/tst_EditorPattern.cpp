@@ -665,6 +665,24 @@ private slots:
         QCOMPARE(e.w.state(), "1,1 cur 0,0 rows 3 -- ()");
     }
 
+    /// CurRow counts to 32,767; what a file holds beyond that is shown and saved, but no cell of it is entered.
+    void rowsBeyondSixteenBitsAreNotEntered()
+    {
+        std::string lines;
+        for (int i = 0; i < 32770; ++i) lines += "1,2\r\n";
+        Opened<frmDl> e{{{"断链参数.txt", lines}}};
+        play(e.w, {
+                      click(32768, 2, "32768,2 cur 0,0 rows 32771 -- ()"),
+                      click(32767, 2, "32767,2 cur 32767,2 rows 32771 E- [2]"),
+                      key(Qt::Key_Down, "32767,2 cur 32767,2 rows 32771 E- [2]"),
+                      key(Qt::Key_PageDown, "32767,2 cur 32767,2 rows 32771 E- [2]"),
+                      click(32770, 1, "32770,1 cur 32767,2 rows 32771 E- [2]"),
+                      push("Save", "32770,1 cur 32767,2 rows 32771 -- [2]"),
+                  });
+        QVERIFY(e.seams.ended.empty());
+        QCOMPARE(e.folder.text("断链参数.txt"), lines);
+    }
+
     // The box over its cell
 
     void theBoxCoversItsCell()

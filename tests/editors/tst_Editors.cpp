@@ -120,6 +120,10 @@ private slots:
                 QCOMPARE(w.grid.ColWidth(col), col == 0 ? editor.sequenceWidth : remark ? 8000 : editor.width);
                 QCOMPARE(w.cell(0, col),
                          QString::fromStdString(form->table().columns[static_cast<std::size_t>(col)].header));
+                const auto header = col == 0
+                                        ? w.grid.model()->headerData(0, Qt::Vertical, Qt::TextAlignmentRole)
+                                        : w.grid.model()->headerData(col - 1, Qt::Horizontal, Qt::TextAlignmentRole);
+                QCOMPARE(header.toInt() & Qt::AlignCenter, int(Qt::AlignCenter));
                 if (col > 0) {
                     const auto shown = w.grid.model()->data(w.grid.model()->index(0, col - 1), Qt::TextAlignmentRole);
                     QCOMPARE(shown.toInt() & Qt::AlignCenter, int(Qt::AlignCenter));
