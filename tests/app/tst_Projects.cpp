@@ -141,8 +141,9 @@ private slots:
         frmNewProjects dialog;
         QCOMPARE(dialog.windowTitle(), QStringLiteral("新建项目"));
         QCOMPARE(dialog.findChild<QLabel*>()->text(), QStringLiteral("项目名称"));
-        QVERIFY(dialog.findChild<XPButton*>(QStringLiteral("cmdNewProjectsOK")));
-        QVERIFY(dialog.findChild<XPButton*>(QStringLiteral("cmdNewProjectsCancel")));
+        const auto caption = [&](const char* name) { return dialog.findChild<XPButton*>(name)->Caption(); };
+        QCOMPARE(caption("cmdNewProjectsOK"), QStringLiteral("确 定"));
+        QCOMPARE(caption("cmdNewProjectsCancel"), QStringLiteral("取 消"));
     }
     void newProjectIsTrimmedListedAndNotOpened()
     {

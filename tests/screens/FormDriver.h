@@ -3,13 +3,16 @@
 
 #include "controls/XPButton.h"
 #include "desk/GridText.h"
+#include "office/Xls.h"
 #include "platform/Fields.h"
 #include "platform/MSFlexGrid.h"
 #include "platform/Platform.h"
+#include "screens/Export.h"
 #include "support/ScriptedDesk.h"
 #include "support/Tables.h"
 
 #include <QCheckBox>
+#include <QTemporaryDir>
 #include <QtTest>
 
 /// Straight to the north from X 1000, Y 2000: stake 0 to 1000, so that X is 1000 + stake and Y is 2000 + offset.
@@ -89,6 +92,27 @@ struct Driven {
         return cells;
     }
 };
+
+/// A calculation window that tells what its rows are as a workbook of a layout.
+template <class Form>
+struct WithWorkbook : Form {
+    QByteArray workbook(const ExportLayout& layout)
+    {
+        return QByteArray::fromStdString(XlsBytes(ResultSheet(layout, this->exportData())));
+    }
+};
+
+/// The save button writes the rows in this layout.
+template <class Form>
+void savesInLayout(Driven<WithWorkbook<Form>>& f, ScriptedDesk& desk, const char* button, const ExportLayout& layout)
+{
+    QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("saved.xls")));
+    desk.save(file.fileName().toStdString());
+    f.click(button);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), f.form.workbook(layout));
+}
 
 /// Tables of a fresh process, and the machine answered: the end of the process is noted, not carried out.
 struct Machine {

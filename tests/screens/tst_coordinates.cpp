@@ -320,6 +320,28 @@ private slots:
         COMPARE_MESSAGES(m->desk, );
     }
 
+    /// Saved rows are not asked about at closing.
+    void eachWindowSavesItsOwnLayout()
+    {
+        Driven<WithWorkbook<frmPlfy>> run;
+        run.pick("comPlzbCz", 1);
+        run.type("txtPlzbQdlc", "0");
+        run.type("txtPlzbZdlc", "90");
+        run.type("txtPlzbBc", "30");
+        run.click("butPlzbCalc");
+        savesInLayout(run, m->desk, "butPlzbSave", kPlfyExport);
+        run.click("butPlzbBack");
+        Driven<WithWorkbook<frmFs>> inverse;
+        inverse.type("txtFsx", "1050");
+        inverse.type("txtFsY", "2001");
+        inverse.click("butFsCalc");
+        savesInLayout(inverse, m->desk, "butFsSave", kFsExport);
+        inverse.click("butFsBack");
+        const Msg saved{"保存成功！", "成功", Icon::Information};
+        COMPARE_MESSAGES(m->desk, saved, saved);
+        QVERIFY(!run.form.isVisible() && !inverse.form.isVisible());
+    }
+
     void closeAsksAndGoesWhateverTheSaveDid()
     {
         Driven<frmDgdZb> f;

@@ -70,6 +70,27 @@ private slots:
         one.form.close();
     }
 
+    /// Saved rows are not asked about at closing.
+    void eachWindowSavesItsOwnLayout()
+    {
+        Driven<WithWorkbook<frmDgdGc>> one;
+        one.type("txtDgdGcFylc", "100");
+        one.click("butDgdGcCalc");
+        savesInLayout(one, m->desk, "butDgdGcSave", kDgdGcExport);
+        one.click("butDgdBack");
+        Driven<WithWorkbook<frmPlGc>> run;
+        run.type("txtPlGcQdlc", "0");
+        run.type("txtPlGcZdlc", "90");
+        run.type("txtPlGcJj", "30");
+        run.type("txtPlGcPj", "2");
+        run.click("butPlGcCalc");
+        savesInLayout(run, m->desk, "butPlGcSave", kPlGcExport);
+        run.click("butPlBack");
+        const Msg saved{"保存成功！", "成功", Icon::Information};
+        COMPARE_MESSAGES(m->desk, saved, saved);
+        QVERIFY(!one.form.isVisible() && !run.form.isVisible());
+    }
+
     void bothLimitsPass()
     {
         Driven<frmDgdGc> f;

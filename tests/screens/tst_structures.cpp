@@ -242,8 +242,7 @@ private slots:
         struct Structures : frmJgw {
             Worksheet sheet() { return ResultSheet(kJgwExport, exportData()); }
         };
-        QTemporaryDir folder;
-        Driven<Structures> f;
+        Driven<WithWorkbook<Structures>> f;
         fill(f, "100");
         f.click("butJgwCalc");
         f.type("txtJgwKq", "9");
@@ -258,8 +257,7 @@ private slots:
             QCOMPARE(sheet.text(cell).c_str(), "斜交正做：K前5,K后5,Z左3,Z右4");
         for (const char* cell : {"k7", "k9"}) QCOMPARE(sheet.text(cell).c_str(), "斜交正做：K前9,K后5,Z左3,Z右4");
         QCOMPARE(sheet.text("j3").c_str(), "P1 0,0");
-        m->desk.save(folder.filePath(u"j.xls"_s).toStdString());
-        f.click("butJgwSave");
+        savesInLayout(f, m->desk, "butJgwSave", kJgwExport);
         COMPARE_MESSAGES(m->desk, Msg{"保存成功！", "成功", Icon::Information});
         f.form.close();
     }
@@ -345,6 +343,14 @@ private slots:
         gZdZhLc[1] = 100.00051;
         Driven<frmZdcs> f;
         QCOMPARE(gZdZhLc[1], 100.001);
+    }
+
+    void savesItsOwnLayout()
+    {
+        twoPoints();
+        Driven<WithWorkbook<frmZdcs>> f;
+        savesInLayout(f, m->desk, "butZdSave", kZdcsExport);
+        COMPARE_MESSAGES(m->desk, Msg{"保存成功！", "成功", Icon::Information});
     }
 
     void savesAnEmptyTableToo()
