@@ -115,6 +115,7 @@ private slots:
         click(dialog, "sjXmOK");
         QVERIFY(dialog.isVisible());
         QVERIFY(desk.messages.empty());
+        QCOMPARE(ReadPhoneCatalogue(), std::vector<std::string>{"a"});  // the list comes before the files
     }
     void cancelChangesNothing()
     {

@@ -517,6 +517,16 @@ TEST(FhdxSums, MillimetresPastSixteenBitsOverflow)
     EXPECT_EQ(faultOf(negative), RunTimeError::Overflow);
 }
 
+TEST(FhdxSums, BothAreTakenBeforeARestIsMoved)
+{
+    // One millimetre too many in column h, but the sum of column i fails first.
+    const Traverse traverse = eastward({60, 60, 80}, -0.002, -40);
+    Worksheet sheet = sheetOf(traverse);
+    EXPECT_EQ(faultOf(sheet), RunTimeError::Overflow);
+    EXPECT_THAT(legsColumn(sheet, 'h', traverse), ElementsAre(1, 1, 1));
+    EXPECT_THAT(legsColumn(sheet, 'i', traverse), ElementsAre(12000, 12000, 16000));
+}
+
 TEST(FhdxCoordinates, LastCorrectedIncrementIsNotUsed)
 {
     const Traverse traverse = eastward({100, 100, 100}, 0.03, 0);

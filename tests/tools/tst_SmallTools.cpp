@@ -201,6 +201,7 @@ private slots:
         click(form, "Command1");
         QCOMPARE(desk.messages, (std::vector<Msg>{{"缓和参数A不能为空！", "注意", Icon::None},
                                                   {"曲线半径R不能为空！", "注意", Icon::None}}));
+        QCOMPARE(form.focusWidget()->objectName(), QStringLiteral("Command1"));
     }
     void qljsEmptyL0EndsTheProgram()
     {
