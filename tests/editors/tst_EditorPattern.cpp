@@ -256,6 +256,20 @@ private slots:
         QCOMPARE(e.w.box.text(), "12");
     }
 
+    /// Enter commits once more after it has moved on, so that the entered cell loses its blanks at once.
+    void theSecondCommitOfEnterTrimsTheEnteredCell()
+    {
+        constexpr auto blanks = "0,10\r\n1, 2 ,3\r\n90,91\r\n";
+        Sqx keys{{{kSqx, blanks}}};
+        play(keys.w, {enter("1,2 cur 1,2 rows 2 ES [ 2 ]")});
+        QCOMPARE(keys.w.cells(), "1,2,3");
+        Sqx mouse{{{kSqx, blanks}}};
+        play(mouse.w, {rightClick(1, 2, "1,2 cur 1,2 rows 2 E- [ 2 ]")});
+        QCOMPARE(mouse.w.cells(), "1, 2 ,3");
+        play(mouse.w, {focusOut("1,2 cur 1,2 rows 2 E- [ 2 ]")});
+        QCOMPARE(mouse.w.cells(), "1,2,3");
+    }
+
     void aKeyBeforeAnyCellCommitsNothing()
     {
         Opened<frmDl> dl{{{"断链参数.txt", "100,120\r\n"}}};

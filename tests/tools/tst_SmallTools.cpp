@@ -149,6 +149,31 @@ private slots:
         QCOMPARE(form.focusWidget()->objectName(), QStringLiteral("txtZsCzY"));
         QCOMPARE(named<QLineEdit>(form, "txtZsCzY").selectedText(), QStringLiteral("2000"));
     }
+    void zbzfsByKeyboardAlone()
+    {
+        ScriptedDesk desk;
+        ScriptedPlatform seams;
+        frmZbzfs form;
+        form.show();
+        const auto typeAll = [&](std::initializer_list<const char*> texts) {
+            for (const char* text : texts) {
+                QTest::keyClicks(form.focusWidget(), QString::fromUtf8(text));
+                QTest::keyClick(form.focusWidget(), Qt::Key_Return);
+            }
+        };
+        named<QLineEdit>(form, "txtZsCzX").setFocus();
+        typeAll({"1000", "2000", "30", "100"});
+        QCOMPARE(form.focusWidget()->objectName(), QStringLiteral("butZsCalc"));
+        QTest::keyClick(form.focusWidget(), Qt::Key_Return);
+        QCOMPARE(textOf(form, "txtZsJsdX"), QStringLiteral("1086.603"));
+        QCOMPARE(textOf(form, "txtZsJsdY"), QStringLiteral("2050.000"));
+        named<QLineEdit>(form, "txtFsCzx").setFocus();
+        typeAll({"1000", "2000", "600", "2300"});
+        QCOMPARE(form.focusWidget()->objectName(), QStringLiteral("butFsCalc"));
+        QTest::keyClick(form.focusWidget(), Qt::Key_Return);
+        QCOMPARE(textOf(form, "txtFsJl"), QStringLiteral("500.000"));
+        QVERIFY(desk.messages.empty());
+    }
 
     void qljsControls_data()
     {
