@@ -162,6 +162,17 @@ private slots:
         QVERIFY(e.desk.messages.empty());
     }
 
+    /// The one message that a way back can bring; the wizard goes all the same.
+    void backNamesAStakeInAChainageGap()
+    {
+        const Opened<frmSelect> e{{kSettings, kSet},
+                                  {"断链参数.txt", "100,200\r\n"},
+                                  {"竖曲线参数.txt", "0,10\r\n150,11,1000\r\n400,12\r\n"}};
+        click(e.form, "cmdSelectBack");
+        QCOMPARE(e.desk.messages, (std::vector<Msg>{{"桩号不存在，请检查断链数据！", "注意", Icon::Exclamation}}));
+        QVERIFY(!e.form.isVisible());
+    }
+
     void anyOtherClosingDoesNotCompile()
     {
         for (const bool byEsc : {false, true}) {

@@ -41,6 +41,13 @@ TEST_F(Zdcs, OneRowAPoint)
                      "6.000", "360度00分00秒", "1300.001", "7.000",   "-8.500", "359度59分59秒"}));
 }
 
+TEST_F(Zdcs, WithoutSpiralsZhAndHyAndYhAndHzReadAlike)
+{
+    point(100, 100.000001, 200, 200.000001);
+    load();
+    EXPECT_EQ(stakes(), (Texts{"100.000", "100.000", "200.000", "200.000"}));
+}
+
 TEST_F(Zdcs, StakesAreStoredRoundedHalfUp)
 {
     point(100.00049, 150.0006, 200, 300);
