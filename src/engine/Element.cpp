@@ -31,8 +31,8 @@ void ElementEnd(double len, double k1, double k2, double az, double x0, double y
 
 ElementPoint ForwardElement(double len, double r1, double r2, double az, double x0, double y0)
 {
-    const double k1 = r1 != 0 ? 1 / r1 : 0;
-    const double k2 = r2 != 0 ? 1 / r2 : 0;
+    const double k1 = r1 != 0 ? quotient(1, r1) : 0;
+    const double k2 = r2 != 0 ? quotient(1, r2) : 0;
     const CurvePoint end = alongElement(std::abs(len), k1, k2 - k1, az, x0, y0);
     return {Fixed3(end.x), Fixed3(end.y), DegToDms(end.fwjDeg)};
 }

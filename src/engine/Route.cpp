@@ -2,6 +2,7 @@
 
 #include "engine/Numbers.h"
 #include "engine/RoutePoint.h"
+#include "engine/RunTimeError.h"
 #include "project/CalcTables.h"
 
 #include <cmath>
@@ -15,8 +16,8 @@ std::size_t elementAt(double stake)
 
 CurvePoint pointOn(std::size_t i, double stake)
 {
-    const double a = curvature(gElemR1[i - 1]);
-    const double b = curvature(gElemR2[i - 1]);
+    const double a = checked(curvature(gElemR1[i - 1]));
+    const double b = checked(curvature(gElemR2[i - 1]));
     const double L = stake - gElemLc[i - 1];
     const double dk = (b - a) / (gElemLc[i] - gElemLc[i - 1]) * L;
     return integrate(L, DmsToDeg(gElemFwj[i - 1]), a, dk, gElemX[i - 1], gElemY[i - 1],

@@ -114,6 +114,12 @@ TEST(ForwardElement, SignOfTheLengthIsDropped)
     EXPECT_EQ(back.fwj, ahead.fwj);
 }
 
+TEST(ForwardElement, RadiusTooSmallToDivideByOverflows)
+{
+    EXPECT_THROW(ForwardElement(100, 1e-320, 0, 0, 0, 0), RunTimeError);
+    EXPECT_THROW(ForwardElement(100, 0, -1e-320, 0, 0, 0), RunTimeError);
+}
+
 TEST(ForwardElement, LengthOfZeroIsItsStart)
 {
     const ElementPoint end = ForwardElement(0, 100, -50, 12.3456, 7.12345, 8);

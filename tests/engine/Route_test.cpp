@@ -203,6 +203,19 @@ TEST_F(StakeToXYTest, NumbersOutOfAllBoundsOverflow)
     EXPECT_THROW(StakeToXY(50, 0, 0), RunTimeError);
 }
 
+TEST_F(StakeToXYTest, RadiusTooSmallToDivideByOverflowsAndKeepsTheLastResults)
+{
+    setElements({{0, 1, 2, 30, 0, 0}, {100, 1, 2, 30, 1e-320, 0}, {200, 1, 2, 30, 0, 1e-320}, {300, 0, 0, 0, 0, 0}});
+    StakeToXY(50, 0, 0);
+    const double x = gOutX, y = gOutY;
+    for (const double stake : {150.0, 250.0}) {
+        EXPECT_THROW(StakeToXY(stake, 0, 0), RunTimeError) << stake;
+        EXPECT_EQ(gOutX, x);
+        EXPECT_EQ(gOutY, y);
+        EXPECT_EQ(gOutFwj, 30);
+    }
+}
+
 TEST_F(XYToStakeTest, PointOnTheLineIsInTheMiddle)
 {
     setStraight(45);
