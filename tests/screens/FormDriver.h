@@ -114,6 +114,25 @@ void savesInLayout(Driven<WithWorkbook<Form>>& f, ScriptedDesk& desk, const char
     QCOMPARE(file.readAll(), f.form.workbook(layout));
 }
 
+/// Every control of the window keeps its relative place and size: this box, in its frame, and the grid.
+template <class Form>
+void stretchesWithItsControls(Driven<Form>& f, const char* box)
+{
+    const QSize size = f.form.size();
+    const std::vector<QWidget*> controls{f.box(box), f.box(box)->parentWidget(), &f.grid()};
+    std::vector<QRect> before;
+    for (const auto* control : controls) before.push_back(control->geometry());
+    f.form.resize(size * 2);
+    QTest::qWait(1);
+    for (std::size_t i = 0; i < controls.size(); ++i)
+        if (controls[i] != &f.form)
+            QCOMPARE(controls[i]->geometry(), QRect(before[i].topLeft() * 2, before[i].size() * 2));
+    f.form.resize(size);
+    QTest::qWait(1);
+    for (std::size_t i = 0; i < controls.size(); ++i)
+        if (controls[i] != &f.form) QCOMPARE(controls[i]->geometry(), before[i]);
+}
+
 /// Tables of a fresh process, and the machine answered: the end of the process is noted, not carried out.
 struct Machine {
     ScriptedDesk desk;

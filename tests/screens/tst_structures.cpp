@@ -262,6 +262,12 @@ private slots:
         f.form.close();
     }
 
+    void controlsKeepTheirPlacesWhenTheWindowStretches()
+    {
+        Driven<frmJgw> f;
+        stretchesWithItsControls(f, "txtJgwKq");
+    }
+
     void stationIsPickedOrTyped()
     {
         Driven<frmJgw> f;
