@@ -1,0 +1,154 @@
+// The controls of an editor and what its load puts into them.
+
+#include "controls/FormScaling.h"
+#include "controls/XPButton.h"
+#include "editors/EditorForm.h"
+#include "engine/Numbers.h"
+#include "platform/HouseLook.h"
+#include "platform/Layout.h"
+#include "platform/MSFlexGrid.h"
+#include "project/CalcTables.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QStyledItemDelegate>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+QString named(std::string_view before, std::string_view stem, std::string_view after = {})
+{
+    return fromUtf8(std::string(before).append(stem).append(after));
+}
+
+/// Paints the stake columns a shade darker, so that they are found again in a wide grid.
+class StakeShade : public QStyledItemDelegate {
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (option->backgroundBrush.style() == Qt::NoBrush) option->backgroundBrush = QColor(0xF3, 0xF1, 0xE7);
+    }
+};
+
+}  // namespace
+
+EditorForm::EditorForm(EditorTable table, QWidget* parent)
+    : Form(named("frm", table.stem), fromUtf8(std::string(table.caption)), parent), m_table(std::move(table))
+{
+    makeControls();
+}
+
+void EditorForm::makeControls()
+{
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(house::kMargin, house::kMargin, house::kMargin, house::kMargin);
+    all->setSpacing(house::kGrid);
+    if (!m_table.frames.empty()) all->addLayout(makeFrames());
+
+    m_grid = control<MSFlexGrid>(toUtf8(named("Msfg", m_table.stem)).c_str());
+    all->addWidget(m_grid, 1);
+    on(m_grid, &MSFlexGrid::MouseDown, [](int mouseButton, int, int) { gGridLeftDown = mouseButton == 1; });
+    on(m_grid, &MSFlexGrid::Click, [this] { Grid_Click(); });
+    on(m_grid, &MSFlexGrid::Scroll, [this] { Grid_Scroll(); });
+    on(m_grid->horizontalHeader(), &QHeaderView::sectionResized, [this] { placeBox(); });
+
+    m_box = control<QLineEdit>(toUtf8(named("txt", m_table.stem, "Input")).c_str());
+    m_box->setAlignment(Qt::AlignCenter);
+    m_box->setAcceptDrops(false);
+    m_box->hide();
+    filterKeys(m_box, [this](int keyAscii) {
+        const auto accepts = KeySetOf(m_table.columns.at(static_cast<std::size_t>(CurCol)).filter);
+        return !accepts || accepts(keyAscii);
+    });
+    on(m_box, &QLineEdit::textChanged, [this] { Edited = true; });
+    on(m_box, &QLineEdit::textEdited, [this] { scrollToBox(); });
+
+    auto* hint = control<QLabel>("lblHint", m_table.enterMoves
+                                                ? QStringLiteral("单击单元格输入，回车到下一格，方向键移动，可粘贴表格")
+                                                : QStringLiteral("单击单元格输入，方向键移动，可粘贴表格"));
+    hint->setForegroundRole(QPalette::PlaceholderText);
+    m_buttons = new QHBoxLayout;
+    m_buttons->setSpacing(house::kGrid);
+    m_buttons->addWidget(hint);
+    m_buttons->addStretch(1);
+    all->addLayout(m_buttons);
+    const auto button = [this](std::string_view name, const QString& caption, auto handler) {
+        auto* made = control<XPButton>(toUtf8(named("cmd", m_table.stem, name)).c_str(), caption);
+        on(made, &XPButton::Click, handler);
+        m_buttons->addWidget(made);
+    };
+    if (m_table.hasInsert) button("Insert", QStringLiteral("插入一行"), [this] { cmdInsert_Click(); });
+    button("Del", QStringLiteral("删除一行"), [this] { cmdDel_Click(); });
+    button("Back", QStringLiteral("返 回"), [this] { cmdBack_Click(); });
+    button("Save", QStringLiteral("保 存"), [this] { cmdSave_Click(); });
+}
+
+QLayout* EditorForm::makeFrames()
+{
+    auto* row = new QHBoxLayout;
+    row->setSpacing(house::kMargin);
+    for (const EditorFrame& frame : m_table.frames) {
+        house::Fields fields;
+        for (const FrameBox& field : frame.boxes) {
+            auto* box = control<QLineEdit>(std::string(field.control).c_str());
+            box->setToolTip(fromUtf8(std::string(field.tip)));
+            house::fitDigits(box);
+            filterKeys(box, IsSignedDecimalKey);
+            on(box, &QLineEdit::textChanged, [this] { Edited = true; });
+            on(box, &QLineEdit::textEdited, [this, at = m_frameBoxes.size()] { spreadOverFrames(at); });
+            m_frameBoxes.push_back(box);
+            fields.emplace_back(fromUtf8(std::string(field.label)), box);
+        }
+        auto* group = house::frame(fromUtf8(std::string(frame.caption)), house::fieldLine(fields));
+        group->setObjectName(fromUtf8(std::string(frame.control)));
+        row->addWidget(group, 1);
+    }
+    return row;
+}
+
+XPButton* EditorForm::addButton(const char* name, const QString& caption)
+{
+    auto* made = control<XPButton>(name, caption);
+    auto* back = findChild<XPButton*>(named("cmd", m_table.stem, "Back"));
+    m_buttons->insertWidget(m_buttons->indexOf(back), made);
+    setTabOrder(findChild<XPButton*>(named("cmd", m_table.stem, "Del")), made);
+    return made;
+}
+
+void EditorForm::Form_Load()
+{
+    EditorContent content = LoadEditor(m_table);
+    m_damaged = std::move(content.damaged);
+    if (!m_table.columns.empty()) {
+        m_grid->setCols(static_cast<int>(m_table.columns.size()));
+        for (int col = 0; col <= m_table.lastColumn(); ++col) {
+            const EditorColumn& column = m_table.columns[static_cast<std::size_t>(col)];
+            m_grid->setTextMatrix(0, col, fromUtf8(column.header));
+            m_grid->setColWidth(col, column.width);
+            m_grid->setColAlignment(col, Qt::AlignCenter);
+            m_grid->setHeaderToolTip(col, fromUtf8(column.tip));
+            if (column.isStake) m_grid->setItemDelegateForColumn(col - 1, new StakeShade(m_grid));
+        }
+    }
+    m_grid->holdBack(true);
+    for (std::vector<std::string>& row : content.rows) m_grid->appendRow(std::move(row));
+    m_grid->holdBack(false);
+    m_grid->scrollToTop();
+    for (std::size_t i = 0; i < m_frameBoxes.size(); ++i) m_frameBoxes[i]->setText(fromUtf8(content.frameTexts[i]));
+    RenumberGrid(*m_grid);
+
+    const auto buttons = findChildren<XPButton*>();
+    int width = 104;
+    for (const auto* button : buttons) width = std::max(width, button->sizeHint().width());
+    for (auto* button : buttons) button->setMinimumWidth(width);
+    resize(sizeHint().expandedTo({560, 440}));
+    if (m_table.scales) ResizeInit(*this);
+    Edited = false;
+}

@@ -1,0 +1,179 @@
+// Comfort that changes no rule: the box over its cell, arrow and page keys, blocks from a spreadsheet.
+
+#include "editors/EditorForm.h"
+#include "platform/MSFlexGrid.h"
+#include "platform/Twips.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kInset = 45;  // twips from a cell's place to the box over it
+
+bool isMove(int key)
+{
+    return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_Left || key == Qt::Key_Right ||
+           key == Qt::Key_PageUp || key == Qt::Key_PageDown;
+}
+
+}  // namespace
+
+/// The box over its cell; what would lie outside the grid's cells is not shown.
+void EditorForm::placeBox()
+{
+    if (!boxHasCell()) return;
+    const QPoint at(twipsToPixels(m_grid->ColPos(CurCol) + pixelsToTwips(m_grid->x(), *this) + kInset, *this),
+                    twipsToPixels(m_grid->RowPos(CurRow) + pixelsToTwips(m_grid->y(), *this) + kInset, *this));
+    m_box->setGeometry({at, m_grid->cellRect(CurRow, CurCol).size()});
+    const QRect cells = m_grid->viewport()->geometry().translated(m_grid->pos()).translated(-at);
+    const QRect seen = cells & m_box->rect();
+    if (seen == m_box->rect())
+        m_box->clearMask();
+    else
+        m_box->setMask(seen.isEmpty() ? QRect(-1, -1, 1, 1) : seen);
+}
+
+bool EditorForm::boxNeeds(const QKeyEvent& key) const
+{
+    if (m_box->selectedText() == m_box->text()) return false;
+    if (key.key() == Qt::Key_Left) return m_box->hasSelectedText() || m_box->cursorPosition() > 0;
+    if (key.key() == Qt::Key_Right) return m_box->hasSelectedText() || m_box->cursorPosition() < m_box->text().size();
+    return false;
+}
+
+bool EditorForm::moveByKey(const QKeyEvent& key)
+{
+    if (!isMove(key.key()) || (key.modifiers() & ~Qt::KeypadModifier) || m_table.lastColumn() < 1) return false;
+    const bool fromBox = m_box->isVisible() && boxHasCell();
+    const int page = std::max(1, m_grid->viewport()->height() / std::max(1, m_grid->cellRect(1, 1).height()) - 1);
+    int row = fromBox ? CurRow : m_grid->Row();
+    int col = fromBox ? CurCol : m_grid->Col();
+    switch (key.key()) {
+    case Qt::Key_Up:
+        row -= 1;
+        break;
+    case Qt::Key_Down:
+        row += 1;
+        break;
+    case Qt::Key_PageUp:
+        row -= page;
+        break;
+    case Qt::Key_PageDown:
+        row += page;
+        break;
+    case Qt::Key_Left:
+        col -= 1;
+        break;
+    default:
+        col += 1;
+    }
+    row = std::clamp(row, 1, std::min(m_grid->Rows() - 1, kMaxRow));
+    col = std::clamp(col, 1, m_table.lastColumn());
+    CommitCell();
+    m_grid->setRow(row);
+    m_grid->setCol(col);
+    enterCell(row, col);
+    return true;
+}
+
+/// False where the text is no block: it goes into the box as it is.
+bool EditorForm::pasteBlock(const QString& text)
+{
+    if (m_table.lastColumn() < 1 || !IsBlock(toUtf8(text))) return false;
+    CommitCell();
+    const bool fromBox = m_box->isVisible() && boxHasCell();
+    const BlockPaste paste = PlanPaste(m_table, m_grid->text(), fromBox ? CurRow : m_grid->Row(),
+                                       fromBox ? CurCol : m_grid->Col(), toUtf8(text));
+    if (paste.refusal) {
+        desk().box(*paste.refusal);
+        return true;
+    }
+    if (paste.rows > m_grid->Rows()) {
+        m_grid->setRows(paste.rows);
+        RenumberGrid(*m_grid);
+    }
+    for (const CellText& cell : paste.cells) writeCell(cell.row, cell.col, cell.text);
+    if (!paste.cells.empty()) Edited = true;
+    if (boxHasCell()) showCellText();
+    return true;
+}
+
+/// Cells pasted from a spreadsheet into a frame box go into that box and those after it.
+void EditorForm::spreadOverFrames(std::size_t at)
+{
+    static const QRegularExpression between(QStringLiteral("[\\t\\r\\n]+"));
+    if (!IsBlock(toUtf8(m_frameBoxes[at]->text()))) return;
+    const QStringList pieces = m_frameBoxes[at]->text().split(between, Qt::SkipEmptyParts);
+    m_frameBoxes[at]->clear();
+    for (const QString& piece : pieces)
+        if (at < m_frameBoxes.size()) m_frameBoxes[at++]->setText(piece);
+}
+
+void EditorForm::showBoxMenu(const QPoint& at)
+{
+    QMenu menu(this);
+    const auto add = [&](const QString& caption, bool enabled, auto action) {
+        menu.addAction(caption, this, action)->setEnabled(enabled);
+    };
+    const QString clip = QApplication::clipboard()->text();
+    add(QStringLiteral("撤销"), m_box->isUndoAvailable(), [this] { m_box->undo(); });
+    menu.addSeparator();
+    add(QStringLiteral("剪切"), m_box->hasSelectedText(), [this] { m_box->cut(); });
+    add(QStringLiteral("复制"), m_box->hasSelectedText(), [this] { m_box->copy(); });
+    add(QStringLiteral("粘贴"), !clip.isEmpty(), [this, clip] {
+        if (!pasteBlock(clip)) m_box->paste();
+    });
+    menu.addSeparator();
+    add(QStringLiteral("全选"), !m_box->text().isEmpty(), [this] { m_box->selectAll(); });
+    menu.exec(at);
+}
+
+bool EditorForm::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_box || watched == m_grid) {
+        switch (event->type()) {
+        case QEvent::FocusOut: {
+            const auto reason = static_cast<QFocusEvent*>(event)->reason();
+            if (watched == m_box && reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+                CommitCell();
+            break;
+        }
+        case QEvent::KeyPress: {
+            const auto& key = *static_cast<QKeyEvent*>(event);
+            if (key.matches(QKeySequence::Paste) && pasteBlock(QApplication::clipboard()->text())) return true;
+            if (!(watched == m_box && boxNeeds(key)) && moveByKey(key)) return true;
+            if (watched == m_grid && !key.text().isEmpty() && key.text().front().isPrint()) {
+                Form::eventFilter(watched, event);
+                return true;  // the view would look for a cell that begins with it
+            }
+            break;
+        }
+        case QEvent::MouseButtonRelease:
+            if (watched == m_box && static_cast<QMouseEvent*>(event)->button() == Qt::MiddleButton &&
+                pasteBlock(QApplication::clipboard()->text(QClipboard::Selection)))
+                return true;
+            break;
+        case QEvent::ContextMenu:
+            if (watched != m_box) break;
+            showBoxMenu(static_cast<QContextMenuEvent*>(event)->globalPos());
+            return true;
+        case QEvent::Resize:
+        case QEvent::Move:
+            if (watched == m_grid) placeBox();
+            break;
+        default:
+            break;
+        }
+    } else if (m_grid && watched == m_grid->viewport() && event->type() == QEvent::Resize) {
+        placeBox();
+    }
+    return Form::eventFilter(watched, event);
+}
