@@ -228,6 +228,13 @@ TEST(FhdxAngles, LimitShownIsRoundedTheTestIsNot)
     EXPECT_EQ(angleVerdict(2, "180.0018"), "fβ=18″ fβ允 = ±10√n = ±17″ fβ>fβ允，不符合一级导线要求");
 }
 
+TEST(FhdxAngles, LimitShownRoundsUpButDoesNotPassThere)
+{
+    // Ten angles: 31.62″, shown as 32.
+    EXPECT_EQ(angleVerdict(9, "180.0031"), "fβ=31″ fβ允 = ±10√n = ±32″ fβ<fβ允，符合一级导线要求");
+    EXPECT_EQ(angleVerdict(9, "180.0032"), "fβ=32″ fβ允 = ±10√n = ±32″ fβ>fβ允，不符合一级导线要求");
+}
+
 TEST(FhdxAngles, ClosureIsRoundedHalfUpAlsoBelowZero)
 {
     // 7.50″ in all, carried by angles of whole hundredths; half a second up, towards zero below it.
@@ -415,6 +422,18 @@ TEST(FhdxClosure, PerfectTraverseDividesByZeroAndLeavesWhatIsWritten)
     EXPECT_EQ(textAt(sheet, 'l', 8), "");
     EXPECT_EQ(textAt(sheet, 'b', 6), "180");
     EXPECT_EQ(numberAt(sheet, 'd', 7), 90);
+}
+
+TEST(FhdxClosure, SumsAreShownInMillimetres)
+{
+    // 0.1 + 0.2 - 0.3 is not 0 in binary; the texts show it rounded.
+    const std::vector<double> legs{0.1, 0.2, -0.3};
+    Worksheet sheet = sheetOf(northward(legs, 0.01, 0.02));
+    faultOf(sheet);
+    EXPECT_EQ(textAt(sheet, 'e', 16), "fx=0 -(-.01-0)");
+    sheet = sheetOf(eastward(legs, 0.02, 0.01));
+    faultOf(sheet);
+    EXPECT_EQ(textAt(sheet, 'j', 16), "fy=0 -(-.01-0)");
 }
 
 TEST(FhdxClosure, LessThanHalfAMillimetreCountsAsNothing)
