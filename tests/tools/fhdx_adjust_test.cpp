@@ -406,6 +406,7 @@ TEST(FhdxClosure, RatioOfExactly15000DoesNotPass)
     EXPECT_EQ(verdict({700, 799.9}), "K=f/ΣD=1/14999>1/15000 不符合精度要求");
     EXPECT_EQ(verdict({700, 800.11}), "K=f/ΣD=1/15001<1/15000 符合精度要求");
     EXPECT_EQ(verdict({700, 800.05}), "K=f/ΣD=1/15000>1/15000 不符合精度要求");
+    EXPECT_EQ(verdict({700, 800.09}), "K=f/ΣD=1/15000>1/15000 不符合精度要求");  // cut off, not rounded
 }
 
 TEST(FhdxClosure, PerfectTraverseDividesByZeroAndLeavesWhatIsWritten)
