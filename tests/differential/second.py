@@ -75,11 +75,15 @@ def number(text):
     return value
 
 
-def curvature(radius):
-    k = 0.0 if radius == 0 else 1 / radius
+def reciprocal(x):
+    k = 1 / x
     if math.isinf(k):
         raise RunError(6)
     return k
+
+
+def curvature(radius):
+    return 0.0 if radius == 0 else reciprocal(radius)
 
 
 def Int(x):
@@ -492,7 +496,7 @@ class Road:
             with dropped:
                 self.elem_lc[r] = self.elem_lc[r - 1] + self.jd_ls1[i]
             with dropped:
-                self.element_end(self.jd_ls1[i], 0.0, 1 / self.jd_r[i], self.elem_fwj[r - 1], self.elem_x[r - 1],
+                self.element_end(self.jd_ls1[i], 0.0, reciprocal(self.jd_r[i]), self.elem_fwj[r - 1], self.elem_x[r - 1],
                                  self.elem_y[r - 1], self.jd_ls1[i])
             self._take(r, self.jd_r[i], self.jd_r[i])
             self._main_point("Hy", i, r)
@@ -502,7 +506,7 @@ class Road:
                 self.elem_lc[r] = (self.jd_l[i] - self.jd_ls2[i]) + self.elem_lc[r - 2]
             arc = (self.jd_l[i] - self.jd_ls2[i]) - self.jd_ls1[i]
             with dropped:
-                self.element_end(arc, 1 / self.jd_r[i], 1 / self.jd_r[i], self.elem_fwj[r - 1], self.elem_x[r - 1],
+                self.element_end(arc, reciprocal(self.jd_r[i]), reciprocal(self.jd_r[i]), self.elem_fwj[r - 1], self.elem_x[r - 1],
                                  self.elem_y[r - 1], arc)
             self._take(r, self.jd_r[i], 0.0)
             self._main_point("Yh", i, r)
@@ -511,7 +515,7 @@ class Road:
             with dropped:
                 self.elem_lc[r] = (self.jd_lc[i] - self.jd_t1[i]) + self.jd_l[i]
             with dropped:
-                self.element_end(self.jd_ls2[i], 1 / self.jd_r[i], 0.0, self.elem_fwj[r - 1], self.elem_x[r - 1],
+                self.element_end(self.jd_ls2[i], reciprocal(self.jd_r[i]), 0.0, self.elem_fwj[r - 1], self.elem_x[r - 1],
                                  self.elem_y[r - 1], self.jd_ls2[i])
             self._take(r, 0.0, 0.0)
             self._main_point("Hz", i, r)
@@ -650,8 +654,7 @@ class Road:
 
     def _integrate(self, stake):
         """The point at a stake by the last element that holds it, the azimuth in the shared result; else nothing."""
-        point = None
-        for i in range(1, self.elem_count + 1):
+        for i in range(self.elem_count, 0, -1):
             if not self.elem_lc[i - 1] <= stake < self.elem_lc[i]:
                 continue
             a, b = curvature(self.elem_r1[i - 1]), curvature(self.elem_r2[i - 1])
@@ -670,9 +673,9 @@ class Road:
                 s2x += math.cos(angle)
                 s2y += math.sin(angle)
             start, end = a0 * PI / 180, self.out_fwj * PI / 180
-            point = ((4 * s1x + math.cos(start) + 2 * s2x + math.cos(end)) * (length / 576) + self.elem_x[i - 1],
-                     (4 * s1y + math.sin(start) + 2 * s2y + math.sin(end)) * (length / 576) + self.elem_y[i - 1])
-        return point
+            return ((4 * s1x + math.cos(start) + 2 * s2x + math.cos(end)) * (length / 576) + self.elem_x[i - 1],
+                    (4 * s1y + math.sin(start) + 2 * s2y + math.sin(end)) * (length / 576) + self.elem_y[i - 1])
+        return None
 
     def stake_to_xy(self, stake, skew, offset):
         point = self._integrate(stake)
@@ -1110,7 +1113,7 @@ class Road:
                         if t > back:
                             t = t + cum
                 t = round_half_up3(t)
-                self.zd[point + "Lc"][i] = number("-" + num_text(t)) if second else t
+                self.zd[point + "Lc"][i] = -t if second else t
             yield [self.zd_jd[i]] + [format_fixed3(self.zd[k][i]) for k in ("T1", "T2", "Ls1", "Ls2")] + [
                 format_dms(self.zd[p + v][i]) if v == "Fwj" else format_fixed3(self.zd[p + v][i])
                 for p in POINTS for v in ("Lc", "X", "Y", "Fwj")]
