@@ -212,6 +212,19 @@ private slots:
         QCOMPARE(j.desk.last(), kDrawFault);
         QVERIFY(windows<DrawingWindow>().isEmpty());
     }
+    void whatIsBeingTypedIsDrawn()
+    {
+        Journey j;
+        auto* sheet = j.makeSheet("8");
+        j.typeTraverse(sheet);
+        j.click("butFhdxCalc");
+        sheet->view().setCurrent("l8");
+        for (const char c : std::string("2300.5")) QTest::keyClick(QApplication::focusWidget(), c);  // and no Enter
+        j.click("butFhdxZd");
+        const auto plans = windows<DrawingWindow>();
+        QCOMPARE(plans.size(), 1);
+        QCOMPARE(std::get<Drawing::Polyline>(plans[0]->view().drawing().entities[0]).points[2].y, 2300.5);
+    }
     void aPerfectTraverseEndsWithTheMessage()
     {
         Journey j;
