@@ -84,23 +84,28 @@ void frmJgwDrawing::paintEvent(QPaintEvent*)
     painter.drawPolygon(outline);
 
     // Half lengths to the middles of the ends, half widths to the middles of the sides.
-    const auto share = [](double part, double whole) { return part + whole == 0 ? 0.5 : part / (part + whole); };
+    const auto partOf = [](double part, double whole) { return part + whole == 0 ? 0.5 : part / (part + whole); };
     const auto between = [&](std::size_t a, std::size_t b, double t) {
         return at(corners[a].x + (corners[b].x - corners[a].x) * t, corners[a].y + (corners[b].y - corners[a].y) * t);
     };
-    const double leftShare = share(m_size.zz, m_size.zy), frontShare = share(m_size.kq, m_size.kh);
+    const double leftShare = partOf(m_size.zz, m_size.zy), frontShare = partOf(m_size.kq, m_size.kh);
     const struct {
         QPointF end;
         QString name;
-    } lengths[] = {{between(0, 1, leftShare), u"K前"_s},
-                   {between(2, 3, leftShare), u"K后"_s},
-                   {between(0, 2, frontShare), u"Z左"_s},
-                   {between(1, 3, frontShare), u"Z右"_s}};
+        bool beyond;  ///< the name stands beyond the end, clear of a narrow structure
+    } lengths[] = {{between(0, 1, leftShare), u"K前"_s, true},
+                   {between(2, 3, leftShare), u"K后"_s, true},
+                   {between(0, 2, frontShare), u"Z左"_s, false},
+                   {between(1, 3, frontShare), u"Z右"_s, false}};
     painter.setPen(QPen(length, 1.4));
-    for (const auto& [end, name] : lengths) painter.drawLine(centre, end);
+    for (const auto& line : lengths) painter.drawLine(centre, line.end);
     painter.setBrush(length);
     painter.drawEllipse(centre, 2.5, 2.5);
-    for (const auto& [end, name] : lengths) label(painter, centre + (end - centre) * 0.55, name, length);
+    for (const auto& [end, name, beyond] : lengths) {
+        const QPointF along = end - centre;
+        const double share = beyond ? 1 + 22 / std::max(1.0, std::hypot(along.x(), along.y())) : 0.55;
+        label(painter, centre + along * share, name, length);
+    }
 
     for (std::size_t i = 0; i < corners.size(); ++i) {
         const QPointF p = at(corners[i].x, corners[i].y);
