@@ -1,5 +1,6 @@
 #include "cli/Check.h"
 
+#include "cli/CheckBreaks.h"
 #include "cli/CheckFiles.h"
 #include "cli/TrueRoad.h"
 #include "engine/Numbers.h"
@@ -32,50 +33,6 @@ constexpr double kEndTolerance = 0.05;
 
 std::string metres(double value) { return FormatFixed3(value); }
 std::string oneDecimal(double value) { return LeadingZeroText(Round(value, 1)); }
-
-/// The breaks of a road, worked with on the road's own nominal numbers.
-class Breaks {
-public:
-    void add(double back, double ahead) { m_rows.push_back({back, ahead, back - shift()}); }
-    /// Sum of the amounts of all rows so far.
-    double shift() const
-    {
-        double sum = 0;
-        for (const auto& row : m_rows) sum += std::abs(row.ahead) - std::abs(row.back);
-        return sum;
-    }
-    bool inGap(double nominal) const
-    {
-        return std::any_of(m_rows.begin(), m_rows.end(),
-                           [&](const Row& r) { return nominal > r.back && nominal < r.ahead; });
-    }
-    /// First reading of a nominal stake, as the tables get it.
-    double continuous(double nominal) const
-    {
-        double amount = 0, found = nominal;
-        for (const auto& row : m_rows) {
-            const double after = amount + std::abs(row.ahead) - std::abs(row.back);
-            const bool beyond = row.ahead > row.back ? nominal >= row.ahead : nominal > row.back;
-            if (!beyond) break;
-            amount = after;
-            found = nominal - amount;
-        }
-        return found;
-    }
-    double position(double continuous) const  // nominal stake of a continuous one
-    {
-        double nominal = continuous;
-        for (const auto& row : m_rows)
-            if (continuous > row.at) nominal += std::abs(row.ahead) - std::abs(row.back);
-        return nominal;
-    }
-
-private:
-    struct Row {
-        double back, ahead, at;
-    };
-    std::vector<Row> m_rows;
-};
 
 class Checker {
 public:
@@ -331,7 +288,7 @@ private:
 
     std::string m_folder, m_model;
     std::vector<Finding> m_findings;
-    Breaks m_breaks;
+    CheckBreaks m_breaks;
     double m_start = 0, m_end = 0;  // of the road, continuous
     bool m_hasRoad = false;
 };
