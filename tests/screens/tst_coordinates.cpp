@@ -543,23 +543,24 @@ private slots:
 
     void escAbandonsALongRunAndItsRowsStay()
     {
+        // A road of so many short elements that looking through them makes the run long on any machine.
+        std::vector<ElementRow> road;
+        for (int i = 0; i <= 30000; ++i) road.push_back({i / 30.0, 1000 + i / 30.0, 2000, 0, 0, 0});
+        setElements(road);
         Driven<frmPlfy> f;
         fillRun(f, "0", "999", ".05", "");
-        QTimer::singleShot(0, [] {});
-        int turns = 0;
         QTimer esc;
-        connect(&esc, &QTimer::timeout, [&] {
-            if (++turns == 2) QTest::keyClick(&f.form, Qt::Key_Escape);
-        });
-        esc.start(20);
+        connect(&esc, &QTimer::timeout, [&] { QTest::keyClick(&f.form, Qt::Key_Escape); });
+        esc.start(0);
         f.click("butPlzbCalc");
+        esc.stop();
         QVERIFY2(f.rows() > 0 && f.rows() < 19980, qPrintable(QString::number(f.rows())));
         QVERIFY(f.form.isVisible());
         QCOMPARE(f.row(f.rows())[0], QString::number(f.rows()));
-        if (!m->desk.messages.empty()) m->desk.messages.clear();
-        m->desk.no();
+        COMPARE_MESSAGES(m->desk, );
+        m->desk.no();  // the rows that stand are unsaved
         f.form.close();
-        m->desk.takeProblems();
+        QCOMPARE(m->desk.last().text.c_str(), "数据已改变，是否保存？");
     }
 
     // The way back
