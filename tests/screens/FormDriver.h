@@ -152,6 +152,40 @@ struct Machine {
     }
 };
 
+/// A text file of a batch, gone with the test.
+struct BatchText {
+    QTemporaryDir folder;
+    QString path = folder.filePath(QStringLiteral("points.txt"));
+
+    explicit BatchText(const QByteArray& bytes)
+    {
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly)) qFatal("no file");
+        file.write(bytes);
+    }
+    QByteArray bytes() const
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("gone");
+    }
+};
+
+/// The station controls of a form: a pick shows the point's coordinates, the check box opens the boxes and empties
+/// them.
+template <class Driver>
+void stationFollowsPickAndCheckBox(Driver& f, const char* pick, const char* typed, const char* x, const char* y)
+{
+    f.pick(pick, 1);
+    QCOMPARE(f.text(x) + u' ' + f.text(y), QStringLiteral("1100.5 2000.25"));
+    QVERIFY(!f.open(x) && !f.open(y));
+    f.tick(typed);
+    QVERIFY(f.open(x) && f.open(y) && f.focused(x));
+    QVERIFY(f.list(pick)->isEnabled());
+    f.tick(typed);
+    QVERIFY(!f.open(x) && !f.open(y));
+    QCOMPARE(f.text(x) + f.text(y), QString());
+}
+
 inline Msg refused(const char* text, const char* title = "错误") { return {text, title, Icon::Exclamation}; }
 
 #define COMPARE_MESSAGES(desk, ...)                                                                                    \

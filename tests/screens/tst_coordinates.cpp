@@ -13,28 +13,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// A text file of a batch, gone with the test.
-struct BatchText {
-    QTemporaryDir folder;
-    QString path = folder.filePath(u"points.txt"_s);
-
-    explicit BatchText(const QByteArray& bytes)
-    {
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly)) qFatal("no file");
-        file.write(bytes);
-    }
-    QByteArray bytes() const
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("gone");
-    }
-};
-
-}  // namespace
-
 class tst_coordinates : public QObject {
     Q_OBJECT
 private slots:
@@ -188,19 +166,10 @@ private slots:
         f.form.close();
     }
 
-    void pickShowsThePointsCoordinates()
+    void stationIsPickedOrTyped()
     {
         Driven<frmDgdZb> f;
-        f.pick("comDgdCz", 1);
-        QCOMPARE(f.text("txtDgdCzX"), u"1100.5"_s);
-        QCOMPARE(f.text("txtDgdCzY"), u"2000.25"_s);
-        QVERIFY(!f.open("txtDgdCzX"));
-        f.tick("cheDgdZb");
-        QVERIFY(f.open("txtDgdCzX") && f.open("txtDgdCzY"));
-        QVERIFY(f.focused("txtDgdCzX"));
-        QVERIFY(f.list("comDgdCz")->isEnabled());
-        f.tick("cheDgdZb");
-        QCOMPARE(f.text("txtDgdCzX") + f.text("txtDgdCzY"), QString());
+        stationFollowsPickAndCheckBox(f, "comDgdCz", "cheDgdZb", "txtDgdCzX", "txtDgdCzY");
     }
 
     void singleTraversePointShowsAnEmptyList()
@@ -520,15 +489,7 @@ private slots:
     void stationOfARunIsPickedOrTyped()
     {
         Driven<frmPlfy> f;
-        f.pick("comPlzbCz", 1);
-        QCOMPARE(f.text("txtPlzbCzX") + u" "_s + f.text("txtPlzbCzY"), u"1100.5 2000.25"_s);
-        QVERIFY(!f.open("txtPlzbCzX") && !f.open("txtPlzbCzY"));
-        f.tick("chePlFyzb");
-        QVERIFY(f.open("txtPlzbCzX") && f.open("txtPlzbCzY") && f.focused("txtPlzbCzX"));
-        QVERIFY(f.list("comPlzbCz")->isEnabled());
-        f.tick("chePlFyzb");
-        QVERIFY(!f.open("txtPlzbCzX") && !f.open("txtPlzbCzY"));
-        QCOMPARE(f.text("txtPlzbCzX") + f.text("txtPlzbCzY"), QString());
+        stationFollowsPickAndCheckBox(f, "comPlzbCz", "chePlFyzb", "txtPlzbCzX", "txtPlzbCzY");
     }
 
     void enterGoesToTheNextBoxAndSelectsItsText()

@@ -203,9 +203,8 @@ private slots:
         COMPARE_MESSAGES(m->desk, refused("请输入正确的数值！"));
         QCOMPARE(f.row(32767)[0], u"32767"_s);
         QCOMPARE(f.row(32767)[3], u"100"_s);
-        m->desk.no();  // the flag is not set by the run; the counter is
         f.form.close();
-        m->desk.takeProblems();
+        COMPARE_MESSAGES(m->desk, );  // a run that did not come to its end sets no flag
     }
 
     void stakesBeyondTheProfileMakeRowsWithAWarning()
@@ -224,14 +223,9 @@ private slots:
 
     void fileRunHasNoTestForAProfileAndAppends()
     {
-        QTemporaryDir folder;
-        const QString path = folder.filePath(u"g.txt"_s);
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("100,-2\r\n200,3\r\n300,0\r\n");
-        file.close();
+        BatchText file("100,-2\r\n200,3\r\n300,0\r\n");
         Driven<frmPlGc> f;
-        m->desk.open(path.toStdString()).open(path.toStdString());
+        m->desk.open(file.path.toStdString()).open(file.path.toStdString());
         f.click("bugPlgc");
         QCOMPARE(f.column(2), (QStringList{u"左2米"_s, u"右3米"_s, u"中桩"_s}));
         QCOMPARE(f.column(4), QStringList(3, QString()));

@@ -219,16 +219,11 @@ private slots:
 
     void fileIsLaidOutSquare()
     {
-        QTemporaryDir folder;
-        const QString path = folder.filePath(u"j.txt"_s);
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("100,5,5,3,4\r\n200,1.50,2,3,4\r\n");
-        file.close();
+        BatchText file("100,5,5,3,4\r\n200,1.50,2,3,4\r\n");
         Driven<frmJgw> f;
         f.tick("cheJgwJj");
         f.type("txtJgwJj", "45");
-        m->desk.open(path.toStdString());
+        m->desk.open(file.path.toStdString());
         f.click("butTxt");
         QCOMPARE(f.column(3), QStringList(8, u"-0度00分00秒"_s));
         QCOMPARE(f.row(1)[6] + u" "_s + f.row(1)[7], u"1105.000 1997.000"_s);
@@ -271,15 +266,7 @@ private slots:
     void stationIsPickedOrTyped()
     {
         Driven<frmJgw> f;
-        f.pick("comJgwCz", 1);
-        QCOMPARE(f.text("txtJgwCzX") + u" "_s + f.text("txtJgwCzY"), u"1100.5 2000.25"_s);
-        QVERIFY(!f.open("txtJgwCzX") && !f.open("txtJgwCzY"));
-        f.tick("cheJgw");
-        QVERIFY(f.open("txtJgwCzX") && f.open("txtJgwCzY") && f.focused("txtJgwCzX"));
-        QVERIFY(f.list("comJgwCz")->isEnabled());
-        f.tick("cheJgw");
-        QVERIFY(!f.open("txtJgwCzX") && !f.open("txtJgwCzY"));
-        QCOMPARE(f.text("txtJgwCzX") + f.text("txtJgwCzY"), QString());
+        stationFollowsPickAndCheckBox(f, "comJgwCz", "cheJgw", "txtJgwCzX", "txtJgwCzY");
     }
 
     void enterGoesToTheNextBoxOnBothWindows()
