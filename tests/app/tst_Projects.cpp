@@ -7,6 +7,7 @@
 #include "phone/frmSjName.h"
 #include "project/CalcTables.h"
 #include "support/ProjectFolder.h"
+#include "support/QtTests.h"
 #include "support/ScriptedDesk.h"
 #include "support/Windows.h"
 
@@ -414,5 +415,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_Projects)
+VM_QT_TEST(tst_Projects)
 #include "tst_Projects.moc"

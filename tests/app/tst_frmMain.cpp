@@ -6,6 +6,7 @@
 #include "engine/RunTimeError.h"
 #include "project/LoadProject.h"
 #include "support/ProjectFolder.h"
+#include "support/QtTests.h"
 #include "support/ScriptedDesk.h"
 #include "support/Windows.h"
 
@@ -386,5 +387,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_frmMain)
+VM_QT_TEST(tst_frmMain)
 #include "tst_frmMain.moc"

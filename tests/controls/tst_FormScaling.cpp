@@ -1,6 +1,7 @@
 // Windows that stretch.
 
 #include "controls/FormScaling.h"
+#include "support/QtTests.h"
 
 #include <QHeaderView>
 #include <QLabel>
@@ -138,5 +139,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_FormScaling)
+VM_QT_TEST(tst_FormScaling)
 #include "tst_FormScaling.moc"

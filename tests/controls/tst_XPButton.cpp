@@ -1,6 +1,7 @@
 // The button as a control: properties, events, hover, keys.
 
 #include "controls/XPButton.h"
+#include "support/QtTests.h"
 #include "support/ScriptedDesk.h"
 
 #include <QAccessible>
@@ -417,5 +418,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_XPButton)
+VM_QT_TEST(tst_XPButton)
 #include "tst_XPButton.moc"

@@ -1,6 +1,7 @@
 // The picture of a button, pixel by pixel, in every style and state.
 
 #include "controls/XPButtonPaint.h"
+#include "support/QtTests.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -351,5 +352,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_XPButtonPaint)
+VM_QT_TEST(tst_XPButtonPaint)
 #include "tst_XPButtonPaint.moc"

@@ -14,6 +14,7 @@
 #include "editors/frmWfz.h"
 #include "engine/Element.h"
 #include "engine/Numbers.h"
+#include "support/QtTests.h"
 
 #include <cstdlib>
 #include <memory>
@@ -293,5 +294,5 @@ private:
     }
 };
 
-QTEST_MAIN(tst_EditorModel)
+VM_QT_TEST(tst_EditorModel)
 #include "tst_EditorModel.moc"

@@ -6,6 +6,7 @@
 #include "editors/frmDxd.h"
 #include "editors/frmSqx.h"
 #include "editors/frmTfz.h"
+#include "support/QtTests.h"
 
 #include <QScrollBar>
 
@@ -752,5 +753,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_EditorPattern)
+VM_QT_TEST(tst_EditorPattern)
 #include "tst_EditorPattern.moc"

@@ -15,6 +15,7 @@
 #include "editors/frmWfz.h"
 #include "engine/Numbers.h"
 #include "project/LoadProject.h"
+#include "support/QtTests.h"
 #include "support/Tables.h"
 
 #include <QGroupBox>
@@ -565,5 +566,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_Editors)
+VM_QT_TEST(tst_Editors)
 #include "tst_Editors.moc"

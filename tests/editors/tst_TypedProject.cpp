@@ -4,6 +4,7 @@
 #include "editors/EditorWindow.h"
 #include "editors/frmSelect.h"
 #include "project/LoadProject.h"
+#include "support/QtTests.h"
 #include "support/SharedDiff.h"
 
 #include <QRadioButton>
@@ -171,5 +172,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_TypedProject)
+VM_QT_TEST(tst_TypedProject)
 #include "tst_TypedProject.moc"

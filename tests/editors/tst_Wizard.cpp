@@ -10,6 +10,7 @@
 #include "platform/MSFlexGrid.h"
 #include "project/CalcTables.h"
 #include "support/ProjectFolder.h"
+#include "support/QtTests.h"
 #include "support/ScriptedDesk.h"
 #include "support/Windows.h"
 
@@ -445,5 +446,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_Wizard)
+VM_QT_TEST(tst_Wizard)
 #include "tst_Wizard.moc"

@@ -4,6 +4,7 @@
 #include "phone/Phone.h"
 #include "phone/frmSjName.h"
 #include "support/ProjectFolder.h"
+#include "support/QtTests.h"
 #include "support/ScriptedDesk.h"
 #include "support/Windows.h"
 
@@ -130,5 +131,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_frmSjName)
+VM_QT_TEST(tst_frmSjName)
 #include "tst_frmSjName.moc"

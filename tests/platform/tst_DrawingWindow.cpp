@@ -2,6 +2,7 @@
 
 #include "platform/DrawingWindow.h"
 #include "platform/HouseLook.h"
+#include "support/QtTests.h"
 #include "support/ScriptedDesk.h"
 
 #include <QLabel>
@@ -169,5 +170,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_DrawingWindow)
+VM_QT_TEST(tst_DrawingWindow)
 #include "tst_DrawingWindow.moc"

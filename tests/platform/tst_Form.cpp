@@ -7,6 +7,7 @@
 #include "platform/HouseLook.h"
 #include "platform/MSFlexGrid.h"
 #include "platform/Platform.h"
+#include "support/QtTests.h"
 #include "support/ScriptedDesk.h"
 
 #include <QAbstractItemView>
@@ -495,5 +496,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_Form)
+VM_QT_TEST(tst_Form)
 #include "tst_Form.moc"

@@ -6,6 +6,7 @@
 #include "platform/Layout.h"
 #include "platform/MSFlexGrid.h"
 #include "platform/Twips.h"
+#include "support/QtTests.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -152,5 +153,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_HouseLook)
+VM_QT_TEST(tst_HouseLook)
 #include "tst_HouseLook.moc"

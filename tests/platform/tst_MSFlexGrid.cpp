@@ -4,6 +4,7 @@
 #include "platform/GridSink.h"
 #include "platform/HouseLook.h"
 #include "platform/MSFlexGrid.h"
+#include "support/QtTests.h"
 
 #include <QAbstractButton>
 #include <QClipboard>
@@ -608,5 +609,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_MSFlexGrid)
+VM_QT_TEST(tst_MSFlexGrid)
 #include "tst_MSFlexGrid.moc"

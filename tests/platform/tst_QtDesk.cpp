@@ -3,6 +3,7 @@
 #include "platform/HouseLook.h"
 #include "platform/Platform.h"
 #include "platform/QtDesk.h"
+#include "support/QtTests.h"
 
 #include <QAbstractButton>
 #include <QCloseEvent>
@@ -232,5 +233,5 @@ private slots:
     void whatIsNotThereIsNotOpened() { QVERIFY(!platform().open("/nowhere/Velumark帮助.chm")); }
 };
 
-QTEST_MAIN(tst_QtDesk)
+VM_QT_TEST(tst_QtDesk)
 #include "tst_QtDesk.moc"

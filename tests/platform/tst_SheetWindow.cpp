@@ -8,6 +8,7 @@
 #include "platform/Platform.h"
 #include "platform/SheetView.h"
 #include "platform/SheetWindow.h"
+#include "support/QtTests.h"
 #include "support/ScriptedDesk.h"
 
 #include <QClipboard>
@@ -579,5 +580,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_SheetWindow)
+VM_QT_TEST(tst_SheetWindow)
 #include "tst_SheetWindow.moc"

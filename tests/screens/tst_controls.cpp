@@ -10,6 +10,7 @@
 #include "screens/frmPlGc.h"
 #include "screens/frmPlfy.h"
 #include "screens/frmZdcs.h"
+#include "support/QtTests.h"
 
 #include <QLabel>
 #include <QRadioButton>
@@ -387,5 +388,5 @@ private:
     std::unique_ptr<QDialog> m_form;
 };
 
-QTEST_MAIN(tst_controls)
+VM_QT_TEST(tst_controls)
 #include "tst_controls.moc"

@@ -5,6 +5,7 @@
 #include "screens/frmDgdZb.h"
 #include "screens/frmFs.h"
 #include "screens/frmPlfy.h"
+#include "support/QtTests.h"
 
 #include <QClipboard>
 #include <QTemporaryDir>
@@ -671,5 +672,5 @@ private:
     std::unique_ptr<Machine> m;
 };
 
-QTEST_MAIN(tst_coordinates)
+VM_QT_TEST(tst_coordinates)
 #include "tst_coordinates.moc"

@@ -4,6 +4,7 @@
 
 #include "screens/frmDgdGc.h"
 #include "screens/frmPlGc.h"
+#include "support/QtTests.h"
 
 #include <QTemporaryDir>
 
@@ -267,5 +268,5 @@ private:
     std::unique_ptr<Machine> m;
 };
 
-QTEST_MAIN(tst_elevations)
+VM_QT_TEST(tst_elevations)
 #include "tst_elevations.moc"

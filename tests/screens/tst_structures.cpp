@@ -5,6 +5,7 @@
 #include "screens/frmJgw.h"
 #include "screens/frmPl.h"
 #include "screens/frmZdcs.h"
+#include "support/QtTests.h"
 
 #include <QRadioButton>
 #include <QTemporaryDir>
@@ -423,5 +424,5 @@ private:
     std::unique_ptr<Machine> m;
 };
 
-QTEST_MAIN(tst_structures)
+VM_QT_TEST(tst_structures)
 #include "tst_structures.moc"

@@ -1,6 +1,7 @@
 // The windows of the two small tools: controls, keys, and that each button reaches its computing.
 
 #include "controls/XPButton.h"
+#include "support/QtTests.h"
 #include "support/ScriptedDesk.h"
 #include "support/Windows.h"
 #include "tools/frmQljs.h"
@@ -270,5 +271,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_SmallTools)
+VM_QT_TEST(tst_SmallTools)
 #include "tst_SmallTools.moc"

@@ -8,6 +8,7 @@
 #include "platform/HouseLook.h"
 #include "platform/SheetView.h"
 #include "platform/SheetWindow.h"
+#include "support/QtTests.h"
 #include "support/ScriptedDesk.h"
 #include "tools/frmFhdx.h"
 
@@ -270,5 +271,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(tst_frmFhdx)
+VM_QT_TEST(tst_frmFhdx)
 #include "tst_frmFhdx.moc"
