@@ -131,6 +131,34 @@ TEST_F(ElevationAtTest, EqualStakesMakeALevelGrade)
     EXPECT_DOUBLE_EQ(ElevationAt(300, 0), 112);
 }
 
+TEST_F(ElevationAtTest, AStretchWithoutLengthIsLevelForTheCurveAtItsEnd)
+{
+    // 2 % up to 200, where the level jumps: the curve at the first row of the two runs from 2 % to 0, T = 20.
+    setGrades({{0, 100, 0}, {200, 104, 2000}, {200, 110, 0}, {400, 114, 0}});
+    EXPECT_DOUBLE_EQ(ElevationAt(180, 0), 103.6);
+    EXPECT_DOUBLE_EQ(ElevationAt(190, 0), 103.6 + 10 * 0.02 - 10 * 10 / 4000.0);
+    EXPECT_DOUBLE_EQ(ElevationAt(210, 0), 103.6 + 30 * 0.02 - 30 * 30 / 4000.0);
+    EXPECT_DOUBLE_EQ(ElevationAt(230, 0), 110 + 30 * 0.02);  // the tail
+    // The radius at the second row: from 0 to 2 %, T = 20 again.
+    setGrades({{0, 100, 0}, {200, 104, 0}, {200, 110, 2000}, {400, 114, 0}, {600, 118, 0}});
+    EXPECT_DOUBLE_EQ(ElevationAt(190, 0), 103.8);
+    EXPECT_DOUBLE_EQ(ElevationAt(210, 0), 110 + 30 * 30 / 4000.0);
+}
+
+TEST_F(ElevationAtTest, AFirstStretchWithoutLengthIsLevel)
+{
+    setGrades({{100, 50, 0}, {100, 60, 0}, {200, 70, 0}});
+    EXPECT_DOUBLE_EQ(ElevationAt(0, 0), 50);
+    EXPECT_DOUBLE_EQ(ElevationAt(150, 0), 65);
+}
+
+TEST_F(ElevationAtTest, ALastStretchWithoutLengthIsLevel)
+{
+    setGrades({{0, 100, 0}, {200, 104, 0}, {200, 110, 0}});
+    EXPECT_DOUBLE_EQ(ElevationAt(100, 0), 102);
+    EXPECT_DOUBLE_EQ(ElevationAt(300, 0), 104);
+}
+
 TEST_F(ElevationAtTest, TailTakesTheRadiusOfTheRowWhereTheSearchStopped)
 {
     // Grades 10 %, -5 %, 10 %. The first curve, T = 0.15 * 2000 / 2 = 150, reaches over the second change, which has no

@@ -234,6 +234,23 @@ TEST(FormatDms, OneTurnIsTakenOff)
     EXPECT_EQ(formatDms(359.596), "360度00分00秒");
 }
 
+TEST(FormatDms, TwoTurnsLessADegreeGiveOneDegree)
+{
+    EXPECT_EQ(formatDms(721), "1度00分00秒");  // 361 after the turn before, 1 after the one behind the carry
+    EXPECT_EQ(formatDms(720.3), "360度30分00秒");
+    EXPECT_EQ(formatDms(720), "360度00分00秒");
+    EXPECT_EQ(formatDms(719.596), "360度00分00秒");  // the carry alone makes no 361
+}
+
+TEST(FormatDms, OnlyBelowZeroIsATurnAdded)
+{
+    EXPECT_EQ(formatDms(0), "0度00分00秒");
+    EXPECT_EQ(formatDms(-0.0), "0度00分00秒");
+    EXPECT_EQ(formatDms(0.0001), "0度00分01秒");
+    EXPECT_EQ(formatDms(-1), "359度00分00秒");
+    EXPECT_EQ(formatDms(360.0001), "0度00分01秒");
+}
+
 TEST(FormatDms, SixtySecondsAndMinutesCarry)
 {
     EXPECT_EQ(formatDms(10.1560), "10度16分00秒");
@@ -291,6 +308,14 @@ TEST(Azimuth, AllQuadrants)
     EXPECT_EQ(Azimuth(0, 0), 0);
 }
 
+TEST(Azimuth, OnlyBelowZeroIsATurnAdded)
+{
+    // A departure so small that the arctangent is 0 is due north, and none at all to the west either.
+    EXPECT_EQ(Azimuth(1e300, 1e-300), 0);
+    EXPECT_EQ(Azimuth(1e300, -1e-300), 0);
+    EXPECT_EQ(Azimuth(5, -0.001), 359.591875);  // 360 less 0.001 / 5 radians, 41.25 seconds
+}
+
 TEST(Azimuth, DueSouthIsZero) { EXPECT_EQ(Azimuth(-5, 0), 0); }
 
 TEST(Azimuth, SixtySecondsDoNotCarry)
@@ -340,6 +365,14 @@ TEST(DegToDms, WrapsOnceAndNoMore)
     EXPECT_EQ(DegToDms(-90), 270);
     EXPECT_EQ(DegToDms(-400.5), -41 + 0.3);  // -40.5 in its floor form
     EXPECT_EQ(DegToDms(370.5), 10.3);
+}
+
+TEST(DegToDms, OnlyBelowZeroIsATurnAdded)
+{
+    EXPECT_EQ(DegToDms(-0.0), 0);
+    EXPECT_EQ(DegToDms(-0.5), 359.3);
+    EXPECT_EQ(DegToDms(360.5), 0.3);
+    EXPECT_EQ(DegToDms(720), 360);
 }
 
 TEST(DegToDms, SecondsRoundUpWithoutACarry) { EXPECT_EQ(DegToDms(134.99999914622), 134.596); }

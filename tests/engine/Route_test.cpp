@@ -336,6 +336,73 @@ TEST_F(XYToStakeTest, MiddleAHundredKilometresAwayIsNeverPicked)
     EXPECT_EQ(gOutOffsetText, "右10001.000米");
 }
 
+TEST_F(XYToStakeTest, ACandidateLiesAheadOfItsStartAndBehindItsEnd)
+{
+    // One straight to the north from 0 to 100. A candidate leaves the distance of its middle.
+    setElements({{0, 0, 0, 0, 0, 0}, {100, 100, 0, 0, 0, 0}});
+    const auto isLookedAt = [](double x, double y) {
+        gOutDist = -1;
+        gInX = x, gInY = y;
+        errorOfWalk();
+        return gOutDist != -1;
+    };
+    EXPECT_TRUE(isLookedAt(50, 7));
+    EXPECT_TRUE(isLookedAt(0.001, 7));
+    EXPECT_TRUE(isLookedAt(99.999, -7));
+    EXPECT_FALSE(isLookedAt(-0.001, 7));  // behind both ends
+    EXPECT_FALSE(isLookedAt(-50, -7));
+    EXPECT_FALSE(isLookedAt(100.001, 7));  // ahead of both
+    EXPECT_FALSE(isLookedAt(150, -7));
+    // The end turned about: a target behind the start is ahead of the end, or behind it for an end that looks back.
+    gElemFwj[1] = 180;
+    EXPECT_FALSE(isLookedAt(50, 7));
+    EXPECT_TRUE(isLookedAt(150, 7));
+    EXPECT_FALSE(isLookedAt(-50, 7));
+}
+
+TEST_F(XYToStakeTest, TheNearestMiddleWinsOnlyAmongCandidates)
+{
+    // Three straights to the north, 100 m each, side by side 20 m apart; the second is shifted so that the target,
+    // nearest to its middle of all, is ahead of it.
+    setElements({{0, 0, 0, 0, 0, 0},
+                 {100, 100, 0, 0, 0, 0},
+                 {100.005, -60, 20, 0, 0, 0},
+                 {200.005, 40, 20, 0, 0, 0},
+                 {200.01, 0, 40, 0, 0, 0},
+                 {300.01, 100, 40, 0, 0, 0}});
+    find(41, 21);
+    EXPECT_EQ(gOutLcText, "K0+241.010");
+    EXPECT_EQ(gOutOffsetText, "左19.000米");
+}
+
+TEST_F(XYToStakeTest, WhereTheStakesDoNotRiseEveryElementIsLookedAt)
+{
+    // Three straights to the north, 20 m apart; the stakes fall between the second and the third.
+    setElements({{0, 0, 0, 0, 0, 0},
+                 {100, 100, 0, 0, 0, 0},
+                 {100.005, 0, 20, 0, 0, 0},
+                 {200.005, 100, 20, 0, 0, 0},
+                 {150, 0, 40, 0, 0, 0},
+                 {250, 100, 40, 0, 0, 0}});
+    find(30, 1);  // beside the first
+    EXPECT_EQ(gOutLcText, "K0+030.000");
+    EXPECT_EQ(gOutOffsetText, "右1.000米");
+    find(20, 19);  // beside the second
+    EXPECT_EQ(gOutLcText, "K0+120.005");
+    EXPECT_EQ(gOutOffsetText, "左1.000米");
+    find(80, 39);  // beside the third, the last; two elements hold its stakes up to 200.005
+    EXPECT_EQ(gOutLcText, "K0+230.000");
+    EXPECT_EQ(gOutOffsetText, "左1.000米");
+    // The results keep the middle of the last candidate, whichever was the nearest.
+    find(50, 1);
+    EXPECT_EQ(gOutLcText, "K0+050.000");
+    EXPECT_EQ(gOutDist, 39);
+    // Of equally near ones the earlier wins.
+    find(50, 10);
+    EXPECT_EQ(gOutLcText, "K0+050.000");
+    EXPECT_EQ(gOutOffsetText, "右10.000米");
+}
+
 TEST_F(XYToStakeTest, ElementOfACentimetreOrLessIsSkipped)
 {
     const auto looksAtIt = [](double length) {

@@ -1,6 +1,9 @@
-// xls_workbooks FOLDER: writes the workbooks of the tests, for other programs to read, and random sheets, each with a
-// list of its values: row, column, "n" and the number or "t" and the text in hexadecimal UTF-8, one cell a line.
+// xls_workbooks FOLDER: writes the workbooks and the drawing of the tests, for other programs to read, and random
+// sheets, each with a list of its values: row, column, "n" and the number or "t" and the text in hexadecimal UTF-8, one
+// cell a line.
 
+#include "office/Dxf.h"
+#include "office/DxfReader.h"
 #include "office/RandomSheets.h"
 #include "office/Xls.h"
 #include "office/XlsWords.h"
@@ -50,6 +53,10 @@ int main(int argc, char** argv)
     all.emplace_back("tall", workbooks::tall);
     bool good = true;
     for (const auto& [name, sheet] : all) good = write(folder + name + ".xls", sheet()) && good;
+
+    std::ofstream plan(folder + "plan.dxf", std::ios::binary);
+    plan << DxfBytes(dxf::sample());
+    good = plan.flush() && good;
 
     std::filesystem::create_directories(folder + "random");
     for (unsigned seed = 1; seed <= kRandomSheets; ++seed) {
