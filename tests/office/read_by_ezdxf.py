@@ -14,7 +14,8 @@ assert sorted(layout.name for layout in document.layouts) == ["Layout1", "Model"
 assert "0" in [layer.dxf.name for layer in document.layers]
 assert sorted(kind.dxf.name for kind in document.linetypes) == ["ByBlock", "ByLayer", "Continuous"]
 assert sorted(style.dxf.name for style in document.styles) == ["Standard", "样式"]
-assert document.styles.get("样式").get_extended_font_data() == ("宋体", False, True)
+# The flags by their number: this reader exchanges the names of bold (bit 25) and italic (bit 24).
+assert [tag.value for tag in document.styles.get("样式").get_xdata("ACAD")] == ["宋体", 1 << 25 | 134 << 8 | 2]
 
 view = document.viewports.get("*Active")[0]
 assert tuple(view.dxf.direction) == (0, 0, 1) and tuple(view.dxf.target) == (0, 0, 0)
