@@ -7,9 +7,13 @@
 #include <QEventLoop>
 #include <QFileDialog>
 #include <QFileIconProvider>
+#include <QKeyEvent>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QTimer>
+
+#include <algorithm>
 
 namespace {
 
@@ -29,6 +33,76 @@ QMessageBox::Icon boxIcon(Icon icon)
     }
     return QMessageBox::NoIcon;
 }
+
+class Box : public QMessageBox {
+public:
+    Box(const Msg& msg, QWidget* over)
+        : QMessageBox(boxIcon(msg.icon), QString::fromStdString(msg.title), QString::fromStdString(msg.text), NoButton,
+                      over)
+    {
+        setTextFormat(Qt::PlainText);
+    }
+};
+
+/// A question with Yes and No: only its buttons answer it. Esc and the close box leave it standing, and so does a key
+/// that is still held from the work before it.
+class Question final : public Box {
+public:
+    using Box::Box;
+    bool ask(Msg::Default preset)
+    {
+        auto* yes = addButton(QStringLiteral("是(&Y)"), YesRole);
+        auto* no = addButton(QStringLiteral("否(&N)"), NoRole);
+        setDefaultButton(preset == Msg::Yes ? yes : no);
+        qApp->installEventFilter(this);
+        exec();
+        return clickedButton() == yes;
+    }
+
+protected:
+    void reject() override {}
+    void closeEvent(QCloseEvent* event) override { event->ignore(); }
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        if (!event->matches(QKeySequence::Cancel)) QMessageBox::keyPressEvent(event);
+    }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+        if (!isKey || !static_cast<QKeyEvent*>(event)->isAutoRepeat()) return false;
+        event->accept();  // overridden: no shortcut either
+        return true;
+    }
+};
+
+/// Where a box belongs, also while no window of the program is active.
+QWidget* windowBelow()
+{
+    if (auto* active = QApplication::activeWindow()) return active;
+    if (auto* modal = QApplication::activeModalWidget()) return modal;
+    const auto windows = QApplication::topLevelWidgets();
+    const auto shown = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
+        return window->isVisible() && (window->windowType() == Qt::Window || window->windowType() == Qt::Dialog);
+    });
+    return shown == windows.end() ? nullptr : *shown;
+}
+
+/// Gives the focus back to where it was, whatever window the desktop activates when a box has closed.
+class FocusKept {
+public:
+    FocusKept() : m_window(windowBelow()), m_field(m_window ? m_window->focusWidget() : nullptr) {}
+    FocusKept(const FocusKept&) = delete;
+    FocusKept& operator=(const FocusKept&) = delete;
+    ~FocusKept()
+    {
+        if (!m_window || !m_window->isVisible()) return;
+        m_window->activateWindow();
+        if (m_field) m_field->setFocus(Qt::ActiveWindowFocusReason);
+    }
+
+private:
+    const QPointer<QWidget> m_window, m_field;
+};
 
 /// What the dialog's column of kinds says.
 class FileIcons : public QFileIconProvider {
@@ -60,20 +134,12 @@ std::optional<std::string> chosenFile(std::string_view filter, QFileDialog::Acce
 
 bool QtDesk::box(const Msg& msg)
 {
-    QMessageBox box(boxIcon(msg.icon), QString::fromStdString(msg.title), QString::fromStdString(msg.text),
-                    QMessageBox::NoButton, QApplication::activeWindow());
-    box.setTextFormat(Qt::PlainText);
-    if (msg.buttons == Msg::Ok) {
-        box.addButton(QStringLiteral("确定"), QMessageBox::AcceptRole);
-        box.exec();
-        return true;
-    }
-    auto* yes = box.addButton(QStringLiteral("是(&Y)"), QMessageBox::YesRole);
-    auto* no = box.addButton(QStringLiteral("否(&N)"), QMessageBox::NoRole);
-    box.setDefaultButton(msg.preset == Msg::Yes ? yes : no);
-    box.setEscapeButton(no);
+    const FocusKept focus;
+    if (msg.buttons == Msg::YesNo) return Question(msg, windowBelow()).ask(msg.preset);
+    Box box(msg, windowBelow());
+    box.addButton(QStringLiteral("确定"), QMessageBox::AcceptRole);
     box.exec();
-    return box.clickedButton() == yes;
+    return true;
 }
 
 void QtDesk::turn()

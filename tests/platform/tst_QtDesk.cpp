@@ -13,6 +13,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <QVBoxLayout>
 #include <QtTest>
 
 #include <ctime>
@@ -32,6 +33,15 @@ void whenUp(Action action)
         action(window);
     });
     timer->start(10);
+}
+
+Msg question(bool defaultIsYes)
+{
+    return {.text = "数据已改变，是否保存？",
+            .title = "注意",
+            .icon = Icon::Question,
+            .buttons = Msg::YesNo,
+            .preset = defaultIsYes ? Msg::Yes : Msg::No};
 }
 
 QAbstractButton* withText(QWidget* window, const QString& text)
@@ -96,8 +106,8 @@ private slots:
         QTest::addColumn<bool>("answer");
         QTest::newRow("Enter takes Yes") << true << int(Qt::Key_Return) << true;
         QTest::newRow("Enter takes No") << false << int(Qt::Key_Return) << false;
-        QTest::newRow("Esc is No") << true << int(Qt::Key_Escape) << false;
-        QTest::newRow("Esc is No on No") << false << int(Qt::Key_Escape) << false;
+        QTest::newRow("Y is Yes") << false << int(Qt::Key_Y) << true;
+        QTest::newRow("N is No") << true << int(Qt::Key_N) << false;
     }
     void questionsAreAnswered()
     {
@@ -109,12 +119,7 @@ private slots:
             for (auto* button : box->buttons()) buttons << button->text();
             QTest::keyClick(box, static_cast<Qt::Key>(key));
         });
-        const Msg question{.text = "数据已改变，是否保存？",
-                           .title = "注意",
-                           .icon = Icon::Question,
-                           .buttons = Msg::YesNo,
-                           .preset = defaultIsYes ? Msg::Yes : Msg::No};
-        QCOMPARE(m_desk.box(question), answer);
+        QCOMPARE(m_desk.box(question(defaultIsYes)), answer);
         buttons.sort();
         QCOMPARE(buttons, (QStringList{"否(&N)", "是(&Y)"}));
     }
@@ -123,6 +128,101 @@ private slots:
         for (const bool yes : {true, false}) {
             whenUp<QMessageBox>([&](QMessageBox* box) { withText(box, yes ? "是(&Y)" : "否(&N)")->click(); });
             QCOMPARE(m_desk.box({.text = "x", .title = "", .icon = Icon::Question, .buttons = Msg::YesNo}), yes);
+        }
+    }
+
+    void escAndTheCloseBoxLeaveAQuestionStanding()
+    {
+        for (const bool yes : {true, false}) {
+            whenUp<QMessageBox>([&](QMessageBox* box) {
+                auto* button = withText(box, yes ? "否(&N)" : "是(&Y)");
+                for (QWidget* on : {static_cast<QWidget*>(box), static_cast<QWidget*>(button)})
+                    for (int i = 0; i < 2; ++i) QTest::keyClick(on, Qt::Key_Escape);
+                QVERIFY(!box->close());
+                box->windowHandle()->close();  // as the desktop asks it to
+                box->reject();
+                QTest::qWait(20);
+                QVERIFY(box->isVisible());
+                withText(box, yes ? "是(&Y)" : "否(&N)")->click();
+            });
+            QCOMPARE(m_desk.box(question(!yes)), yes);
+        }
+    }
+    /// Enter held on the button that asks, Space, a letter or Alt and a letter: their repetitions answer nothing.
+    void aHeldKeyLeavesAQuestionStanding_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("with");
+        QTest::newRow("Enter") << int(Qt::Key_Return) << 0;
+        QTest::newRow("Enter of the number pad") << int(Qt::Key_Enter) << int(Qt::KeypadModifier);
+        QTest::newRow("Space") << int(Qt::Key_Space) << 0;
+        QTest::newRow("Esc") << int(Qt::Key_Escape) << 0;
+        QTest::newRow("N") << int(Qt::Key_N) << 0;
+        QTest::newRow("Y") << int(Qt::Key_Y) << 0;
+        QTest::newRow("Alt+N") << int(Qt::Key_N) << int(Qt::AltModifier);
+        QTest::newRow("Alt+Y") << int(Qt::Key_Y) << int(Qt::AltModifier);
+    }
+    void aHeldKeyLeavesAQuestionStanding()
+    {
+        QFETCH(int, key);
+        QFETCH(int, with);
+        for (const bool yes : {true, false}) {
+            whenUp<QMessageBox>([&](QMessageBox* box) {
+                const QString text = with || key > 0x7F ? QString() : QString(QChar(key)).toLower();
+                const auto held = Qt::KeyboardModifiers(with);
+                for (QWidget* on : {static_cast<QWidget*>(box), box->focusWidget()})
+                    for (int i = 0; i < 5; ++i) {
+                        QTest::simulateEvent(on, true, key, held, text, true);
+                        QTest::simulateEvent(on, false, key, held, text, true);
+                    }
+                qt_handleKeyEvent(box->windowHandle(), QEvent::KeyPress, key, held, text, true);
+                QTest::simulateEvent(box->focusWidget(), false, key, held, text, false);  // let go at last
+                QTest::qWait(150);  // a button that a letter pressed would be clicked by now
+                QVERIFY(box->isVisible());
+                QTest::mouseClick(withText(box, yes ? "是(&Y)" : "否(&N)"), Qt::LeftButton);
+            });
+            QCOMPARE(m_desk.box(question(!yes)), yes);
+        }
+    }
+    void aMessageIsClosedByAnyOfThese()
+    {
+        const std::function<void(QMessageBox*)> ways[] = {
+            [](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Escape); },
+            [](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Return); },
+            [](QMessageBox* box) { box->close(); },
+        };
+        for (const auto& way : ways) {
+            bool closed = false;
+            whenUp<QMessageBox>([&](QMessageBox* box) {
+                way(box);
+                closed = !box->isVisible();
+                if (!closed) withText(box, "确定")->click();
+            });
+            QVERIFY(m_desk.box({.text = "x", .title = ""}));
+            QVERIFY(closed);
+        }
+    }
+    void theFocusComesBackToTheFieldThatAsked()
+    {
+        QWidget window;
+        auto* column = new QVBoxLayout(&window);
+        QLineEdit first, second;
+        column->addWidget(&first);
+        column->addWidget(&second);
+        window.show();
+        second.setFocus();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QWidget other;
+        for (const bool yes : {true, false}) {
+            whenUp<QMessageBox>([&](QMessageBox* box) {
+                QCOMPARE(box->parentWidget(), &window);
+                other.show();  // as a desktop that activates some other window when the box goes
+                other.activateWindow();
+                withText(box, yes ? "是(&Y)" : "否(&N)")->click();
+            });
+            m_desk.box(question(yes));
+            QTRY_COMPARE(QApplication::focusWidget(), &second);
+            other.hide();
         }
     }
 
