@@ -7,6 +7,8 @@
 #include "project/CalcTables.h"
 #include "project/LoadProject.h"
 
+#include <QGuiApplication>
+
 namespace {
 
 constexpr int kEnter = 13;
@@ -23,28 +25,54 @@ void EditorForm::Form_Resize()
 
 void EditorForm::Grid_Click()
 {
-    if (m_grid->Row() > kMaxRow) return;  // of an overlong file: CurRow cannot name it
-    enterCell(m_grid->Row(), m_grid->Col());
-    if (gGridLeftDown) applyMouseRule();
+    if (enterCell(m_grid->Row(), m_grid->Col()) && gGridLeftDown) applyMouseRule();
+}
+
+/// The box goes with the grid's own keys too: a deletion must not show it one cell's text and leave it to another.
+void EditorForm::Grid_RowColChange()
+{
+    if (!QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier)) {
+        enterCell(m_grid->Row(), m_grid->Col());
+    } else {  // cells are being selected: the grid keeps the keys
+        hideBox();
+        takeCell(m_grid->Row(), m_grid->Col());
+    }
 }
 
 void EditorForm::Grid_Scroll()
 {
-    if (!m_table.scrollHides) return placeBox();
-    if (m_box->hasFocus()) m_grid->setFocus();
-    m_box->hide();
+    if (m_table.scrollHides)
+        hideBox();
+    else
+        placeBox();
 }
 
-void EditorForm::enterCell(int row, int col)
+bool EditorForm::enterCell(int row, int col)
 {
     m_grid->scrollTo(m_grid->model()->index(row - 1, col - 1));  // first: hiding the box commits to its old cell
-    CurRow = toInt16(row);
-    CurCol = toInt16(col);
-    showCellText();
-    placeBox();
+    if (!takeCell(row, col)) return false;
     m_box->show();
     m_box->raise();
     m_box->setFocus();
+    return true;
+}
+
+bool EditorForm::takeCell(int row, int col)
+{
+    const bool named = row <= kMaxRow;
+    if (!named) hideBox();
+    CurRow = toInt16(named ? row : 0);
+    CurCol = toInt16(named ? col : 0);
+    if (!named) return false;
+    showCellText();
+    placeBox();
+    return true;
+}
+
+void EditorForm::hideBox()
+{
+    if (m_box->hasFocus()) m_grid->setFocus();
+    m_box->hide();
 }
 
 void EditorForm::applyMouseRule()

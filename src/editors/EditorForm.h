@@ -44,6 +44,7 @@ protected:
 private:
     // Handlers.
     void Grid_Click();
+    void Grid_RowColChange();
     void Grid_Scroll();
     void CommitCell();
     void cmdInsert_Click();
@@ -52,7 +53,10 @@ private:
     void cmdSave_Click();
 
     // Parts of handlers.
-    void enterCell(int row, int col);
+    /// False where CurRow cannot name the row of an overlong file: the box belongs to no cell then.
+    bool enterCell(int row, int col);
+    bool takeCell(int row, int col);
+    void hideBox();
     void applyMouseRule();
     void fillIn(int row, MouseRule branch);
     void enterMovesOn();

@@ -55,6 +55,7 @@ void EditorForm::makeControls()
     m_grid = control<MSFlexGrid>(toUtf8(named("Msfg", m_table.stem)).c_str());
     all->addWidget(m_grid, 1);
     on(m_grid, &MSFlexGrid::MouseDown, [](int mouseButton, int, int) { gGridLeftDown = mouseButton == 1; });
+    on(m_grid, &MSFlexGrid::RowColChange, [this] { Grid_RowColChange(); });
     on(m_grid, &MSFlexGrid::Click, [this] { Grid_Click(); });
     on(m_grid, &MSFlexGrid::Scroll, [this] { Grid_Scroll(); });
     on(m_grid->horizontalHeader(), &QHeaderView::sectionResized, [this] { placeBox(); });

@@ -9,6 +9,7 @@
 #include <QTableView>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -21,6 +22,40 @@ QSize WrappingHeader::sectionSizeFromContents(int section) const
     const QString text = model()->headerData(section, Qt::Horizontal).toString();
     const QRect column(0, 0, sectionSize(section) - 4, 1000);
     return {sectionSize(section), fontMetrics().boundingRect(column, Qt::TextWordWrap, text).height() + 11};
+}
+
+RowNumbers::RowNumbers(QWidget* parent) : QHeaderView(Qt::Vertical, parent)
+{
+    setSectionsClickable(true);
+    setHighlightSections(true);
+}
+
+int RowNumbers::sectionAt(const QMouseEvent& event) const
+{
+    const QPoint at = event.position().toPoint();
+    return viewport()->rect().contains(at) ? logicalIndexAt(at) : -1;
+}
+
+void RowNumbers::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton) return;
+    m_pressed = m_last = sectionAt(*event);
+    QHeaderView::mousePressEvent(event);
+}
+
+void RowNumbers::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton) return;
+    const int pressed = std::exchange(m_pressed, -1);
+    const bool clicks = pressed >= 0 && sectionAt(*event) == pressed;
+    QHeaderView::mouseReleaseEvent(event);
+    if (clicks) emit clicked(pressed);
+}
+
+/// The second press of a double click is no second click; on another number it is that one's first.
+void RowNumbers::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (sectionAt(*event) != m_last) mousePressEvent(event);
 }
 
 GridCorner::GridCorner(QTableView& grid, const GridModel& model)

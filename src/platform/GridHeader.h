@@ -18,6 +18,25 @@ protected:
     QSize sectionSizeFromContents(int section) const override;
 };
 
+/// The row numbers. A press there and its release on the same number are a click; a drag selects rows for copying.
+class RowNumbers : public QHeaderView {
+    Q_OBJECT
+public:
+    explicit RowNumbers(QWidget* parent);
+
+signals:
+    void clicked(int section);  ///< with the left button, after its release
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+
+private:
+    int sectionAt(const QMouseEvent& event) const;  ///< -1: none
+    int m_pressed = -1, m_last = -1;
+};
+
 /// Shows the text of cell (0, 0) in the corner of a table view; its right edge drags the sequence column's width.
 class GridCorner : public QObject {
     Q_OBJECT

@@ -1,18 +1,16 @@
 #include "platform/MSFlexGrid.h"
 
-#include "controls/KeyCodes.h"
 #include "engine/RunTimeError.h"
 #include "platform/GridHeader.h"
 #include "platform/GridModel.h"
+#include "platform/GridSelection.h"
 #include "platform/Twips.h"
 
 #include <QClipboard>
-#include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QMenu>
-#include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QToolTip>
@@ -35,7 +33,13 @@ void requireIndex(bool inside)
 MSFlexGrid::MSFlexGrid(QWidget* parent) : QTableView(parent), m_model(new GridModel(this)), m_menu(new QMenu(this))
 {
     setHorizontalHeader(new WrappingHeader(this));
+    auto* numbers = new RowNumbers(this);
+    setVerticalHeader(numbers);
     setModel(m_model);
+    const auto* unused = selectionModel();
+    m_selection = new GridSelection(m_model, this);
+    setSelectionModel(m_selection);
+    delete unused;
     setEditTriggers(NoEditTriggers);
     setTabKeyNavigation(false);
     setSelectionMode(ExtendedSelection);
@@ -55,6 +59,7 @@ MSFlexGrid::MSFlexGrid(QWidget* parent) : QTableView(parent), m_model(new GridMo
     for (QWidget* fixed : {horizontalHeader()->viewport(), verticalHeader()->viewport(), m_corner->widget()})
         fixed->installEventFilter(this);
 
+    connect(numbers, &RowNumbers::clicked, this, [this](int section) { click({section + 1, 1}); });
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int section, int, int pixels) {
         const auto col = static_cast<std::size_t>(section) + 1;
         if (!m_placing && col < m_widths.size()) m_widths[col] = pixelsToTwips(pixels, *this);
@@ -89,12 +94,12 @@ void MSFlexGrid::placeCurrent()
     m_model->setCurrentRow(m_row);
     const auto wanted = m_row > 0 ? m_model->index(m_row - 1, std::max(m_col, 1) - 1) : QModelIndex();
     if (wanted == currentIndex()) return;
-    m_placing = true;
+    m_placing = m_selection->moves = true;
     if (wanted.isValid())
-        selectionModel()->setCurrentIndex(wanted, QItemSelectionModel::ClearAndSelect);
+        m_selection->setCurrentIndex(wanted, QItemSelectionModel::ClearAndSelect);
     else
-        selectionModel()->clear();
-    m_placing = false;
+        m_selection->clear();
+    m_placing = m_selection->moves = false;
     viewport()->update();
 }
 
@@ -297,62 +302,6 @@ QSize MSFlexGrid::sizeHint() const
     return {std::clamp(width, 240, 1320), 9 * verticalHeader()->defaultSectionSize()};
 }
 
-void MSFlexGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous)
-{
-    QTableView::currentChanged(current, previous);
-    if (m_placing || !current.isValid()) return;
-    m_row = current.row() + 1;
-    m_col = current.column() + 1;
-    m_model->setCurrentRow(m_row);
-    viewport()->update();
-    emit RowColChange();
-}
-
-void MSFlexGrid::mousePressEvent(QMouseEvent* event)
-{
-    const QPoint at = viewport()->mapToParent(event->position().toPoint());
-    const int button = mouseButton(event->button());
-    m_pressedOnCell = indexAt(event->position().toPoint()).isValid() && (button == 1 || button == 2);
-    QTableView::mousePressEvent(event);
-    if (button) emit MouseDown(button, at.x(), at.y());
-}
-
-void MSFlexGrid::mouseReleaseEvent(QMouseEvent* event)
-{
-    const bool onCell = indexAt(event->position().toPoint()).isValid();
-    const bool right = event->button() == Qt::RightButton;
-    const QPoint at = event->globalPosition().toPoint();
-    QTableView::mouseReleaseEvent(event);
-    if (m_pressedOnCell && onCell) emit Click();
-    m_pressedOnCell = false;
-    if (right && onCell) m_menu->popup(at);
-}
-
-/// The second press of a double click is no second click.
-void MSFlexGrid::mouseDoubleClickEvent(QMouseEvent* event)
-{
-    m_pressedOnCell = false;
-    QTableView::mouseDoubleClickEvent(event);
-}
-
-/// The mouse opens the menu on its release, after Click; here comes the menu key.
-void MSFlexGrid::contextMenuEvent(QContextMenuEvent* event)
-{
-    if (event->reason() != QContextMenuEvent::Mouse) m_menu->popup(event->globalPos());
-    event->accept();
-}
-
-void MSFlexGrid::keyPressEvent(QKeyEvent* event)
-{
-    if (event->matches(QKeySequence::Copy)) {
-        copy(false);
-    } else if (event->key() == Qt::Key_Escape || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        event->ignore();  // the form's
-    } else {
-        QTableView::keyPressEvent(event);
-    }
-}
-
 void MSFlexGrid::paintEvent(QPaintEvent* event)
 {
     QTableView::paintEvent(event);
@@ -382,17 +331,6 @@ bool MSFlexGrid::viewportEvent(QEvent* event)
         }
     }
     return QTableView::viewportEvent(event);
-}
-
-bool MSFlexGrid::eventFilter(QObject* watched, QEvent* event)
-{
-    if (event->type() == QEvent::MouseButtonPress)
-        if (auto* fixed = qobject_cast<QWidget*>(watched); fixed && fixed != viewport()) {
-            const auto* mouse = static_cast<QMouseEvent*>(event);
-            const QPoint at = fixed->mapTo(this, mouse->position().toPoint());
-            if (const int button = mouseButton(mouse->button())) emit MouseDown(button, at.x(), at.y());
-        }
-    return QTableView::eventFilter(watched, event);
 }
 
 void RenumberGrid(MSFlexGrid& grid) { grid.m_model->renumber(); }

@@ -10,6 +10,7 @@
 
 class GridCorner;
 class GridModel;
+class GridSelection;
 class QMenu;
 
 /// Positions and widths are in twips (1/15 pixel at 96 dpi). Rows and columns count from 0; row 0 is the fixed header,
@@ -59,10 +60,11 @@ public:
     void keyboardSearch(const QString&) override {}  ///< typing moves nothing
 
 signals:
-    void Click();  ///< left or right click on a data cell, on its release, after Row and Col moved
+    /// A left press and its release on one cell, after Row and Col moved; on a row number: of that row's column 1.
+    void Click();
     void MouseDown(int button, int x, int y);  ///< 1 left, 2 right, 4 middle; pixels; before Click
     void Scroll();
-    void RowColChange();  ///< the user moved to another cell, by key or mouse
+    void RowColChange();  ///< the user moved to another cell, by key or click
 
 protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
@@ -79,13 +81,22 @@ protected:
 private:
     friend void RenumberGrid(MSFlexGrid& grid);
 
+    struct Cell {
+        int row = 0, col = 0;  // row 0: none
+        bool operator==(const Cell&) const = default;
+    };
+
     template <class Change>
     void restructure(Change change);
     void placeCurrent();
+    void moveTo(Cell cell);
+    void click(Cell cell);
+    Cell cellAt(const QMouseEvent& event) const;
     void copy(bool withHeader) const;
     void fitRows();
 
     GridModel* m_model;
+    GridSelection* m_selection;
     QMenu* m_menu;
     GridCorner* m_corner;
     QString m_hint;
@@ -94,7 +105,7 @@ private:
     int m_col = 1;
     bool m_placing = false;
     bool m_heldBack = false;
-    bool m_pressedOnCell = false;
+    Cell m_pressed;  // by the left button, until its release
 };
 
 /// Column 0 of rows 1 to Rows-1 gets its row number.

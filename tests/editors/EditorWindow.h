@@ -10,6 +10,7 @@
 #include "support/Windows.h"
 
 #include <QClipboard>
+#include <QHeaderView>
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QMenu>
@@ -56,6 +57,20 @@ public:
     {
         press(row, col, button);
         release(row, col, button);
+    }
+    void enterCell(int row, int col) const
+    {
+        grid.setFocus();
+        gGridLeftDown = false;
+        grid.setRow(row);
+        grid.setCol(col);
+        emit grid.Click();
+    }
+    void clickNumber(int row) const
+    {
+        auto* numbers = grid.verticalHeader()->viewport();
+        grid.scrollTo(grid.model()->index(row - 1, 0));
+        QTest::mouseClick(numbers, Qt::LeftButton, {}, numbers->mapFrom(&grid, grid.cellRect(row, 0).center()));
     }
     /// To whatever has the focus.
     void key(Qt::Key key, Qt::KeyboardModifiers with = {}) const { QTest::keyClick(focus(), key, with); }
@@ -139,9 +154,18 @@ inline Step click(int row, int col, const char* state)
 {
     return {"click", [=](EditorWindow& w) { w.click(row, col); }, state};
 }
+/// A cell entered as Enter does it, while the left button was not the last one pressed.
+inline Step enterCell(int row, int col, const char* state)
+{
+    return {"enter cell", [=](EditorWindow& w) { w.enterCell(row, col); }, state};
+}
 inline Step rightClick(int row, int col, const char* state)
 {
     return {"right click", [=](EditorWindow& w) { w.click(row, col, Qt::RightButton); }, state};
+}
+inline Step clickNumber(int row, const char* state)
+{
+    return {"click on a row number", [=](EditorWindow& w) { w.clickNumber(row); }, state};
 }
 inline Step press(int row, int col, const char* state)
 {

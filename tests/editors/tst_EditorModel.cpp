@@ -102,9 +102,16 @@ struct Model {
 
     void mouse(int r, int c, bool leftButton)
     {
-        if (boxHasFocus) commit();
-        row = r, col = c, left = leftButton;
+        leave();
+        left = leftButton;
+        if (!leftButton) return;
+        row = r, col = c;
         click();
+    }
+    void drag()
+    {
+        leave();
+        left = true;
     }
     void character(char typed)
     {
@@ -259,6 +266,17 @@ private:
                 done << QStringLiteral("%1 click %2,%3").arg(leftButton ? "left" : "right").arg(r).arg(c);
                 w.click(r, c, leftButton ? Qt::LeftButton : Qt::RightButton);
                 model.mouse(r, c, leftButton);
+            } else if (chance < 28) {
+                const int r = 1 + below(model.rows() - 1);
+                done << QStringLiteral("number %1").arg(r);
+                w.clickNumber(r);
+                model.mouse(r, 1, true);
+            } else if (chance < 31) {
+                const int r = 1 + below(model.rows() - 1);
+                done << QStringLiteral("drag from %1").arg(r);
+                w.press(r, 1);
+                w.release(r, 2);
+                model.drag();
             } else if (chance < 60) {
                 const char typed = "0123456789x"[below(11)];
                 done << QString(QLatin1Char(typed));

@@ -32,6 +32,8 @@ struct Opened {
 };
 
 using Sqx = Opened<frmSqx>;
+constexpr auto kDxd = "导线点参数.txt";
+constexpr auto kThreePoints = "A,1,2,\r\nB,3,4,\r\nC,5,6,\r\n";
 constexpr auto kTwoRows = "0,10\r\n1,2,3\r\n4,5,6\r\n90,91\r\n";
 
 }  // namespace
@@ -75,7 +77,7 @@ private slots:
                       release(1, 1, "1,1 cur 1,1 rows 3 -- []"),  // the header counts as a complete row
                       type("1", "1,1 cur 1,1 rows 3 E- [1]"),
                       type("2", "1,1 cur 1,1 rows 3 E- [12]"),
-                      press(1, 2, "1,2 cur 1,1 rows 3 E- [12]"),
+                      press(1, 2, "1,1 cur 1,1 rows 3 E- [12]"),
                       release(1, 2, "1,2 cur 1,2 rows 3 E- []"),
                       click(2, 3, "2,3 cur 1,3 rows 3 E- []"),  // row 1 is incomplete: the box goes back, the grid not
                       type("7", "2,3 cur 1,3 rows 3 E- [7]"),
@@ -88,15 +90,27 @@ private slots:
         QCOMPARE(e.w.cells(), "12,5,7/,,/,,");
     }
 
-    void rightButtonScript()
+    void withoutTheLeftButtonNoRuleRuns()
     {
-        Sqx e{{}, true};
+        Sqx e;
         play(e.w, {
-                      rightClick(1, 1, "1,1 cur 1,1 rows 2 -- []"), type("1", "1,1 cur 1,1 rows 2 E- [1]"),
-                      rightClick(1, 3, "1,3 cur 1,3 rows 2 E- []"), click(1, 3, "1,3 cur 1,3 rows 3 E- []"),
-                      rightClick(2, 2, "2,2 cur 2,2 rows 3 E- []"),  // row 1 is incomplete, and no rule runs
+                      enterCell(1, 1, "1,1 cur 1,1 rows 2 -- []"), type("1", "1,1 cur 1,1 rows 2 E- [1]"),
+                      enterCell(1, 3, "1,3 cur 1,3 rows 2 E- []"), click(1, 3, "1,3 cur 1,3 rows 3 E- []"),
+                      enterCell(2, 2, "2,2 cur 2,2 rows 3 E- []"),  // row 1 is incomplete, and no rule runs
                   });
+    }
+
+    void theRightButtonMovesNothingAndIsTheLastPressed()
+    {
+        Sqx e{{{kSqx, kTwoRows}}, true};
+        play(e.w, {
+                      rightClick(2, 1, "1,1 cur 0,0 rows 3 -- ()"), click(1, 2, "1,2 cur 1,2 rows 3 E- [2]"),
+                      type("9", "1,2 cur 1,2 rows 3 E- [9]"),
+                      rightClick(2, 1, "1,2 cur 1,2 rows 3 E- [9]"),  // leaves the cell
+                  });
+        QCOMPARE(e.w.cells(), "1,9,3/4,5,6");
         QVERIFY(!gGridLeftDown);
+        play(e.w, {enter("1,2 cur 1,2 rows 3 ES [9]")});
     }
 
     void leftDownStaysOverKeyboardWorkAndFromWindowToWindow()
@@ -175,7 +189,7 @@ private slots:
     {
         Sqx e{{{kSqx, kTwoRows}}};
         play(e.w, {
-                      rightClick(2, 2, "2,2 cur 2,2 rows 3 E- [5]"),
+                      enterCell(2, 2, "2,2 cur 2,2 rows 3 E- [5]"),
                       enter("2,2 cur 2,2 rows 3 ES [5]"),
                       enter("2,3 cur 2,3 rows 3 ES [6]"),
                   });
@@ -230,14 +244,14 @@ private slots:
     {
         Opened<frmDl> dl{{{"断链参数.txt", "100,120\r\n"}}};
         play(dl.w, {
-                       rightClick(1, 1, "1,1 cur 1,1 rows 2 E- [100]"),
+                       enterCell(1, 1, "1,1 cur 1,1 rows 2 E- [100]"),
                        key(Qt::Key_Delete, "1,1 cur 1,1 rows 2 E- []"),
                        focusOut("1,1 cur 1,1 rows 2 E- []"),
                    });
         QCOMPARE(dl.w.cells(), ",120");
         Opened<frmDxd> dxd{{{"导线点参数.txt", "A,1,2,r\r\n"}}};
         play(dxd.w, {
-                        rightClick(1, 4, "1,4 cur 1,4 rows 2 E- [r]"),
+                        enterCell(1, 4, "1,4 cur 1,4 rows 2 E- [r]"),
                         key(Qt::Key_Delete, "1,4 cur 1,4 rows 2 E- []"),
                         enter("1,2 cur 1,2 rows 2 ES [1]"),
                     });
@@ -265,7 +279,7 @@ private slots:
         play(keys.w, {enter("1,2 cur 1,2 rows 2 ES [ 2 ]")});
         QCOMPARE(keys.w.cells(), "1,2,3");
         Sqx mouse{{{kSqx, blanks}}};
-        play(mouse.w, {rightClick(1, 2, "1,2 cur 1,2 rows 2 E- [ 2 ]")});
+        play(mouse.w, {enterCell(1, 2, "1,2 cur 1,2 rows 2 E- [ 2 ]")});
         QCOMPARE(mouse.w.cells(), "1, 2 ,3");
         play(mouse.w, {focusOut("1,2 cur 1,2 rows 2 E- [ 2 ]")});
         QCOMPARE(mouse.w.cells(), "1,2,3");
@@ -288,8 +302,8 @@ private slots:
     {
         Sqx e{{{kSqx, "0,10\r\n5,5,\r\n90,91\r\n"}}};
         play(e.w, {
-                      rightClick(1, 3, "1,3 cur 1,3 rows 2 -- []"),  // empty as the box was: no change
-                      rightClick(1, 1, "1,1 cur 1,1 rows 2 E- [5]"),
+                      enterCell(1, 3, "1,3 cur 1,3 rows 2 -- []"),  // empty as the box was: no change
+                      enterCell(1, 1, "1,1 cur 1,1 rows 2 E- [5]"),
                   });
     }
 
@@ -298,7 +312,7 @@ private slots:
         Sqx e{{{kSqx, "0,10\r\n5,5,3\r\n90,91\r\n"}}};
         e.w.click(1, 1);
         e.form.Edited = false;
-        play(e.w, {rightClick(1, 2, "1,2 cur 1,2 rows 3 -- [5]")});
+        play(e.w, {enterCell(1, 2, "1,2 cur 1,2 rows 3 -- [5]")});
     }
 
     void aFrameBoxMarksTheWindowAsEdited()
@@ -316,7 +330,7 @@ private slots:
     {
         Sqx e{{{kSqx, kTwoRows}}};
         play(e.w, {
-                      rightClick(2, 1, "2,1 cur 2,1 rows 3 E- [4]"),
+                      enterCell(2, 1, "2,1 cur 2,1 rows 3 E- [4]"),
                       push("Insert", "2,1 cur 2,1 rows 4 E- []"),
                   });
         QCOMPARE(e.w.cells(), "1,2,3/,,/4,5,6");
@@ -349,7 +363,7 @@ private slots:
     {
         Sqx e{{{kSqx, kTwoRows}}};
         play(e.w, {
-                      rightClick(1, 2, "1,2 cur 1,2 rows 3 E- [2]"), push("Del", "1,2 cur 1,2 rows 2 E- [5]"),
+                      enterCell(1, 2, "1,2 cur 1,2 rows 3 E- [2]"), push("Del", "1,2 cur 1,2 rows 2 E- [5]"),
                       push("Del", "1,2 cur 1,2 rows 2 E- [5]"),  // the only data row stays, without a word
                   });
         QCOMPARE(e.w.cells(), "4,5,6");
@@ -360,7 +374,7 @@ private slots:
     void aDeletionAloneDoesNotMarkTheWindowAsEdited()
     {
         Sqx e{{{kSqx, "0,10\r\n1,2,3\r\n1,5,6\r\n90,91\r\n"}}};
-        rightClick(1, 1, "").event(e.w);
+        e.w.enterCell(1, 1);
         e.form.Edited = false;
         play(e.w, {push("Del", "1,1 cur 1,1 rows 2 -- [1]")});
     }
@@ -369,13 +383,114 @@ private slots:
     {
         Sqx e{{{kSqx, kTwoRows}}};
         play(e.w, {
-                      rightClick(2, 2, "2,2 cur 2,2 rows 3 E- [5]"),
+                      enterCell(2, 2, "2,2 cur 2,2 rows 3 E- [5]"),
                       push("Del", "1,2 cur 2,2 rows 2 E- [2]"),
                   });
         e.w.box.setText("77");
         e.w.push("Save");  // the commit writes nothing, the save goes on
         QCOMPARE(e.desk.messages, std::vector<Msg>{kSaved});
         QCOMPARE(e.folder.text(kSqx), "0,10\r\n1,2,3\r\n90,91\r\n");
+    }
+
+    // Rows that are named by their number
+
+    void DeletingARowAfterAClickOnItsNumberKeepsTheOthers()
+    {
+        Opened<frmDxd> e{{{kDxd, kThreePoints}}};
+        play(e.w, {
+                      click(1, 1, "1,1 cur 1,1 rows 4 E- [A]"),
+                      clickNumber(2, "2,1 cur 2,1 rows 4 E- [B]"),
+                      push("Del", "2,1 cur 2,1 rows 3 E- [C]"),
+                      push("Save", "2,1 cur 2,1 rows 3 -- [C]"),
+                  });
+        QCOMPARE(e.folder.text(kDxd), "A,1,2,\r\nC,5,6,\r\n");
+    }
+
+    /// Whatever a press or a release elsewhere has selected: the row that goes is the current one, and the box's cell
+    /// is where it was.
+    void DeletingARowAfterAPressOnAnotherKeepsTheOthers()
+    {
+        using Gesture = std::function<void(EditorWindow&)>;
+        const auto onNumbers = [](EditorWindow& w, int from, int to, Qt::MouseButton button) {
+            auto* numbers = w.grid.verticalHeader()->viewport();
+            const auto at = [&](int row) { return numbers->mapFrom(&w.grid, w.grid.cellRect(row, 0).center()); };
+            QTest::mousePress(numbers, button, {}, at(from));
+            QTest::mouseRelease(numbers, button, {}, at(to));
+        };
+        const Gesture gestures[] = {
+            [](EditorWindow& w) { w.press(2, 1), w.release(3, 1); },
+            [](EditorWindow& w) { w.press(2, 1), w.release(2, 2); },
+            [](EditorWindow& w) { w.click(2, 1, Qt::MiddleButton); },
+            [](EditorWindow& w) { w.click(2, 1, Qt::RightButton); },
+            [&](EditorWindow& w) { onNumbers(w, 2, 3, Qt::LeftButton); },
+            [&](EditorWindow& w) { onNumbers(w, 2, 2, Qt::MiddleButton); },
+            [&](EditorWindow& w) { onNumbers(w, 2, 2, Qt::RightButton); },
+        };
+        for (const Gesture& gesture : gestures) {
+            Opened<frmDxd> e{{{kDxd, kThreePoints}}};
+            e.w.click(1, 1);
+            gesture(e.w);
+            play(e.w, {push("Del", "1,1 cur 1,1 rows 3 E- [B]"), push("Save", "1,1 cur 1,1 rows 3 -- [B]")});
+            QCOMPARE(e.folder.text(kDxd), "B,3,4,\r\nC,5,6,\r\n");
+        }
+    }
+
+    void aBlockPastedAfterAClickOnARowNumberGoesThere()
+    {
+        Opened<frmDxd> e{{{kDxd, kThreePoints}}};
+        e.w.click(1, 1);
+        e.w.clickNumber(2);
+        e.w.paste("X\t7\t8\n");
+        QCOMPARE(e.w.cells(), "A,1,2,/X,7,8,/C,5,6,");
+        e.w.press(3, 1);
+        e.w.release(1, 2);
+        e.w.paste("Y\t7\t8\n");
+        QCOMPARE(e.w.cells(), "A,1,2,/Y,7,8,/C,5,6,");
+    }
+
+    void anInsertAfterAClickOnARowNumberGoesBeforeThatRow()
+    {
+        Sqx e{{{kSqx, kTwoRows}}};
+        play(e.w, {
+                      enterCell(1, 1, "1,1 cur 1,1 rows 3 E- [1]"),
+                      clickNumber(2, "2,1 cur 2,1 rows 4 E- [4]"),  // the left button's rules
+                      push("Insert", "2,1 cur 2,1 rows 5 E- []"),
+                  });
+        QCOMPARE(e.w.cells(), "1,2,3/,,/4,5,6/,,");
+    }
+
+    /// Keys of the grid itself take the box along: Home, End, and those with Ctrl or Shift.
+    void DeletingARowThatAKeyOfTheGridReachedKeepsTheOthers()
+    {
+        for (const auto with : {Qt::KeyboardModifiers(Qt::ShiftModifier), Qt::KeyboardModifiers(Qt::ControlModifier)}) {
+            Opened<frmDxd> e{{{kDxd, kThreePoints}}};
+            e.w.enterCell(1, 1);
+            e.w.grid.setFocus();
+            e.w.key(Qt::Key_Down, with);
+            QCOMPARE(e.w.grid.Row(), 2);
+            e.w.push("Del");
+            e.w.push("Save");
+            QCOMPARE(e.folder.text(kDxd), "A,1,2,\r\nC,5,6,\r\n");
+        }
+        Opened<frmDxd> e{{{kDxd, kThreePoints}}};
+        e.w.enterCell(2, 2);
+        e.w.grid.setFocus();
+        e.w.key(Qt::Key_Home);
+        QCOMPARE(e.w.state(), "2,1 cur 2,1 rows 4 E- [B]");
+        e.w.grid.setFocus();
+        e.w.key(Qt::Key_End, Qt::ControlModifier);
+        QCOMPARE(e.w.state(), "3,4 cur 3,4 rows 4 E- []");
+    }
+
+    void cellsAreSelectedByShiftAndAnArrow()
+    {
+        Opened<frmDxd> e{{{kDxd, kThreePoints}}};
+        e.w.grid.setFocus();
+        e.w.key(Qt::Key_Right, Qt::ShiftModifier);
+        e.w.key(Qt::Key_Down, Qt::ShiftModifier);
+        QCOMPARE(e.w.grid.selectedText(false), "A\t1\nB\t3");
+        QCOMPARE(e.w.state(), "2,2 cur 2,2 rows 4 E- (3)");
+        QVERIFY(e.w.grid.hasFocus());
     }
 
     // Back and close
@@ -608,7 +723,7 @@ private slots:
     {
         Sqx e{{{kSqx, kTwoRows}}};
         play(e.w, {
-                      rightClick(1, 2, "1,2 cur 1,2 rows 3 E- [2]"),
+                      enterCell(1, 2, "1,2 cur 1,2 rows 3 E- [2]"),
                       type("45", "1,2 cur 1,2 rows 3 E- [45]"),
                       key(Qt::Key_Left, "1,2 cur 1,2 rows 3 E- [45]"),
                       key(Qt::Key_Left, "1,2 cur 1,2 rows 3 E- [45]"),
@@ -633,7 +748,7 @@ private slots:
     void aBlockThatAFilterRefusesChangesNothing()
     {
         Sqx e{{{kSqx, kTwoRows}}};
-        rightClick(1, 1, "").event(e.w);
+        e.w.enterCell(1, 1);
         e.w.paste("7\t8\t9\r\nK10\t11\t12\r\n");
         QCOMPARE(e.w.cells(), "1,2,3/4,5,6");
         QCOMPARE(e.w.state(), "1,1 cur 1,1 rows 3 E- [1]");
@@ -644,7 +759,7 @@ private slots:
     void anyOtherPasteGoesIntoTheBoxUnfiltered()
     {
         Sqx e{{{kSqx, kTwoRows}}};
-        rightClick(1, 3, "").event(e.w);
+        e.w.enterCell(1, 3);
         e.w.paste("K1-x");
         QCOMPARE(e.w.state(), "1,3 cur 1,3 rows 3 E- [K1-x]");
     }
@@ -691,11 +806,15 @@ private slots:
                       click(32767, 2, "32767,2 cur 32767,2 rows 32771 E- [2]"),
                       key(Qt::Key_Down, "32767,2 cur 32767,2 rows 32771 E- [2]"),
                       key(Qt::Key_PageDown, "32767,2 cur 32767,2 rows 32771 E- [2]"),
-                      click(32770, 1, "32770,1 cur 32767,2 rows 32771 E- [2]"),
-                      push("Save", "32770,1 cur 32767,2 rows 32771 -- [2]"),
+                      click(32770, 1, "32770,1 cur 0,0 rows 32771 E- (2)"),  // the box belongs to no cell
+                      push("Save", "32770,1 cur 0,0 rows 32771 -- (2)"),
+                      enterCell(32767, 1, "32767,1 cur 32767,1 rows 32771 E- [1]"),
+                      click(32770, 2, "32770,2 cur 0,0 rows 32771 E- (1)"),
+                      push("Del", "32769,2 cur 0,0 rows 32770 E- (2)"),
+                      push("Save", "32769,2 cur 0,0 rows 32770 -- (2)"),
                   });
         QVERIFY(e.seams.ended.empty());
-        QCOMPARE(e.folder.text("断链参数.txt"), lines);
+        QCOMPARE(e.folder.text("断链参数.txt"), lines.substr(5));
     }
 
     // The box over its cell

@@ -260,7 +260,7 @@ private slots:
             Opened<frmJmpqx> e{{}, leftDown};
             play(e.w, {
                           enter("1,1 cur 0,0 rows 2 -- ()"),
-                          rightClick(1, 2, "1,2 cur 1,2 rows 2 -- []"),
+                          enterCell(1, 2, "1,2 cur 1,2 rows 2 -- []"),
                           type("12", "1,2 cur 1,2 rows 2 E- [12]"),
                           enter("1,2 cur 1,2 rows 2 E- [12]"),
                       });
@@ -287,11 +287,11 @@ private slots:
         QVERIFY(std::abs(DmsToDeg(e.w.cell(2, 5).toDouble()) - 57.29578) < 0.0001);
     }
 
-    void aBlockReachedByTheRightButtonStaysBlank()
+    void aBlockReachedWithoutTheLeftButtonStaysBlank()
     {
         Opened<frmJmpqx> e{{{"平曲线参数.txt", "0,100,1000,2000,0,0,50\r\n1,2,3,4,5,6,7\r\n"}}};
         e.w.grid.setRows(4);
-        play(e.w, {rightClick(3, 1, "3,1 cur 3,1 rows 4 -- []")});
+        play(e.w, {enterCell(3, 1, "3,1 cur 3,1 rows 4 -- []")});
         QCOMPARE(e.w.cells(), "0,100,1000,2000,0,0,50/1,2,3,4,5,6,7/,,,,,,");
     }
 
@@ -345,7 +345,7 @@ private slots:
     void enterFillsInWhileTheLeftButtonWasTheLast()
     {
         Opened<frmCg> e{{{"超高参数.txt", "0,-2,-3,100,4,-4\r\n5,6,7,8,9,1\r\n"}}, true};
-        rightClick(2, 6, "").event(e.w);
+        e.w.enterCell(2, 6);
         gGridLeftDown = true;
         e.w.form.EnterStarted = true;
         e.w.enter();
@@ -421,7 +421,7 @@ private slots:
     void enterLeavesTheRemarkToTheNextRow()
     {
         Opened<frmDxd> e{{{"导线点参数.txt", "A,1,2,r\r\n"}}};
-        rightClick(1, 4, "").event(e.w);
+        e.w.enterCell(1, 4);
         e.form.EnterStarted = true;
         play(e.w, {enter("2,1 cur 2,1 rows 3 ES []")});
     }
@@ -430,7 +430,7 @@ private slots:
     {
         Opened<frmDl> e{{{"断链参数.txt", "100,120\r\n200,190\r\n,\r\n"}}};
         play(e.w, {
-                      rightClick(1, 1, "1,1 cur 1,1 rows 4 E- [100]"),
+                      enterCell(1, 1, "1,1 cur 1,1 rows 4 E- [100]"),
                       focusOut("1,1 cur 1,1 rows 4 E- [100]"),
                   });
         e.w.grid.setRow(3);
@@ -518,7 +518,7 @@ private slots:
     {
         Opened<frmTfy> e{{kTwoAndTen}};  // two grades: stakes in columns 1 and 7
         for (int col = 1; col <= 12; ++col) {
-            rightClick(1, col, "").event(e.w);
+            e.w.enterCell(1, col);
             e.w.type("-1a.5");
             QCOMPARE(e.w.box.text(), col == 1 || col == 7 ? "-1.5" : "1.5");
         }
@@ -528,7 +528,7 @@ private slots:
     {
         Opened<frmTfy> fill{{kTwoAndTen}};
         for (int col = 1; col <= 12; ++col) {
-            rightClick(1, col, "").event(fill.w);
+            fill.w.enterCell(1, col);
             fill.w.type("7");
         }
         fill.w.push("Save");

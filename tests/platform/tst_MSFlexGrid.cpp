@@ -73,6 +73,21 @@ struct Window : QWidget {
     QStringList take() { return std::exchange(log, {}); }
     /// The middle of a data cell in the viewport.
     QPoint at(int row, int col) const { return grid->viewport()->mapFromParent(grid->cellRect(row, col).center()); }
+    /// The same on its row number.
+    void number(void (*action)(QWidget*, Qt::MouseButton, Qt::KeyboardModifiers, QPoint, int), int row,
+                Qt::MouseButton button = Qt::LeftButton)
+    {
+        auto* numbers = grid->verticalHeader()->viewport();
+        action(numbers, button, {}, numbers->mapFrom(grid, grid->cellRect(row, 0).center()), -1);
+    }
+    /// The pointer with the left button held.
+    void drag(QPoint to)
+    {
+        QMouseEvent move(QEvent::MouseMove, to, grid->viewport()->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(grid->viewport(), &move);
+    }
+    void key(Qt::Key pressed) { QTest::keyClick(grid, pressed); }
+    QString current() const { return QString("%1 %2").arg(grid->Row()).arg(grid->Col()); }
     /// Positions count from inside a border of 45 twips: grid Left + ColPos + 45 is the cell's place on the form.
     int frame() const { return grid->frameWidth() * kTwipsPerPixel - 45; }
     void mouse(void (*action)(QWidget*, Qt::MouseButton, Qt::KeyboardModifiers, QPoint, int), int row, int col,
@@ -356,22 +371,159 @@ private slots:
     {
         Window w;
         w.mouse(QTest::mousePress, 3, 2);
-        QCOMPARE(w.take(), (QStringList{"RowColChange 3 2", "MouseDown 1"}));
+        QCOMPARE(w.take(), QStringList{"MouseDown 1"});
+        QCOMPARE(w.current(), "1 1");
         w.mouse(QTest::mouseRelease, 3, 2);
-        QCOMPARE(w.take(), QStringList{"Click 3 2"});
+        QCOMPARE(w.take(), (QStringList{"RowColChange 3 2", "Click 3 2"}));
+        w.mouse(QTest::mouseClick, 3, 2);
+        QCOMPARE(w.take(), (QStringList{"MouseDown 1", "Click 3 2"}));
+    }
+    void otherButtonsMoveNothing()
+    {
+        Window w;
+        w.mouse(QTest::mouseClick, 2, 2);
+        w.take();
         w.mouse(QTest::mouseClick, 4, 1, Qt::RightButton);
-        QCOMPARE(w.take(), (QStringList{"RowColChange 4 1", "MouseDown 2", "Click 4 1"}));
         w.grid->contextMenu()->close();
         w.mouse(QTest::mouseClick, 5, 3, Qt::MiddleButton);
-        QCOMPARE(w.take().filter("MouseDown"), QStringList{"MouseDown 4"});
+        w.mouse(QTest::mouseClick, 3, 3, Qt::BackButton);
+        w.mouse(QTest::mouseDClick, 3, 1, Qt::RightButton);
+        w.grid->contextMenu()->close();
+        const auto log = w.take();
+        QCOMPARE(log.first(3), (QStringList{"MouseDown 2", "MouseDown 4", "MouseDown 2"}));
+        QVERIFY(log.filter(QRegularExpression("Click|RowCol")).isEmpty());
+        QCOMPARE(w.current(), "2 2");
+        w.key(Qt::Key_Down);  // from where the current cell is
+        QCOMPARE(w.current(), "3 2");
+    }
+    void aPressReleasedElsewhereMovesNothing()
+    {
+        Window w;
+        w.mouse(QTest::mouseClick, 2, 2);
+        w.take();
+        const auto drag = [&](QPoint from, QPoint to) {
+            QTest::mousePress(w.grid->viewport(), Qt::LeftButton, {}, from);
+            for (const QPoint at : {(from + to) / 2, to}) w.drag(at);
+            QTest::mouseRelease(w.grid->viewport(), Qt::LeftButton, {}, to);
+        };
+        drag(w.at(4, 1), w.at(5, 3));
+        QCOMPARE(w.grid->selectedText(false), "r4c1\tr4c2\tr4c3\nr5c1\tr5c2\tr5c3");  // to copy
+        drag(w.at(4, 1), w.at(5, 1) + QPoint(0, 60));
+        drag(w.at(3, 1), w.at(3, 1) - QPoint(200, 0));
+        drag(w.at(5, 1) + QPoint(0, 60), w.at(4, 1));
+        QCOMPARE(w.take(), QStringList(4, "MouseDown 1"));
+        QCOMPARE(w.current(), "2 2");
+        w.key(Qt::Key_Up);
+        QCOMPARE(w.current(), "1 2");
+    }
+    void aClickIsOneWhateverIsHeldWithIt()
+    {
+        Window w;
+        for (const auto held : {Qt::ShiftModifier, Qt::ControlModifier, Qt::AltModifier}) {
+            w.mouse(QTest::mouseClick, 1, 1);
+            w.take();
+            QTest::mouseClick(w.grid->viewport(), Qt::LeftButton, held, w.at(3, 2));
+            QCOMPARE(w.take(), (QStringList{"MouseDown 1", "RowColChange 3 2", "Click 3 2"}));
+        }
+        w.mouse(QTest::mouseClick, 2, 2);
+        QTest::mouseClick(w.grid->viewport(), Qt::LeftButton, Qt::ShiftModifier, w.at(3, 3));
+        QCOMPARE(w.grid->selectedText(false), "r2c2\tr2c3\nr3c2\tr3c3");
+    }
+    void anotherButtonInBetweenDoesNotUndoTheClick()
+    {
+        Window w;
+        w.mouse(QTest::mousePress, 3, 2);
+        w.mouse(QTest::mousePress, 4, 1, Qt::RightButton);
+        w.mouse(QTest::mouseRelease, 4, 1, Qt::RightButton);
+        w.grid->contextMenu()->close();
+        QCOMPARE(w.current(), "1 1");
+        w.mouse(QTest::mouseRelease, 3, 2);
+        QCOMPARE(w.take().last(), "Click 3 2");
+    }
+    void aClickOnARowNumberIsOneOnColumn1()
+    {
+        Window w;
+        w.mouse(QTest::mouseClick, 2, 3);
+        w.take();
+        w.number(QTest::mousePress, 4);
+        QCOMPARE(w.take(), QStringList{"MouseDown 1"});
+        QCOMPARE(w.current(), "2 3");
+        w.number(QTest::mouseRelease, 4);
+        QCOMPARE(w.take(), (QStringList{"RowColChange 4 1", "Click 4 1"}));
+        QCOMPARE(w.grid->selectedText(false), "r4c1\tr4c2\tr4c3\tr4c4");  // the whole row, to copy
+        w.key(Qt::Key_Down);
+        QCOMPARE(w.current(), "5 1");
+    }
+    void anythingElseOnTheRowNumbersMovesNothing()
+    {
+        Window w;
+        w.mouse(QTest::mouseClick, 2, 3);
+        w.take();
+        for (const auto button : {Qt::RightButton, Qt::MiddleButton}) w.number(QTest::mouseClick, 4, button);
+        w.number(QTest::mousePress, 4);
+        w.number(QTest::mouseRelease, 5);
+        w.number(QTest::mousePress, 4);
+        w.number(QTest::mousePress, 5, Qt::RightButton);
+        w.number(QTest::mouseRelease, 4, Qt::RightButton);
+        QTest::mouseRelease(w.grid->verticalHeader()->viewport(), Qt::LeftButton, {}, {5, 395});
+        QTest::mouseClick(w.grid->verticalHeader()->viewport(), Qt::LeftButton, {}, {5, 395});  // below the rows
+        QTest::mouseClick(w.grid->horizontalHeader()->viewport(), Qt::LeftButton, {}, {30, 5});
+        QTest::mouseDClick(w.grid->horizontalHeader()->viewport(), Qt::LeftButton, {}, {30, 5});
+        QTest::mouseClick(w.grid->findChild<QAbstractButton*>(), Qt::LeftButton, {}, {5, 5});
+        QVERIFY2(w.take().filter(QRegularExpression("Click|RowCol")).isEmpty(), "a click");
+        QCOMPARE(w.current(), "2 3");
+        w.key(Qt::Key_Right);
+        QCOMPARE(w.current(), "2 4");
+    }
+    void quickClicksOnTwoRowNumbersAreTwo()
+    {
+        Window w;
+        w.number(QTest::mouseClick, 2);
+        w.take();
+        for (const auto& [row, event] : {std::pair{3, "Click 3 1"}, {3, ""}}) {
+            w.number(
+                [](QWidget* on, Qt::MouseButton button, Qt::KeyboardModifiers, QPoint at, int) {
+                    QMouseEvent second(QEvent::MouseButtonDblClick, at, on->mapToGlobal(at), button, button, {});
+                    QApplication::sendEvent(on, &second);
+                },
+                row);
+            w.number(QTest::mouseRelease, row);
+            QCOMPARE(w.take().filter(" 3 1").filter("Click").join(' '), event);
+        }
+    }
+    void aTapIsAClick()
+    {
+        Window w;
+        const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
+        QTest::touchEvent(&w, screen.get()).press(0, w.at(3, 2), w.grid->viewport());
+        QTest::touchEvent(&w, screen.get()).release(0, w.at(3, 2), w.grid->viewport());
+        QCOMPARE(w.take(), (QStringList{"MouseDown 1", "RowColChange 3 2", "Click 3 2"}));
+        QTest::touchEvent(&w, screen.get()).press(0, w.at(4, 1), w.grid->viewport());
+        QTest::touchEvent(&w, screen.get()).move(0, w.at(5, 1), w.grid->viewport());
+        QTest::touchEvent(&w, screen.get()).release(0, w.at(5, 1), w.grid->viewport());
+        QCOMPARE(w.current(), "3 2");
+    }
+    void theWheelMovesNothing()
+    {
+        Window w;
+        fill(*w.grid, 200, 5);
+        w.mouse(QTest::mouseClick, 2, 2);
+        w.take();
+        for (QWidget* on : {w.grid->viewport(), w.grid->verticalHeader()->viewport()}) {
+            QWheelEvent turn({20, 20}, on->mapToGlobal(QPointF(20, 20)), {}, {0, -240}, {}, {}, Qt::NoScrollPhase,
+                             false);
+            QApplication::sendEvent(on, &turn);
+        }
+        QVERIFY(w.grid->verticalScrollBar()->value() > 0);
+        QVERIFY(w.take().filter(QRegularExpression("Click|RowCol")).isEmpty());
+        QCOMPARE(w.current(), "2 2");
     }
     void fixedCellsAreNoClick()
     {
         Window w;
         auto* across = w.grid->horizontalHeader()->viewport();
-        auto* down = w.grid->verticalHeader()->viewport();
         QTest::mouseClick(across, Qt::LeftButton, {}, {30, 5});
-        QTest::mouseClick(down, Qt::RightButton, {}, {5, 5});
+        w.number(QTest::mouseClick, 1, Qt::RightButton);
         QTest::mouseClick(w.grid->findChild<QAbstractButton*>(), Qt::LeftButton, {}, {5, 5});
         const auto log = w.take();
         QCOMPARE(log.filter("MouseDown"), (QStringList{"MouseDown 1", "MouseDown 2", "MouseDown 1"}));
