@@ -1,36 +1,31 @@
 #pragma once
 // The chainage breaks of a road as the check reads them, apart from the tables of the engine.
 
-#include <algorithm>
-#include <cmath>
 #include <vector>
 
-/// The breaks of a road, worked with on the road's own nominal numbers.
+/// The breaks of a road, each at its place along it.
 class CheckBreaks {
 public:
-    void add(double back, double ahead) { m_rows.push_back({back, ahead}); }
-    bool inGap(double nominal) const
-    {
-        return std::any_of(m_rows.begin(), m_rows.end(),
-                           [&](const Row& r) { return nominal > r.back && nominal < r.ahead; });
-    }
-    /// First reading of a nominal stake, as the tables get it.
-    double continuous(double nominal) const
-    {
-        double amount = 0, found = nominal;
-        for (const auto& row : m_rows) {
-            const double after = amount + std::abs(row.ahead) - std::abs(row.back);
-            const bool beyond = row.ahead > row.back ? nominal >= row.ahead : nominal > row.back;
-            if (!beyond) break;
-            amount = after;
-            found = nominal - amount;
-        }
-        return found;
-    }
+    /// A stake along the road, counted on through the breaks.
+    struct Place {
+        double stake = 0;    ///< continuous, m
+        bool inGap = false;  ///< the number is skipped there: a load ends at it
+    };
+
+    void add(double back, double ahead);
+    /// Something of the file could not be read: stakes behind that place are not known.
+    bool whole = true;
+    /// First reading of a nominal stake, as the tables get it. The gap is judged at its place along the road: a number
+    /// that another break doubled before is there.
+    Place place(double nominal) const;
+    double continuous(double nominal) const { return place(nominal).stake; }
+    /// The number that stands at a continuous stake, second readings included.
+    double nominal(double continuous) const;
 
 private:
     struct Row {
-        double back, ahead;
+        double back, ahead, amount;  ///< back and ahead less the amounts before
     };
     std::vector<Row> m_rows;
+    double m_total = 0;
 };

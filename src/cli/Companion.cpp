@@ -72,7 +72,8 @@ bool openProject(const Arguments& global, const std::string& project, bool load,
     try {
         LoadProject();
     } catch (const LoadWouldHang& hang) {
-        err << "参数文件无法读取：" << folder << "/" << hang.file << "，第" << hang.line << "行之前没有一行含有逗号\n";
+        err << "参数文件无法读取：" << folder << "/" << hang.file << "，第" << hang.line
+            << (hang.line > 1 ? "行及以前没有一行含有逗号\n" : "行没有逗号\n");
         return false;
     }
     return true;

@@ -383,8 +383,16 @@ TEST_F(Companion, AFileThatWouldHangTheProgramIsRefusedByNameAndLine)
     workspace.write("断链参数.txt", "abc\r\ndef\r\n");
     const auto ran = calc({"测试", "coords", "--at", "1"});
     EXPECT_EQ(ran.code, 1);
-    EXPECT_NE(ran.err.find("断链参数.txt，第2行"), std::string::npos) << ran.err;
+    EXPECT_NE(ran.err.find("断链参数.txt，第2行及以前没有一行含有逗号"), std::string::npos) << ran.err;
     EXPECT_EQ(ran.out, "");
+}
+
+TEST_F(Companion, AFileWhoseOnlyLineHangsTheProgramIsNotRefusedForLinesBeforeIt)
+{
+    workspace.write("断链参数.txt", "abc\r\n");
+    const auto ran = calc({"测试", "coords", "--at", "1"});
+    EXPECT_EQ(ran.code, 1);
+    EXPECT_NE(ran.err.find("断链参数.txt，第1行没有逗号"), std::string::npos) << ran.err;
 }
 
 TEST_F(Companion, ALoadThatAGapCutsShortIsNoSuccess)
