@@ -1,5 +1,5 @@
 #include "desk/Desk.h"
-#include "engine/RunTimeError.h"
+#include "project/FileError.h"
 #include "project/FilePath.h"
 #include "project/TextFile.h"
 
@@ -10,11 +10,17 @@ namespace fs = std::filesystem;
 
 namespace {
 
+[[noreturn]] void fail(const fs::path& path, std::error_code why)
+{
+    const auto name = path.u8string();
+    throw FileError({name.begin(), name.end()}, FileError::Writing, why);
+}
+
 void removeOne(const fs::path& path)
 {
     std::error_code error;
     fs::remove(path, error);
-    if (error) throw RunTimeError(RunTimeError::PathAccess);
+    if (error) fail(path, error);
 }
 
 void removeTree(const fs::path& folder)
@@ -24,7 +30,7 @@ void removeTree(const fs::path& folder)
     std::vector<fs::directory_entry> entries;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
         entries.push_back(*entry);
-    if (error) throw RunTimeError(RunTimeError::PathAccess);
+    if (error) fail(folder, error);
     for (const auto& entry : entries) {
         if (fs::is_directory(entry.symlink_status(error)))
             removeTree(entry.path());
@@ -46,4 +52,6 @@ void DeleteFolderTree(const std::string& path)
         removeTree(root);
     else if (fs::is_symlink(status))
         removeOne(root);
+    else if (status.type() == fs::file_type::none)  // not missing: it could not be looked at
+        fail(root, error);
 }

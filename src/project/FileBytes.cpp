@@ -1,151 +1,135 @@
-// Whole files as bytes, and the one way a file is replaced.
+#include "project/FileBytes.h"
 
-#include "engine/RunTimeError.h"
+#include "project/FileError.h"
 #include "project/FilePath.h"
-#include "project/TextFile.h"
-
-#include <atomic>
-#include <fstream>
-#include <system_error>
 
 #ifndef _WIN32
-#include <cerrno>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include "project/Descriptor.h"
+#else
+#include <fstream>
+#include <iterator>
 #endif
 
-namespace fs = std::filesystem;
+#ifndef _WIN32
 
 namespace {
 
-fs::path folderOf(const fs::path& file) { return file.has_parent_path() ? file.parent_path() : fs::path("."); }
-
-/// A name beside `file` that nobody uses: short, so that it fits where the file's own name does.
-fs::path nameBeside(const fs::path& file)
+[[noreturn]] void fail(const std::string& path, FileError::Doing doing, int why)
 {
-    static std::atomic<unsigned> count{0};
-#ifndef _WIN32
-    const auto process = std::to_string(::getpid());
-#else
-    const std::string process = "0";
-#endif
-    return folderOf(file) / (".vm" + process + "-" + std::to_string(++count) + ".tmp");
+    throw FileError(path, doing, {why, std::generic_category()});
 }
 
-#ifndef _WIN32
-
-/// An open file; failures are false, the caller decides what they mean.
-class Descriptor {
-public:
-    Descriptor(const fs::path& path, int flags, mode_t mode = 0) : m_fd(::open(path.c_str(), flags | O_CLOEXEC, mode))
-    {}
-    ~Descriptor()
-    {
-        if (m_fd >= 0) ::close(m_fd);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    explicit operator bool() const { return m_fd >= 0; }
-    bool write(std::string_view bytes) const
-    {
-        while (!bytes.empty()) {
-            const auto written = ::write(m_fd, bytes.data(), bytes.size());
-            if (written < 0 && errno == EINTR) continue;
-            if (written <= 0) return false;
-            bytes.remove_prefix(static_cast<std::size_t>(written));
-        }
-        return true;
-    }
-    bool permissionsOf(const fs::path& file) const
-    {
-        struct stat old {};
-        return ::stat(file.c_str(), &old) != 0 || ::fchmod(m_fd, old.st_mode & 07777) == 0;
-    }
-    bool flush() const { return ::fsync(m_fd) == 0; }
-
-private:
-    int m_fd;
-};
-
-bool writeNew(const fs::path& path, const fs::path& like, std::string_view bytes)
+/// ENOENT of an open, but a link that leads nowhere is not missing.
+int whyNotThere(const std::string& path)
 {
-    const Descriptor file(path, O_WRONLY | O_CREAT | O_EXCL, 0666);
-    return file && file.permissionsOf(like) && file.write(bytes) && file.flush();
+    struct stat status {};
+    const int why = lookFollowingLinks(filePath(path), status);
+    return why != 0 ? why : ENOENT;
 }
 
-void flushFolder(const fs::path& folder)
+std::string bytesOf(const std::string& path, const Descriptor& file)
 {
-    if (const Descriptor opened(folder, O_RDONLY | O_DIRECTORY); opened) opened.flush();
+    std::string bytes;
+    if (!file.read(bytes)) fail(path, FileError::Reading, errno);
+    return bytes;
 }
 
-#else
-
-bool writeNew(const fs::path& path, const fs::path&, std::string_view bytes)
+/// Opened without waiting for whoever writes a pipe.
+std::string readRegular(const std::string& path, const Descriptor& file)
 {
-    std::ofstream out(path, std::ios::binary);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    out.close();
-    return out.good();
+    struct stat status {};
+    if (!file.look(status)) fail(path, FileError::Reading, errno);
+    if (!S_ISREG(status.st_mode)) fail(path, FileError::Reading, S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
+    return bytesOf(path, file);
 }
-
-void flushFolder(const fs::path&) {}
-
-#endif
 
 }  // namespace
 
-bool FileExists(const std::string& path)
+Look LookAt(const std::string& path)
 {
-    std::error_code error;
-    const auto status = fs::status(filePath(path), error);
-    return fs::exists(status) && !fs::is_directory(status);
-}
-
-bool FolderExists(const std::string& path)
-{
-    std::error_code error;
-    return fs::is_directory(filePath(path), error);
+    struct stat status {};
+    const int why = lookFollowingLinks(filePath(path), status);
+    if (why != 0) return why == ENOENT ? Look::Missing : Look::Unreadable;
+    return S_ISREG(status.st_mode) ? Look::Regular : S_ISDIR(status.st_mode) ? Look::Folder : Look::Other;
 }
 
 std::string ReadBytes(const std::string& path)
 {
-    const auto file = filePath(path);
-    if (!FileExists(path)) {
-        if (FolderExists(path)) throw RunTimeError(RunTimeError::PathAccess);
-        std::error_code error;
-        const bool folder = fs::is_directory(folderOf(file), error);
-        throw RunTimeError(folder ? RunTimeError::FileNotFound : RunTimeError::PathNotFound);
-    }
-    std::ifstream in(file, std::ios::binary);
-    std::string bytes;
-    char block[16384];
-    while (in.read(block, sizeof block) || in.gcount() > 0) bytes.append(block, static_cast<std::size_t>(in.gcount()));
-    if (!in.is_open() || in.bad()) throw RunTimeError(RunTimeError::PathAccess);
-    return bytes;
+    const Descriptor file(filePath(path), O_RDONLY | O_NONBLOCK);
+    if (!file) fail(path, FileError::Reading, errno == ENOENT ? whyNotThere(path) : errno);
+    return readRegular(path, file);
 }
 
 std::string ReadBytesCreating(const std::string& path)
 {
-    if (!FileExists(path)) WriteBytes(path, {});
-    return ReadBytes(path);
+    if (const Descriptor file(filePath(path), O_RDONLY | O_NONBLOCK); file)
+        return readRegular(path, file);
+    else if (errno != ENOENT)
+        fail(path, FileError::Reading, errno);
+    const Descriptor made(filePath(path), O_WRONLY | O_CREAT | O_EXCL, 0666);
+    if (made) return {};
+    if (errno == EEXIST) return ReadBytes(path);  // a link that leads nowhere, or somebody was quicker
+    fail(path, FileError::Writing, errno);
 }
 
-void WriteBytes(const std::string& path, std::string_view bytes)
+std::string ReadStream(const std::string& path)
 {
-    const auto file = filePath(path);
-    std::error_code error;
-    if (!fs::is_directory(folderOf(file), error)) throw RunTimeError(RunTimeError::PathNotFound);
-    const auto beside = nameBeside(file);
-    bool written = writeNew(beside, file, bytes);
-    if (written) {
-        fs::rename(beside, file, error);
-        written = !error;
-    }
-    if (!written) {
-        fs::remove(beside, error);
-        throw RunTimeError(RunTimeError::PathAccess);
-    }
-    flushFolder(folderOf(file));
+    const Descriptor file(filePath(path), O_RDONLY);
+    if (!file) fail(path, FileError::Reading, errno == ENOENT ? whyNotThere(path) : errno);
+    return bytesOf(path, file);
 }
+
+#else
+
+namespace fs = std::filesystem;
+
+Look LookAt(const std::string& path)
+{
+    std::error_code error;
+    const auto status = fs::status(filePath(path), error);
+    switch (status.type()) {
+    case fs::file_type::not_found:
+        return fs::is_symlink(fs::symlink_status(filePath(path), error)) ? Look::Unreadable : Look::Missing;
+    case fs::file_type::regular:
+        return Look::Regular;
+    case fs::file_type::directory:
+        return Look::Folder;
+    case fs::file_type::none:
+    case fs::file_type::unknown:
+        return Look::Unreadable;
+    default:
+        return Look::Other;
+    }
+}
+
+std::string ReadStream(const std::string& path)
+{
+    if (LookAt(path) == Look::Missing)
+        throw FileError(path, FileError::Reading, std::make_error_code(std::errc::no_such_file_or_directory));
+    std::ifstream in(filePath(path), std::ios::binary);
+    std::string bytes{std::istreambuf_iterator<char>(in), {}};
+    if (!in.is_open() || in.bad())
+        throw FileError(path, FileError::Reading, std::make_error_code(std::errc::permission_denied));
+    return bytes;
+}
+
+std::string ReadBytes(const std::string& path)
+{
+    if (const auto look = LookAt(path); look != Look::Missing && look != Look::Regular)
+        throw FileError(path, FileError::Reading, std::make_error_code(std::errc::io_error));
+    return ReadStream(path);
+}
+
+std::string ReadBytesCreating(const std::string& path)
+{
+    if (LookAt(path) != Look::Missing) return ReadBytes(path);
+    if (!std::ofstream(filePath(path), std::ios::binary | std::ios::app))
+        throw FileError(path, FileError::Writing, std::make_error_code(std::errc::permission_denied));
+    return {};
+}
+
+#endif
+
+bool FileExists(const std::string& path) { return LookAt(path) != Look::Missing; }
+
+bool FolderExists(const std::string& path) { return LookAt(path) == Look::Folder; }

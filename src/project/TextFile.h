@@ -2,6 +2,9 @@
 // Text files: bytes, lines, and the helpers that rewrite a whole file. Lines end with CR LF. Paths are UTF-8.
 // Bytes stay bytes: a line that nobody changes keeps its bytes exactly.
 
+#include "project/FileBytes.h"    // IWYU pragma: export
+#include "project/ReplaceFile.h"  // IWYU pragma: export
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -12,16 +15,6 @@
 std::string Utf8FromCp936(std::string_view bytes);
 /// Bytes of code page 936. @throws TypeMismatch where a character has no place in code page 936
 std::string Cp936FromUtf8(std::string_view text);
-
-bool FileExists(const std::string& path);  ///< a regular file (or what opens like one)
-bool FolderExists(const std::string& path);
-/// All bytes. @throws FileNotFound, PathNotFound (no such folder), PathAccess
-std::string ReadBytes(const std::string& path);
-/// All bytes; a missing file is created empty, as opening for binary access does. @throws PathAccess, PathNotFound
-std::string ReadBytesCreating(const std::string& path);
-/// Replaces the file: written beside it, flushed to disk and renamed over it, so that a crash or a full disk leaves
-/// the old bytes or the new ones; permissions stay, a link gives way to a file. @throws PathAccess, PathNotFound
-void WriteBytes(const std::string& path, std::string_view bytes);
 
 /// The pieces between CR LF; an empty text has no pieces (upper bound -1), a final CR LF gives an empty last piece.
 std::vector<std::string> SplitLines(std::string_view bytes);
@@ -43,7 +36,7 @@ void RemoveBlankLines(const std::string& path);
 std::ptrdiff_t LastCommaLine(const std::vector<std::string>& lines);
 
 /// The folder with everything in it; a link is removed, never followed. Each entry gives the event loop a turn.
-/// A missing folder is no error. @throws PathAccess
+/// A missing folder is no error. @throws FileError
 void DeleteFolderTree(const std::string& path);
 
 /// UTF-16 little-endian with the mark FF FE. `text` is UTF-8.

@@ -2,6 +2,7 @@
 
 #include "engine/Numbers.h"
 #include "engine/RunTimeError.h"
+#include "project/FileError.h"
 #include "project/FilePath.h"
 #include "project/TextFile.h"
 
@@ -48,7 +49,8 @@ std::vector<std::string> linesOf(const std::string& bytes)
 void makeFolder(const std::string& path)
 {
     std::error_code error;
-    if (!std::filesystem::create_directory(filePath(path), error)) throw RunTimeError(RunTimeError::PathAccess);
+    if (std::filesystem::create_directory(filePath(path), error)) return;
+    throw FileError(path, FileError::Writing, error ? error : std::make_error_code(std::errc::file_exists));
 }
 
 Outcome refused(std::string text) { return {Refusal{{std::move(text), "错误", Icon::Critical}, "txtNewProjects"}}; }

@@ -41,7 +41,7 @@ std::string PhoneProjectPath(const std::string& name);
 bool IsFolderName(std::string_view name);
 
 /// The workspace made if missing, the project catalogue read (created empty if missing), UTF-8 names in file order.
-/// @throws PathAccess, PathNotFound
+/// @throws FileError
 std::vector<std::string> OpenCatalogue();
 /// The phone catalogue, empty where XMMC.txt is missing.
 std::vector<std::string> ReadPhoneCatalogue();
@@ -50,5 +50,5 @@ std::vector<std::string> ReadPhoneCatalogue();
 /// after either the form empties txtNewProjects and gives it the focus.
 Outcome CreateProject(const std::string& typed);
 /// Line `index` (from 0) of the catalogue goes, then the folder of that name with all it holds (none where `name` is
-/// no direct child of the workspace). @throws PathAccess
+/// no direct child of the workspace). @throws FileError
 void DeleteProject(int index, const std::string& name);

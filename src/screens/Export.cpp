@@ -4,6 +4,7 @@
 #include "engine/RunTimeError.h"
 #include "office/Xls.h"
 #include "project/CalcTables.h"
+#include "project/FileError.h"
 #include "project/TextFile.h"
 #include "project/Workspace.h"
 #include "screens/Messages.h"
@@ -121,9 +122,9 @@ void SaveResult(const ExportLayout& layout, const ExportData& data, ScreenState*
         const Waiting waiting(showWait);
         const std::string bytes = XlsBytes(ResultSheet(layout, data));
         try {
-            WriteBytes(*path, bytes);
-        } catch (const RunTimeError& error) {
-            failure = error.what();
+            WriteResult(*path, bytes);
+        } catch (const FileError& error) {
+            failure = error.reason();
         }
     });
     if (!saved) return;

@@ -140,15 +140,18 @@ TEST(SafeWriting, AFolderInTheWayStays)
     EXPECT_EQ(filesIn(folder.path("")), std::set<std::string>{"表.txt"});
 }
 
-TEST(SafeWriting, ALinkGivesWayAndItsTargetIsNotWritten)
+TEST(SafeWriting, ALinkIsFollowedAndStaysALink)
 {
     const ProjectFolder folder;
-    const auto target = folder.root() + "/outside.txt";
+    std::filesystem::create_directory(folder.root() + "/elsewhere");
+    const auto target = folder.root() + "/elsewhere/outside.txt";
     WriteBytes(target, "outside");
-    std::filesystem::create_symlink(target, folder.path("表.txt"));
-    WriteBytes(folder.path("表.txt"), "inside");
-    EXPECT_EQ(ProjectFolder::bytesOf(target), "outside");
-    EXPECT_EQ(folder.bytes("表.txt"), "inside");
+    std::filesystem::create_symlink("../../elsewhere/outside.txt", folder.path("表.txt"));
+    WriteBytes(folder.path("表.txt"), "new");
+    EXPECT_EQ(ProjectFolder::bytesOf(target), "new");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.path("表.txt")));
+    EXPECT_EQ(filesIn(folder.root() + "/elsewhere"), std::set<std::string>{"outside.txt"});
+    EXPECT_EQ(filesIn(folder.path("")), std::set<std::string>{"表.txt"});
 }
 
 TEST(SafeWriting, TheLongestFileNameFits)

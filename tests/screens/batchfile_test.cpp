@@ -5,6 +5,8 @@
 #include "engine/RunTimeError.h"
 #include "project/TextFile.h"
 #include "screens/Fs.h"
+#include "support/FailingCalls.h"
+#include "support/OrdinaryUser.h"
 #include "support/ProjectFolder.h"
 #include "support/ScreenTest.h"
 #include "support/ScriptedDesk.h"
@@ -120,17 +122,6 @@ TEST_F(BatchFile, AMissingFileIsNotMade)
     EXPECT_FALSE(std::filesystem::exists(path));
 }
 
-namespace {
-
-/// As long as it lives, the process is a user whom file permissions hold back.
-struct OrdinaryUser {
-    const bool root = geteuid() == 0;
-    OrdinaryUser() { EXPECT_TRUE(!root || seteuid(65534) == 0); }
-    ~OrdinaryUser() { EXPECT_TRUE(!root || seteuid(0) == 0); }
-};
-
-}  // namespace
-
 TEST_F(BatchFile, AnUnreadableFileFailsAndStaysAsItIs)
 {
     write("1,2\r\n\r\n");
@@ -166,22 +157,16 @@ TEST_F(BatchFile, ThePickIsCancelled)
 
 namespace {
 
-/// A file that can be read once: the name is that of a pipe, whose one writer takes it away.
+/// A file that somebody takes away before it is read a second time.
 struct VanishingFile : BatchFile {
-    std::jthread writer;
-
-    VanishingFile()
-    {
-        EXPECT_EQ(mkfifo(path.c_str(), 0600), 0);
-        writer = std::jthread([this] {
-            const int pipe = open(path.c_str(), O_WRONLY);
+    int opened = 0;
+    const FailingCalls taking{[this](const Call& call) {
+        if (call.name == "open" && call.path == path && (call.flags & O_ACCMODE) == O_RDONLY && ++opened == 2)
             std::filesystem::remove(path);
-            const std::string text = "1,2\r\n3,4";
-            EXPECT_EQ(write_(pipe, text), static_cast<ssize_t>(text.size()));
-            close(pipe);
-        });
-    }
-    static ssize_t write_(int pipe, const std::string& text) { return ::write(pipe, text.data(), text.size()); }
+        return 0;
+    }};
+
+    VanishingFile() { write("1,2\r\n3,4"); }
 };
 
 }  // namespace
@@ -195,6 +180,7 @@ TEST_F(VanishingFile, BetweenTheTwoReadsEndsTheBatchWithoutAWord)
     desk.open(path);
     EXPECT_TRUE(CalcFsFile(screen.rows));
     EXPECT_EQ(screen.state, ScreenState{});
+    EXPECT_EQ(opened, 2);
     EXPECT_FALSE(std::filesystem::exists(path));
     shared = {};
 }
