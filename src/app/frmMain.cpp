@@ -3,6 +3,7 @@
 #include "app/Icons.h"
 #include "app/MenuCommands.h"
 #include "app/frmNewProjects.h"
+#include "controls/FormScaling.h"
 #include "controls/XPButton.h"
 #include "engine/Numbers.h"
 #include "engine/RunTimeError.h"
@@ -106,7 +107,7 @@ void frmMain::layOut()
     all->setMenuBar(m_menuBar);
     all->addWidget(tbarMain);
     all->addLayout(lists, 1);
-    resize(680, 464);
+    fitToContent(*this, {680, 464});
     lstProjects->setFocus();
 }
 

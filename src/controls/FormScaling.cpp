@@ -7,6 +7,7 @@
 #include <QScreen>
 #include <QWidget>
 
+#include <algorithm>
 #include <cmath>
 
 std::int32_t FormOldWidth = 0, FormOldHeight = 0;
@@ -44,27 +45,44 @@ void remember(QWidget& container, QList<Placed>& placed)
 
 }  // namespace
 
-void fitToContent(QWidget& window)
+QSize roomFor(const QWidget& window)
 {
-    constexpr QSize frame(16, 48);  // title bar and borders
+    constexpr QSize frame(16, 32), taskBar(0, 40);
+    const QScreen& screen = *window.screen();
+    return (screen.availableSize() - frame).boundedTo(screen.size() - frame - taskBar);
+}
+
+void fitToContent(QWidget& window, QSize atLeast)
+{
     if (window.testAttribute(Qt::WA_Resized)) return;
     window.ensurePolished();
-    window.resize(window.sizeHint().boundedTo(window.screen()->availableSize() - frame));
+    const QSize room = roomFor(window);
+    QSize size = window.sizeHint().expandedTo(atLeast).boundedTo(room);
+    if (const auto* layout = window.layout(); layout && layout->hasHeightForWidth())
+        size.setHeight(std::clamp(layout->totalHeightForWidth(size.width()), std::min(atLeast.height(), room.height()),
+                                  room.height()));
+    window.resize(size);
 }
 
 void ResizeInit(QWidget& form)
 {
     form.ensurePolished();
-    const QSize least = form.layout() ? form.layout()->totalMinimumSize() : form.minimumSize();
     fitToContent(form);
-    form.resize(form.size().expandedTo(least));
+    if (form.layout()) form.resize(form.size().expandedTo(form.layout()->totalMinimumSize()));
     QList<Placed> placed;
     remember(form, placed);
+    // Every control shrinks as the window does: the one that can spare least says how far.
+    double leastX = 0, leastY = 0;
     for (const auto& [control, design] : placed) {
+        const QSize needed = control->minimumSize().expandedTo(control->minimumSizeHint());
+        const bool shown = !control->testAttribute(Qt::WA_WState_ExplicitShowHide) || !control->isHidden();
+        if (shown && design.width() > 0) leastX = std::max(leastX, 1.0 * needed.width() / design.width());
+        if (shown && design.height() > 0) leastY = std::max(leastY, 1.0 * needed.height() / design.height());
         control->setMinimumSize(0, 0);
         control->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     }
-    form.setMinimumSize(least);
+    const auto least = [](double share, int size) { return static_cast<int>(std::ceil(std::min(share, 1.0) * size)); };
+    form.setMinimumSize(least(leastX, form.width()), least(leastY, form.height()));
     FormOldWidth = form.width();
     FormOldHeight = form.height();
     if (!placedControls().contains(&form))

@@ -75,10 +75,12 @@ void EditorForm::makeControls()
                                                 ? QStringLiteral("单击单元格输入，回车到下一格，方向键移动，可粘贴表格")
                                                 : QStringLiteral("单击单元格输入，方向键移动，可粘贴表格"));
     hint->setForegroundRole(QPalette::PlaceholderText);
+    hint->setWordWrap(true);  // beside many buttons on a small screen
+    hint->setMinimumWidth(hint->fontMetrics().horizontalAdvance(hint->text()) / 2 + 24);
     m_buttons = new QHBoxLayout;
     m_buttons->setSpacing(house::kGrid);
-    m_buttons->addWidget(hint);
-    m_buttons->addStretch(1);
+    m_buttons->addWidget(hint, 1);
+    m_buttons->addSpacing(2 * house::kGrid);
     all->addLayout(m_buttons);
     const auto button = [this](std::string_view name, const QString& caption, auto handler) {
         auto* made = control<XPButton>(toUtf8(named("cmd", m_table.stem, name)).c_str(), caption);
@@ -149,7 +151,7 @@ void EditorForm::Form_Load()
     int width = 104;
     for (const auto* button : buttons) width = std::max(width, button->sizeHint().width());
     for (auto* button : buttons) button->setMinimumWidth(width);
-    resize(sizeHint().expandedTo({560, 440}));
+    fitToContent(*this, {560, 440});
     if (m_table.scales) ResizeInit(*this);
     Edited = false;
 }

@@ -28,7 +28,7 @@ frmBpjs::frmBpjs(QWidget* parent)
     auto* note =
         control<QLabel>("Label4", QStringLiteral("(对应图纸上>N米但<M米不设平台中的M，如>10米但是<12米时不设置平台则"
                                                  "输入12，没有则无需输入)"));
-    note->setWordWrap(true);
+    house::fitText(note, 376);
 
     auto* ok = control<XPButton>("cmdBpjsOk", QStringLiteral("确 定"));
     auto* cancel = control<XPButton>("cmdPdjsCancel", QStringLiteral("取 消"));
@@ -40,8 +40,6 @@ frmBpjs::frmBpjs(QWidget* parent)
                                                {QStringLiteral("挖方最大边坡级数(1～10)"), txtWfJs},
                                                {QStringLiteral("挖方边坡限制高度"), txtXzcs}}),
                            note, house::buttonRow({ok, cancel})});
-    setMinimumWidth(400);
-    resize(400, layout()->totalHeightForWidth(400));  // the note breaks its lines
 }
 
 void frmBpjs::Form_Load()

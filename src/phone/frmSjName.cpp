@@ -26,8 +26,7 @@ frmSjName::frmSjName()
 {
     auto* Label1 = control<QLabel>(
         "Label1", QStringLiteral("由于很多手机目录不支持中文目录请在英文输入法状态下输入一个英文的项目名称"));
-    Label1->setWordWrap(true);
-    Label1->setMinimumWidth(320);
+    house::fitText(Label1, 320);
     house::arrange(*this, {Label1, txtsjName, house::buttonRow({sjXmOK, sjxmCancel})});
     txtsjName->setFocus();
 

@@ -1,5 +1,6 @@
 #include "platform/DrawingWindow.h"
 
+#include "controls/FormScaling.h"
 #include "office/Dxf.h"
 #include "platform/Fields.h"
 #include "platform/SheetPainter.h"
@@ -216,7 +217,7 @@ DrawingWindow::DrawingWindow(Drawing drawing, const QString& title)
         place->setText(QStringLiteral("x %1   y %2").arg(point.x(), 0, 'f', 3).arg(point.y(), 0, 'f', 3));
     });
     say(QStringLiteral("滚轮缩放，拖动平移，双击显示全图"));
-    resize(960, 680);
+    fitToContent(*this, {960, 680});
     touched();
     m_view->setFocus();
 }

@@ -1,5 +1,6 @@
 #include "platform/Layout.h"
 
+#include "platform/FieldFlow.h"
 #include "platform/HouseLook.h"
 
 #include <QAbstractScrollArea>
@@ -76,14 +77,9 @@ QLayout* fieldColumn(const Fields& fields)
 
 QLayout* fieldLine(const Fields& fields)
 {
-    auto* line = spaced(new QHBoxLayout);
-    for (const auto& field : fields) {
-        if (line->count() > 0) line->addSpacing(kGrid);
-        line->addWidget(headOf(field));
-        line->addWidget(field.box);
-    }
-    line->addStretch(1);
-    return line;
+    auto* flow = new FieldFlow;
+    for (const auto& field : fields) flow->addField(headOf(field), field.box);
+    return flow;
 }
 
 QGroupBox* frame(const QString& caption, QLayout* content)
@@ -127,12 +123,24 @@ QLayout* down(const std::vector<Piece>& pieces)
 
 void arrange(QWidget& window, const std::vector<Piece>& pieces)
 {
-    auto* column = spaced(new QVBoxLayout);
-    column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     const auto takesTheRest = [](const Piece& piece) { return qobject_cast<QAbstractScrollArea*>(piece.widget); };
+    const bool stretches = std::any_of(pieces.begin(), pieces.end(), takesTheRest);
+    auto* column = spaced(new QVBoxLayout);
     for (const auto& piece : pieces) add(column, piece, takesTheRest(piece) ? 1 : 0);
-    if (std::none_of(pieces.begin(), pieces.end(), takesTheRest)) column->addStretch(1);
-    window.setLayout(column);
+    auto* whole = new QGridLayout;
+    whole->setSpacing(0);
+    whole->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    // Controls that need no more room stay together in the middle of a window that has more.
+    whole->addLayout(column, 1, 1);
+    for (const int around : {0, 2}) {
+        whole->setRowStretch(around, stretches ? 0 : 1);
+        whole->setColumnStretch(around, stretches ? 0 : 1);
+    }
+    if (stretches) {
+        whole->setRowStretch(1, 1);
+        whole->setColumnStretch(1, 1);
+    }
+    window.setLayout(whole);
 }
 
 void fitDigits(QWidget* box, int digits)
@@ -140,6 +148,13 @@ void fitDigits(QWidget* box, int digits)
     box->ensurePolished();
     const bool picks = qobject_cast<QComboBox*>(box);
     box->setFixedWidth(box->fontMetrics().horizontalAdvance(u'0') * digits + (picks ? 36 : 16));
+}
+
+void fitText(QLabel* note, int width)
+{
+    note->ensurePolished();
+    note->setWordWrap(true);
+    note->setFixedSize(width, note->heightForWidth(width));
 }
 
 void placeWaitBox(QLineEdit* box, QWidget* over)

@@ -3,6 +3,7 @@
 // equal width, and the result grid takes the room that is left.
 
 #include <QGroupBox>
+#include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
 
@@ -22,7 +23,7 @@ struct FieldRow {
 using Fields = std::vector<FieldRow>;
 
 QLayout* fieldColumn(const Fields& fields);            ///< one under the other
-QLayout* fieldLine(const Fields& fields);              ///< side by side, from the left
+QLayout* fieldLine(const Fields& fields);              ///< side by side, in columns where the width is not enough
 QLayout* fieldTable(const std::vector<Fields>& rows);  ///< labels and boxes of all rows in columns
 QGroupBox* frame(const QString& caption, QLayout* content);
 /// Equal widths, at the right end of their row.
@@ -38,12 +39,15 @@ struct Piece {
 };
 QLayout* across(const std::vector<Piece>& pieces);  ///< side by side, of one height
 QLayout* down(const std::vector<Piece>& pieces);    ///< one under the other, no stretch
-/// The whole content of a window from top to bottom; a grid in it takes all the room that is left.
+/// The whole content of a window from top to bottom; a grid in it takes all the room that is left. Without one the
+/// content keeps its size and its place in the middle.
 void arrange(QWidget& window, const std::vector<Piece>& pieces);
 
 inline constexpr int kCoordinateDigits = 13;
 /// A box wide enough for so many digits.
 void fitDigits(QWidget* box, int digits = kCoordinateDigits);
+/// A text in lines of so many pixels, as high as it needs.
+void fitText(QLabel* note, int width);
 /// A box over the middle of a grid that says "正在保存中，请耐心等待": hidden until shown while a file is written.
 void placeWaitBox(QLineEdit* box, QWidget* over);
 

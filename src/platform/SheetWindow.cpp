@@ -1,5 +1,6 @@
 #include "platform/SheetWindow.h"
 
+#include "controls/FormScaling.h"
 #include "office/Xls.h"
 #include "platform/HouseLook.h"
 #include "platform/SheetPainter.h"
@@ -46,6 +47,7 @@ SheetWindow::SheetWindow(Worksheet sheet, const QString& title)
 
     m_address->setAlignment(Qt::AlignCenter);
     m_address->setFixedWidth(64);
+    m_entry->setMinimumWidth(240);
     m_entry->setToolTip(QStringLiteral("当前单元格的内容"));
     auto* line = new QHBoxLayout;
     line->setContentsMargins(house::kGrid, house::kGrid, house::kGrid, house::kGrid);
@@ -69,7 +71,7 @@ SheetWindow::SheetWindow(Worksheet sheet, const QString& title)
         m_view->setFocus();
     });
     showCurrent();
-    resize(1130, 720);
+    fitToContent(*this, {1130, 720});
 }
 
 const Worksheet& SheetWindow::sheet() const { return m_view->sheet(); }

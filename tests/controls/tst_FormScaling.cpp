@@ -1,6 +1,7 @@
 // Windows that stretch.
 
 #include "controls/FormScaling.h"
+#include "controls/XPButton.h"
 #include "support/QtTests.h"
 
 #include <QHeaderView>
@@ -89,6 +90,27 @@ private slots:
         w.resize(2 * was.width(), 2 * was.height());
         ResizeForm(w);
         QCOMPARE(box->width(), 246);
+    }
+
+    void theWindowDoesNotShrinkBelowWhatItsScaledControlsNeed()
+    {
+        Window w;
+        auto* button = new XPButton("保 存", &w);
+        const QSize needed = button->sizeHint();
+        button->setGeometry(10, 170, 2 * needed.width(), needed.height());
+        w.frame->layout()->setContentsMargins(20, 30, 80, 30);  // room for the box in the frame
+        ResizeInit(w);
+        QVERIFY(w.minimumWidth() < 300);
+        w.resize(1, 1);
+        ResizeForm(w);
+        QVERIFY(w.width() > 100);
+        for (const QWidget* control : {static_cast<QWidget*>(button), static_cast<QWidget*>(w.box)}) {
+            QVERIFY(control->width() >= control->minimumSizeHint().width());
+            QVERIFY(control->height() >= control->minimumSizeHint().height());
+            QVERIFY(w.rect().contains(control->geometry()));
+        }
+        w.resize(w.minimumSize());
+        QCOMPARE(w.size(), w.minimumSize());
     }
 
     void fontsAndGridColumnsStay()

@@ -19,6 +19,7 @@
 #include <QtTest>
 
 #include <algorithm>
+#include <array>
 
 class tst_HouseLook : public QObject {
     Q_OBJECT
@@ -88,7 +89,7 @@ private slots:
         QWidget window;
         auto* one = new XPButton("计 算", &window);
         auto* two = new XPButton("从文件批量计算", &window);
-        house::arrange(window, {house::buttonRow({one, two})});
+        house::arrange(window, {new MSFlexGrid(&window), house::buttonRow({one, two})});
         window.resize(500, 200);
         window.show();
         QCOMPARE(one->width(), two->width());
@@ -114,6 +115,62 @@ private slots:
         QCOMPARE(button->height(), buttons);
     }
 
+    void fieldsThatTheWidthCannotHoldStandInColumnsUnderEachOther()
+    {
+        QWidget window;
+        std::vector<QLineEdit*> boxes;
+        house::Fields fields;
+        for (const auto* caption : {"开始里程", "结束里程", "间距", "偏距", "夹角"}) {
+            boxes.push_back(new QLineEdit(&window));
+            house::fitDigits(boxes.back());
+            fields.emplace_back(QString::fromUtf8(caption), boxes.back());
+        }
+        house::arrange(window, {house::fieldLine(fields), new MSFlexGrid(&window)});
+        const int wide = window.sizeHint().width();
+        QVERIFY(wide > 5 * boxes[0]->width());
+        window.resize(std::max(wide, 1000), 400);
+        window.show();
+        for (const auto* box : boxes) QCOMPARE(box->y(), boxes[0]->y());
+        window.resize(600, 400);
+        QTest::qWait(1);
+        QCOMPARE(window.width(), 600);
+        const int perLine = static_cast<int>(
+            std::count_if(boxes.begin(), boxes.end(), [&](const QLineEdit* box) { return box->y() == boxes[0]->y(); }));
+        QVERIFY(perLine > 1 && perLine < 5);
+        for (int i = 0; i < 5; ++i) {
+            const auto* box = boxes[static_cast<std::size_t>(i)];
+            QCOMPARE(box->y(), boxes[0]->y() + i / perLine * (box->height() + 8));
+            QCOMPARE(box->x(), boxes[static_cast<std::size_t>(i % perLine)]->x());
+            QVERIFY(box->geometry().right() <= 600 - 12);
+        }
+        const auto labels = window.findChildren<QLabel*>();
+        QCOMPARE(labels[0]->geometry().right(), labels[perLine]->geometry().right());
+        QVERIFY(window.findChild<MSFlexGrid*>()->y() > boxes[4]->geometry().bottom());
+    }
+
+    void controlsOfASmallToolStayTogetherWhenItIsMaximised()
+    {
+        QWidget window;
+        auto* box = new QLineEdit(&window);
+        auto* one = new XPButton("确 定", &window);
+        auto* two = new XPButton("取 消", &window);
+        house::fitDigits(box);
+        house::arrange(window, {house::frame("导线", house::fieldColumn({{QString("导线点个数"), box}})),
+                                house::buttonRow({one, two})});
+        const auto places = [&] {
+            return std::array{one->pos() - two->pos(), box->mapTo(&window, QPoint()) - two->pos(),
+                              QPoint(one->width(), one->height())};
+        };
+        window.show();
+        const auto before = places();
+        window.resize(1366, 700);
+        QTest::qWait(1);
+        QCOMPARE(places(), before);
+        const QRect all = window.childrenRect();
+        QVERIFY(std::abs(all.center().x() - window.rect().center().x()) <= 1);
+        QVERIFY(std::abs(all.center().y() - window.rect().center().y()) <= 1);
+    }
+
     void boxesHoldTheirDigits()
     {
         QLineEdit box;
@@ -135,6 +192,18 @@ private slots:
         QVERIFY(window.width() <= window.screen()->availableSize().width());
         QVERIFY(grid->cellRect(1, 3).right() < grid->viewport()->geometry().right() + 1);
         QCOMPARE(window.findChild<QWidget*>("qt_scrollarea_hcontainer")->isVisible(), false);
+    }
+
+    void aWindowIsNeverMadeLargerThanItsScreenHasRoom()
+    {
+        QWidget window;
+        auto* grid = new MSFlexGrid(&window);
+        grid->setCols(30);
+        house::arrange(window, {grid});
+        fitToContent(window, {5000, 4000});
+        const QSize screen = window.screen()->size();
+        QVERIFY(window.width() <= screen.width() - 16);
+        QVERIFY(window.height() <= screen.height() - 70);  // title bar and task bar
     }
 
     void theWaitBoxStandsOverTheGridUntilItIsShown()

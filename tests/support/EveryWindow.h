@@ -1,0 +1,243 @@
+#pragma once
+// Every window of the program, one after the other, filled as in use, on a workspace of its own with the samples in it.
+
+#include "app/ListBox.h"
+#include "app/frmAbout.h"
+#include "app/frmMain.h"
+#include "app/frmNewProjects.h"
+#include "controls/XPButton.h"
+#include "editors/frmBpjs.h"
+#include "editors/frmCg.h"
+#include "editors/frmCgkd.h"
+#include "editors/frmDl.h"
+#include "editors/frmDxd.h"
+#include "editors/frmJdpqx.h"
+#include "editors/frmJmpqx.h"
+#include "editors/frmPqxSelect.h"
+#include "editors/frmSelect.h"
+#include "editors/frmSelectCg.h"
+#include "editors/frmSqx.h"
+#include "editors/frmTfy.h"
+#include "editors/frmTfz.h"
+#include "editors/frmWfy.h"
+#include "editors/frmWfz.h"
+#include "phone/Phone.h"
+#include "phone/frmSjName.h"
+#include "platform/DrawingWindow.h"
+#include "platform/HouseLook.h"
+#include "platform/SheetWindow.h"
+#include "project/Workspace.h"
+#include "screens/frmDgdGc.h"
+#include "screens/frmDgdZb.h"
+#include "screens/frmFs.h"
+#include "screens/frmJgw.h"
+#include "screens/frmPl.h"
+#include "screens/frmPlGc.h"
+#include "screens/frmPlfy.h"
+#include "screens/frmZdcs.h"
+#include "tools/ExampleTraverse.h"
+#include "tools/frmFhdx.h"
+#include "tools/frmQljs.h"
+#include "tools/frmZbzfs.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <filesystem>
+#include <functional>
+
+namespace every_window {
+
+/// What is done with a window that is shown; it is hidden again afterwards.
+using Seen = std::function<void(QWidget&)>;
+
+/// Says yes to everything; what is wrong stands on standard error.
+class SilentDesk final : public Desk {
+public:
+    bool box(const Msg& msg) override
+    {
+        if (msg.icon != Icon::Information) qWarning("%s", msg.text.c_str());
+        return true;
+    }
+    void turn() override {}
+    std::optional<std::string> openFile(std::string_view) override { return {}; }
+    std::optional<std::string> saveFile(std::string_view) override { return {}; }
+};
+
+inline void show(const Seen& seen, QWidget& window)
+{
+    window.show();
+    QApplication::processEvents();
+    seen(window);
+    window.hide();
+}
+
+template <class Form>
+void open(const Seen& seen, const std::function<void(Form&)>& prepare = {})
+{
+    Form form;
+    if (prepare) prepare(form);
+    show(seen, form);
+}
+
+inline void type(QWidget& form, std::initializer_list<std::pair<const char*, const char*>> texts)
+{
+    for (const auto& [box, text] : texts)
+        form.findChild<QLineEdit*>(QString::fromUtf8(box))->setText(QString::fromUtf8(text));
+}
+
+inline void pick(QWidget& form, const char* list, int item)
+{
+    auto* picked = form.findChild<PickList*>(QString::fromUtf8(list));
+    picked->setCurrentIndex(item);
+    emit picked->activated(item);
+}
+
+inline void check(QWidget& form, const char* box)
+{
+    form.findChild<QCheckBox*>(QString::fromUtf8(box))->setChecked(true);
+}
+
+inline void click(QWidget& form, const char* button)
+{
+    emit form.findChild<XPButton*>(QString::fromUtf8(button))->Click();
+}
+
+inline void showScreens(const Seen& seen)
+{
+    open<frmDgdZb>(seen, [](auto& form) {
+        form.show();
+        pick(form, "comDgdCz", 0);
+        for (const char* stake : {"12340", "12400", "12460"}) {
+            type(form, {{"txtDgdZbFylc", stake}});
+            for (const int side : {0, 1, 2}) {
+                pick(form, "comDgdZbz", side);
+                if (side > 0) type(form, {{"txtDgdPj", "12.25"}});
+                click(form, "butDgdCalc");
+            }
+        }
+    });
+    open<frmPlfy>(seen, [](auto& form) {
+        form.show();
+        pick(form, "comPlzbCz", 0);
+        type(form, {{"txtPlzbQdlc", "12300"}, {"txtPlzbZdlc", "12600"}, {"txtPlzbBc", "20"}, {"txtPlzbPj", "12.25"}});
+        click(form, "butPlzbCalc");
+    });
+    open<frmFs>(seen, [](auto& form) {
+        form.show();
+        for (const auto& [x, y] :
+             {std::pair{"2856486.5", "512730.9"}, {"2856540.2", "512815.4"}, {"2856580.7", "512909.1"}}) {
+            type(form, {{"txtFsx", x}, {"txtFsY", y}});
+            click(form, "butFsCalc");
+        }
+    });
+    open<frmDgdGc>(seen, [](auto& form) {
+        form.show();
+        for (const char* stake : {"12340", "12400", "12460"}) {
+            type(form, {{"txtDgdGcFylc", stake}});
+            for (const int side : {0, 1, 2}) {
+                pick(form, "comDgdGcz", side);
+                if (side > 0) type(form, {{"txtDgdGcPj", "12.25"}});
+                click(form, "butDgdGcCalc");
+            }
+        }
+    });
+    open<frmPlGc>(seen, [](auto& form) {
+        form.show();
+        type(form, {{"txtPlGcQdlc", "12300"}, {"txtPlGcZdlc", "12600"}, {"txtPlGcPj", "12.25"}, {"txtPlGcJj", "20"}});
+        click(form, "butPlGcCalc");
+    });
+    frmJgw structures;
+    structures.show();
+    pick(structures, "comJgwCz", 0);
+    check(structures, "cheJgwJj");
+    type(structures, {{"txtJgwJj", "75"}, {"txtJgwKq", "4"}, {"txtJgwKh", "4"}, {"txtJgwZz", "9"}, {"txtJgwZy", "9"}});
+    for (const char* stake : {"12345", "12480", "12650"}) {
+        type(structures, {{"txtJgwFylc", stake}});
+        click(structures, "butJgwCalc");
+    }
+    show(seen, structures);
+    frmPl range(structures);
+    type(range, {{"txtQdlc", "12300"}, {"txtZdlc", "12600"}, {"txtBc", "100"}});
+    show(seen, range);
+    open<frmZdcs>(seen);
+}
+
+inline void showEditors(const Seen& seen)
+{
+    open<frmSelect>(seen);
+    open<frmPqxSelect>(seen);
+    open<frmJdpqx>(seen);
+    gProject = "示例二";
+    open<frmJmpqx>(seen);
+    gProject = "示例一";
+    open<frmSqx>(seen);
+    open<frmSelectCg>(seen);
+    open<frmCg>(seen);
+    open<frmCgkd>(seen);
+    open<frmDl>(seen);
+    open<frmDxd>(seen);
+    open<frmBpjs>(seen);
+    open<frmTfz>(seen);
+    open<frmTfy>(seen);
+    open<frmWfz>(seen);
+    open<frmWfy>(seen);
+}
+
+inline void showTools(const Seen& seen)
+{
+    open<frmZbzfs>(seen, [](auto& form) {
+        type(
+            form,
+            {{"txtZsCzX", "3456789.123"}, {"txtZsCzY", "456123.456"}, {"txtZsFwj", "125.3015"}, {"txtZsJl", "186.42"}});
+        click(form, "butZsCalc");
+        type(form, {{"txtFsCzx", "3456789.123"},
+                    {"txtFsCzy", "456123.456"},
+                    {"txtFsHsX", "3456912.408"},
+                    {"txtFsHsY", "456001.772"}});
+        click(form, "butFsCalc");
+    });
+    open<frmQljs>(seen, [](auto& form) {
+        type(form, {{"txtA", "100"}, {"txtR", "200"}, {"txtL0", "30"}});
+        emit form.template findChild<QPushButton*>(QStringLiteral("Command1"))->clicked();
+    });
+    open<frmFhdx>(seen, [](auto& form) { type(form, {{"txtDxd", "7"}}); });
+    auto traverse = exampleTraverse();
+    AdjustFhdx(traverse, true);
+    DrawingWindow plan(DrawFhdx(traverse));
+    plan.setObjectName(QStringLiteral("DrawingWindow"));
+    show(seen, plan);
+    SheetWindow sheet(std::move(traverse), QStringLiteral("附合导线计算表"));
+    sheet.setObjectName(QStringLiteral("SheetWindow"));
+    show(seen, sheet);
+}
+
+}  // namespace every_window
+
+/// Shows all of them, each filled, to `seen`. Needs an application with the house look.
+inline void forEveryWindow(const every_window::Seen& seen)
+{
+    using namespace every_window;
+    SilentDesk silent;
+    setDesk(&silent);
+    QTemporaryDir workspace;
+    gAppPath = workspace.path().toStdString();
+    namespace fs = std::filesystem;
+    fs::copy(VM_SOURCE_DIR "/samples", WorkspacePath(), fs::copy_options::recursive);
+    gProject = "示例一";
+    ExportForPhone("road1");
+
+    open<frmMain>(seen, [](frmMain& form) {
+        form.show();
+        form.findChild<ListBox*>(QStringLiteral("lstProjects"))->setCurrentRow(0);
+        click(form, "cmdOpenProjects");
+    });
+    open<frmAbout>(seen);
+    open<frmNewProjects>(seen, [](auto& form) { type(form, {{"txtNewProjects", "滨河路"}}); });
+    open<frmSjName>(seen, [](auto& form) { type(form, {{"txtsjName", "binhe"}}); });
+    showScreens(seen);
+    showEditors(seen);
+    showTools(seen);
+    setDesk(nullptr);
+}

@@ -1,0 +1,187 @@
+// Every window of the program on the screen that the platform gives: each control inside window and screen, nothing
+// cut, nothing overlapping; when it opens, with every option set, at its smallest, and as large as the screen.
+
+#include "support/EveryWindow.h"
+#include "support/QtTests.h"
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenuBar>
+#include <QRadioButton>
+#include <QScreen>
+#include <QToolBar>
+#include <QToolButton>
+#include <QtTest>
+
+#include <set>
+
+namespace {
+
+constexpr int kTitleBar = 30, kTaskBar = 40, kBorder = 2;  // what a desktop takes beside a window's content
+
+/// What the eye takes for one control.
+bool isControl(const QWidget& widget)
+{
+    if (widget.objectName().startsWith(u"qt_") && !qobject_cast<const QToolButton*>(&widget)) return false;
+    for (const auto* type : {"XPButton", "QLineEdit", "QComboBox", "QCheckBox", "QRadioButton", "QLabel", "QGroupBox",
+                             "QAbstractItemView", "QToolButton", "QPushButton", "QMenuBar", "frmJgwDrawing"})
+        if (widget.inherits(type)) return true;
+    return false;
+}
+
+bool isGroup(const QWidget& widget) { return qobject_cast<const QGroupBox*>(&widget); }
+
+/// Controls that can be seen, none of them a part of another.
+QList<QWidget*> controlsOf(const QWidget& window)
+{
+    QList<QWidget*> found;
+    for (auto* widget : window.findChildren<QWidget*>()) {
+        if (!widget->isVisible() || widget->window() != &window || !isControl(*widget)) continue;
+        bool part = false;
+        for (const auto* over = widget->parentWidget(); over != &window; over = over->parentWidget())
+            part = part || (isControl(*over) && !isGroup(*over));
+        if (!part) found << widget;
+    }
+    return found;
+}
+
+QRect placeOf(const QWidget& control) { return {control.mapTo(control.window(), QPoint()), control.size()}; }
+
+QString nameOf(const QWidget& control)
+{
+    QString text = control.property("text").toString();
+    if (const auto* button = qobject_cast<const XPButton*>(&control)) text = button->Caption();
+    if (const auto* group = qobject_cast<const QGroupBox*>(&control)) text = group->title();
+    const auto r = placeOf(control);
+    return QStringLiteral("%1 %2 “%3” (%4,%5 %6x%7)")
+        .arg(QString::fromLatin1(control.metaObject()->className()), control.objectName(), text)
+        .arg(r.x())
+        .arg(r.y())
+        .arg(r.width())
+        .arg(r.height());
+}
+
+/// What a control needs to show its text.
+QSize textRoom(const QWidget& control)
+{
+    const QFontMetrics metrics(control.font());
+    if (const auto* button = qobject_cast<const XPButton*>(&control))
+        return {metrics.horizontalAdvance(button->Caption()) + 8, metrics.height() + 4};
+    if (const auto* label = qobject_cast<const QLabel*>(&control)) {
+        if (!label->pixmap(Qt::ReturnByValue).isNull() || label->text().isEmpty()) return {};
+        if (label->wordWrap()) return {0, label->heightForWidth(label->width())};
+        return label->sizeHint();
+    }
+    if (const auto* group = qobject_cast<const QGroupBox*>(&control))
+        return {metrics.horizontalAdvance(group->title()) + 8, metrics.height()};
+    if (const auto* box = qobject_cast<const QLineEdit*>(&control))
+        return {metrics.horizontalAdvance(box->text()) + 8, metrics.height() + 4};
+    if (const auto* list = qobject_cast<const QComboBox*>(&control))
+        return {metrics.horizontalAdvance(list->currentText()) + 28, metrics.height() + 4};
+    if (qobject_cast<const QAbstractItemView*>(&control)) return {160, 4 * metrics.height()};
+    if (qobject_cast<const QAbstractButton*>(&control)) return control.sizeHint();
+    return {1, 1};
+}
+
+QStringList faultsOf(QWidget& window)
+{
+    QStringList faults;
+    const auto controls = controlsOf(window);
+    for (const auto* control : controls) {
+        const QRect place = placeOf(*control);
+        for (const auto* over = control->parentWidget(); over; over = over->isWindow() ? nullptr : over->parentWidget())
+            if (!over->rect().contains(QRect(control->mapTo(over, QPoint()), control->size())))
+                faults << nameOf(*control) + QStringLiteral(" lies beyond ") + over->objectName();
+        const QSize needed = textRoom(*control);
+        if (needed.width() > place.width() || needed.height() > place.height())
+            faults << nameOf(*control) +
+                          QStringLiteral(" is cut: needs %1x%2").arg(needed.width()).arg(needed.height());
+        for (const auto* other : controls)
+            if (control < other && !isGroup(*control) && !isGroup(*other) && place.intersects(placeOf(*other)))
+                faults << nameOf(*control) + QStringLiteral(" overlaps ") + nameOf(*other);
+    }
+    return faults;
+}
+
+/// The largest content that a window may have on its screen.
+QSize roomOn(const QScreen& screen) { return screen.size() - QSize(2 * kBorder, kTitleBar + kTaskBar); }
+
+QStringList beyondTheScreen(const QWidget& window)
+{
+    const QSize room = roomOn(*window.screen());
+    if (window.width() <= room.width() && window.height() <= room.height()) return {};
+    return {QStringLiteral("%1x%2 where the screen has %3x%4")
+                .arg(window.width())
+                .arg(window.height())
+                .arg(room.width())
+                .arg(room.height())};
+}
+
+void setEveryOption(const QWidget& window)
+{
+    for (auto* check : window.findChildren<QCheckBox*>()) check->setChecked(true);
+    QApplication::processEvents();
+}
+
+void resizeTo(QWidget& window, QSize size)
+{
+    window.resize(size);
+    QApplication::processEvents();
+    QApplication::sendPostedEvents();
+}
+
+/// Faults by window and state.
+QMap<QString, QStringList> survey()
+{
+    QMap<QString, QStringList> faults;
+    forEveryWindow([&](QWidget& window) {
+        const auto ask = [&](const char* state, const QStringList& found) {
+            if (!found.isEmpty()) faults[window.objectName() + QStringLiteral(", ") + QString::fromUtf8(state)] = found;
+        };
+        ask("opened", beyondTheScreen(window) + faultsOf(window));
+        setEveryOption(window);
+        ask("every option set", beyondTheScreen(window) + faultsOf(window));
+        const QSize opened = window.size();
+        resizeTo(window, {1, 1});
+        ask("smallest", beyondTheScreen(window) + faultsOf(window));
+        resizeTo(window, roomOn(*window.screen()));
+        ask("maximised", faultsOf(window));
+        resizeTo(window, opened);
+        ask("back again", faultsOf(window));
+    });
+    return faults;
+}
+
+}  // namespace
+
+class tst_EveryWindow : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() { applyHouseLook(*qApp); }
+
+    void everyControlIsInSightAndUncut()
+    {
+        const auto faults = survey();
+        for (auto state = faults.begin(); state != faults.end(); ++state)
+            for (const auto& fault : state.value()) qWarning("%s: %s", qPrintable(state.key()), qPrintable(fault));
+        QCOMPARE(faults.keys(), QStringList());
+    }
+
+    /// No window of the sources is left out.
+    void allWindowsWereSeen()
+    {
+        QSet<QString> seen;
+        forEveryWindow([&](const QWidget& window) { seen << window.objectName(); });
+        QDirIterator sources(QStringLiteral(VM_SOURCE_DIR "/src"), {QStringLiteral("frm*.h")}, QDir::Files,
+                             QDirIterator::Subdirectories);
+        QStringList missing;
+        while (sources.hasNext()) {
+            const QString form = QFileInfo(sources.next()).baseName();
+            if (form != u"frmJgwDrawing" && !seen.contains(form)) missing << form;
+        }
+        QCOMPARE(missing, QStringList());
+    }
+};
+
+VM_QT_TEST(tst_EveryWindow)
+#include "every_window.moc"
