@@ -16,12 +16,29 @@ namespace {
 
 Hang onHang = Hang::ForEver;
 bool stoppedAtGap = false;
+bool changesFiles = true;  // false: what a load would do to the files is done to their bytes alone
+
+std::string upgraded(std::string settings)
+{
+    // The fifth line came later than the file: one more line a load until it is there.
+    if (std::ssize(SplitLines(settings)) - 1 <= 4) settings += Cp936FromUtf8("未设置") + "\r\n";
+    return settings;
+}
+
+/// The bytes that this load would leave in a file.
+std::string bytesInMemory(std::string_view file)
+{
+    const auto path = ParameterFile(file);
+    std::string bytes;
+    if (FileExists(path)) bytes = WithoutBlankLines(ReadBytes(path));
+    return file == files::settings ? upgraded(bytes) : bytes;
+}
 
 /// The lines of a file of the project, which is created if missing; none where it cannot be read.
 std::vector<std::string> readLines(std::string_view file)
 {
     std::vector<std::string> lines;
-    attempt([&] { lines = SplitLines(ReadBytesCreating(ParameterFile(file))); });
+    attempt([&] { lines = SplitLines(changesFiles ? ReadBytesCreating(ParameterFile(file)) : bytesInMemory(file)); });
     return lines;
 }
 
@@ -63,13 +80,12 @@ void cleanFiles()
     }
 }
 
-/// The fifth line came later than the file: one more line a load until it is there.
 void upgradeSettings()
 {
     attempt([] {
         const auto path = ParameterFile(files::settings);
         const auto bytes = ReadBytesCreating(path);
-        if (std::ssize(SplitLines(bytes)) - 1 <= 4) WriteBytes(path, bytes + Cp936FromUtf8("未设置") + "\r\n");
+        if (const auto grown = upgraded(bytes); grown != bytes) WriteBytes(path, grown);
     });
 }
 
@@ -83,8 +99,10 @@ std::optional<std::string> setting(int index)
 
 void loadInOrder()
 {
-    cleanFiles();
-    upgradeSettings();
+    if (changesFiles) {
+        cleanFiles();
+        upgradeSettings();
+    }
     scan(files::traverse, CompileTraversePoints);
     scan(files::breaks, CompileBreaks);
     ReduceBreaks();
@@ -104,9 +122,12 @@ void ConvertStakes(std::vector<double>& stakes, std::int16_t last)
         if (!ConvertRowStake(at(stakes, i))) throw StakeInGap{};
 }
 
-void LoadProject()
+namespace {
+
+void load(bool changing)
 {
     stoppedAtGap = false;
+    changesFiles = changing;
     try {
         loadInOrder();
     } catch (const StakeInGap&) {
@@ -114,6 +135,12 @@ void LoadProject()
         desk().box({"桩号不存在，请检查断链数据！", "注意", Icon::Exclamation});
     }
 }
+
+}  // namespace
+
+void LoadProject() { load(true); }
+
+void LoadProjectInMemory() { load(false); }
 
 void SetHang(Hang hang) { onHang = hang; }
 

@@ -10,6 +10,9 @@
 /// A table file that has text but no comma in any line makes the load hang: it gives the event loop its turns and
 /// never comes back (see SetHang for programs without a window).
 void LoadProject();
+/// The same tables from the same files, of which none is changed or created: what LoadProject does to a file is done to
+/// its bytes in memory.
+void LoadProjectInMemory();
 
 /// A file that LoadProject would wait on for ever. The companion refuses it by name instead of hanging.
 struct LoadWouldHang : std::runtime_error {

@@ -72,16 +72,21 @@ void DeleteLine(const std::string& path, std::int16_t lineNo)
     rewrite(path, [&](auto& lines) { onLine(lines, lineNo, [&](auto line) { lines.erase(line); }); });
 }
 
-void RemoveBlankLines(const std::string& path)
+std::string WithoutBlankLines(const std::string& bytes)
 {
-    const auto bytes = ReadBytes(path);
     auto lines = SplitLines(bytes);
-    if (std::none_of(lines.begin(), lines.end(), [](const auto& line) { return line.empty(); })) return;
+    if (std::none_of(lines.begin(), lines.end(), [](const auto& line) { return line.empty(); })) return bytes;
     // The first deletion drops the piece after the last CR LF; from then on that piece is empty, and its own deletion
     // changes nothing. So one pass leaves the same bytes as one rewrite a blank line.
     lines.pop_back();
     std::erase_if(lines, [](const auto& line) { return line.empty(); });
-    if (const auto cleaned = JoinLines(lines); cleaned != bytes) WriteBytes(path, cleaned);
+    return JoinLines(lines);
+}
+
+void RemoveBlankLines(const std::string& path)
+{
+    const auto bytes = ReadBytes(path);
+    if (const auto cleaned = WithoutBlankLines(bytes); cleaned != bytes) WriteBytes(path, cleaned);
 }
 
 std::ptrdiff_t LastCommaLine(const std::vector<std::string>& lines)

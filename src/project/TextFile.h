@@ -31,6 +31,8 @@ void DeleteLine(const std::string& path, std::int16_t lineNo);
 /// DeleteLine for every empty piece, the one after the final CR LF included, in effect; the user's file is changed for
 /// good, and a last line without CR LF goes with the first blank line.
 void RemoveBlankLines(const std::string& path);
+/// The bytes that RemoveBlankLines leaves of these.
+std::string WithoutBlankLines(const std::string& bytes);
 
 /// Index of the last piece that holds a comma, -1 where none does.
 std::ptrdiff_t LastCommaLine(const std::vector<std::string>& lines);
