@@ -131,6 +131,24 @@ private:
     std::optional<Descriptor> m_opened;
 };
 
+/// The signals by which a person ends a command wait until the new file has taken its place, or has gone again.
+class SignalsHeld {
+public:
+    SignalsHeld()
+    {
+        sigset_t ends;
+        sigemptyset(&ends);
+        for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) sigaddset(&ends, signal);
+        pthread_sigmask(SIG_BLOCK, &ends, &m_before);
+    }
+    ~SignalsHeld() { pthread_sigmask(SIG_SETMASK, &m_before, nullptr); }
+    SignalsHeld(const SignalsHeld&) = delete;
+    SignalsHeld& operator=(const SignalsHeld&) = delete;
+
+private:
+    sigset_t m_before;
+};
+
 void flushFolder(const fs::path& folder)
 {
     if (const Descriptor opened(folder, O_RDONLY | O_DIRECTORY); opened) opened.flush();
@@ -196,6 +214,7 @@ void replace(const std::string& path, std::string_view bytes, bool straight)
         if (!S_ISREG(old.st_mode)) return straight ? writeStraight(path, bytes) : fail(path, EINVAL);
         file = replaceable(path, old);
     }
+    const SignalsHeld held;
     Beside beside(file, exists ? old.st_mode & 0777 : 0666);
     if (!beside || (exists && !beside.take(old)) || !beside.write(bytes) || !beside.replace()) fail(path, errno);
     flushFolder(folderOf(file));
