@@ -14,7 +14,14 @@
 
 namespace {
 
-double gapMm(double x, double y, const TruePoint& p) { return 1000 * std::hypot(x - p.x, y - p.y); }
+/// A row of a table that a damaged project may have left short. @throws Subscript
+template <class Column>
+const auto& cell(const Column& column, std::size_t row)
+{
+    return at(column, static_cast<std::ptrdiff_t>(row));
+}
+
+double gapMm(double x, double y, const TruePoint& p) { return checked(1000 * std::hypot(x - p.x, y - p.y)); }
 
 std::string oneDecimal(double value) { return LeadingZeroText(Round(value, 1)); }
 
@@ -34,7 +41,7 @@ void byPointsRows(Accuracy& accuracy)
     const auto count = static_cast<std::size_t>(std::max(0, (gElemCount - 1) / 4));
     std::vector<TrueVertex> vertices;
     for (std::size_t i = 0; i <= count + 1; ++i)
-        vertices.push_back({at(gJdX, i), at(gJdY, i), at(gJdLs1, i), at(gJdLs2, i), at(gJdR, i)});
+        vertices.push_back({cell(gJdX, i), cell(gJdY, i), cell(gJdLs1, i), cell(gJdLs2, i), cell(gJdR, i)});
     const double start = at(gJdLc, 0);
     double trueStake = start;
     const auto curves = TrueCurves(vertices);
@@ -43,28 +50,31 @@ void byPointsRows(Accuracy& accuracy)
         trueStake += curve.leg - curve.t1 - (i > 1 ? curves[i - 2].t2 : 0);
         if (!curve.valid) continue;
         const std::size_t zh = 4 * i - 3;
-        AccuracyRow row{i <= kMaxMainPoint ? gZdJd[i] : "交点" + std::to_string(i), {}, 0, {}};
+        AccuracyRow row{i <= kMaxMainPoint ? cell(gZdJd, i) : "交点" + std::to_string(i), {}, 0, {}};
         const TruePoint* points[] = {&curve.zh, &curve.hy, &curve.yh, &curve.hz};
-        for (std::size_t k = 0; k < 4; ++k) row.mm.push_back(gapMm(gElemX[zh + k], gElemY[zh + k], *points[k]));
+        for (std::size_t k = 0; k < 4; ++k)
+            row.mm.push_back(gapMm(cell(gElemX, zh + k), cell(gElemY, zh + k), *points[k]));
         trueStake += curve.length;
-        row.stakeMm = 1000 * (gElemLc[zh + 3] - trueStake);
+        row.stakeMm = 1000 * (cell(gElemLc, zh + 3) - trueStake);
         if (*std::max_element(row.mm.begin(), row.mm.end()) > kAccuracyLimitMm)
-            row.why = reason(curve.deflectionDeg, std::max(gJdLs1[i], gJdLs2[i]), gJdR[i]);
+            row.why = reason(curve.deflectionDeg, std::max(cell(gJdLs1, i), cell(gJdLs2, i)), cell(gJdR, i));
         accuracy.rows.push_back(row);
     }
-    accuracy.endStakeMm = 1000 * (gElemLc[static_cast<std::size_t>(gElemCount)] - 0.01 - TrueEndStake(start, vertices));
+    accuracy.endStakeMm =
+        1000 * (cell(gElemLc, static_cast<std::size_t>(gElemCount)) - 0.01 - TrueEndStake(start, vertices));
 }
 
 void blockRows(Accuracy& accuracy)
 {
     for (std::size_t i = 0; i < static_cast<std::size_t>(gElemCount); ++i) {
         const bool last = i + 1 == static_cast<std::size_t>(gElemCount);
-        const double length = gElemLc[i + 1] - gElemLc[i] - (last ? 0.0001 : 0);
-        if ((gElemR1[i] == 0 && gElemR2[i] == 0) || !(length > 0)) continue;
-        const TruePoint end =
-            TrueElementEnd({gElemX[i], gElemY[i], DmsToDeg(gElemFwj[i])}, length, gElemR1[i], gElemR2[i]);
+        const double length = cell(gElemLc, i + 1) - cell(gElemLc, i) - (last ? 0.0001 : 0);
+        if ((cell(gElemR1, i) == 0 && cell(gElemR2, i) == 0) || !(length > 0)) continue;
+        const TruePoint end = TrueElementEnd({cell(gElemX, i), cell(gElemY, i), DmsToDeg(cell(gElemFwj, i))}, length,
+                                             cell(gElemR1, i), cell(gElemR2, i));
         const auto curvature = [](double r) { return r == 0 ? 0 : 1 / r; };
-        ElementEnd(length, curvature(gElemR1[i]), curvature(gElemR2[i]), gElemFwj[i], gElemX[i], gElemY[i], length);
+        ElementEnd(length, curvature(cell(gElemR1, i)), curvature(cell(gElemR2, i)), cell(gElemFwj, i), cell(gElemX, i),
+                   cell(gElemY, i), length);
         AccuracyRow row{"积木" + std::to_string(i + 1), {gapMm(gOutX, gOutY, end)}, 0, {}};
         if (row.mm[0] > kAccuracyLimitMm) row.why = "这一段转角太大，192等分的积分不够密";
         accuracy.rows.push_back(row);
@@ -91,7 +101,7 @@ double metresOf(const std::string& stakeText)
 void lastElement(Accuracy& accuracy)
 {
     const auto last = static_cast<std::size_t>(gElemCount);
-    const double from = gElemLc[last - 1], to = gElemLc[last];
+    const double from = cell(gElemLc, last - 1), to = cell(gElemLc, last);
     for (int k = 1; k < 10; ++k)
         for (const double offset : {-10.0, 0.0, 10.0}) {
             const double stake = from + (to - from) * k / 10;

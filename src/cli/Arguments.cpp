@@ -38,7 +38,9 @@ Arguments::Arguments(std::span<const std::string> words, std::span<const Option>
         const std::string name = word.substr(0, equals);
         const Option* option = FindOption(known, name);
         if (!option) throw WrongUsage("没有选项 " + name);
-        std::string& value = m_values[std::string(option->name)];
+        const auto [place, first] = m_values.try_emplace(std::string(option->name));
+        if (!first) throw WrongUsage("选项 " + std::string(option->name) + " 只能给一次");
+        std::string& value = place->second;
         if (option->value.empty()) {
             if (equals != std::string::npos) throw WrongUsage("选项 " + name + " 不带值");
         } else if (equals != std::string::npos) {

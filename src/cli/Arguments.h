@@ -18,7 +18,7 @@ struct Option {
     std::string_view name;   ///< "--at"
     std::string_view value;  ///< what follows it, as the help names it; "" for a switch
     std::string_view help;
-    std::string_view alias = {};  ///< a short form, "-o"
+    std::string_view alias = {};  ///< a second name
 };
 
 /// One way to call a command: the options that belong together, separated by blanks, the first of which selects the
@@ -29,8 +29,8 @@ using Way = std::string_view;
 class Arguments {
 public:
     Arguments() = default;
-    /// Takes `words` apart; "--name=value" and "--name value" are the same, the last of a repeated option counts.
-    /// @throws WrongUsage
+    /// Takes `words` apart; "--name=value" and "--name value" are the same. An option given twice, also once by each
+    /// of its names, is wrong usage: nobody can tell which value was meant. @throws WrongUsage
     Arguments(std::span<const std::string> words, std::span<const Option> known);
 
     bool has(std::string_view name) const { return m_values.contains(name); }

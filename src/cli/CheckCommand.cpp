@@ -4,17 +4,15 @@
 #include "cli/Output.h"
 #include "engine/Numbers.h"
 #include "project/CalcTables.h"
+#include "project/FileBytes.h"
+#include "project/FileError.h"
 #include "project/LoadProject.h"
 #include "project/TextFile.h"
 #include "project/Workspace.h"
 
-#include <filesystem>
 #include <ostream>
-#include <random>
 
 namespace {
-
-namespace fs = std::filesystem;
 
 std::string projectFolder() { return gProjectFolder.empty() ? ProjectPath(gProject) : gProjectFolder; }
 
@@ -29,17 +27,16 @@ GridText gridOf(const std::vector<std::vector<std::string>>& rows)
     return grid;
 }
 
-/// To standard output or to the file of -o. @param plain  what a person reads; the grid is for --format and .csv
-void deliver(const Call& call, const std::string& plain, const GridText& grid)
+/// To standard output or to the file of -o. @param plain  what a person reads; the grid is for the other forms
+/// @return whether it was written
+bool deliver(const Call& call, const std::string& plain, const GridText& grid)
 {
-    const Format format = FormatOf(call.args);
     const std::string path = call.args.value("-o");
-    const std::vector<std::string> warnings(static_cast<std::size_t>(grid.rows()));
-    const bool table = format == Format::Table && !EndsWithNoCase(path, ".csv");
-    if (path.empty())
-        call.out << (table ? plain : Rendered(grid, warnings, format));
-    else
-        WriteBytes(path, table ? plain : FileBytes(path, grid, warnings, format));
+    const bool table = call.format == Format::Table;
+    if (!path.empty())
+        return WriteOutput(call, path, [&] { return table ? plain : FileBytes(path, {grid}, call.format); });
+    call.out << (table ? plain : Rendered({grid}, call.format));
+    return true;
 }
 
 int listFindings(const Call& call)
@@ -51,47 +48,14 @@ int listFindings(const Call& call)
         rows.push_back({f.file, f.line ? std::to_string(f.line) : "", f.field ? std::to_string(f.field) : "", f.text});
         plain += FindingText(f) + "\n";
     }
-    deliver(call, findings.empty() ? "没有发现问题\n" : plain, gridOf(rows));
-    return findings.empty() ? kDone : kRefused;
+    const bool written = deliver(call, findings.empty() ? "没有发现问题\n" : plain, gridOf(rows));
+    return written && findings.empty() ? kDone : kRefused;
 }
 
-/// A copy of the project to load: loading cleans and upgrades files.
-class Copy {
-public:
-    explicit Copy(const std::string& folder)
-        : m_folder(fs::temp_directory_path() / ("velumark-check-" + std::to_string(std::random_device{}())))
-    {
-        fs::create_directory(m_folder);
-        for (const auto& entry : fs::directory_iterator(fs::u8path(folder)))
-            if (entry.is_regular_file()) fs::copy_file(entry.path(), m_folder / entry.path().filename());
-        gProjectFolder = m_folder.string();
-    }
-    Copy(const Copy&) = delete;
-    Copy& operator=(const Copy&) = delete;
-    ~Copy()
-    {
-        std::error_code ignored;
-        fs::remove_all(m_folder, ignored);
-    }
+std::string tenths(double mm) { return FormatFixed3(Round(checked(mm), 3)); }
 
-private:
-    fs::path m_folder;
-};
-
-std::string tenths(double mm) { return FormatFixed3(Round(mm, 3)); }
-
-int listAccuracy(const Call& call)
+int deliverAccuracy(const Call& call, const Accuracy& accuracy)
 {
-    const Copy copy(projectFolder());
-    SetHang(Hang::Throw);
-    try {
-        LoadProject();
-    } catch (const LoadWouldHang& hang) {
-        call.err << hang.file << "：没有一行含有逗号，打开项目时程序会停住不动\n";
-        return kRefused;
-    }
-    const auto lines = SplitLines(Utf8FromCp936(ReadBytesCreating(ParameterFile("其他参数.txt"))));
-    const Accuracy accuracy = CheckAccuracy(!lines.empty() && lines[0] == "交点法");
     std::vector<std::vector<std::string>> rows;
     if (accuracy.byPoints)
         rows.push_back({"交点", "ZH偏差(mm)", "HY偏差(mm)", "YH偏差(mm)", "HZ偏差(mm)", "HZ里程差(mm)", "原因"});
@@ -107,8 +71,30 @@ int listAccuracy(const Call& call)
     const GridText grid = gridOf(rows);
     std::string plain = AlignedTable(grid) + "\n终点里程差：" + tenths(accuracy.endStakeMm) + " mm\n";
     for (const auto& warning : accuracy.warnings) plain += "注意：" + warning + "\n";
-    deliver(call, plain, grid);
-    return kDone;
+    return deliver(call, plain, grid) && !LoadStoppedAtGap() ? kDone : kRefused;
+}
+
+int listAccuracy(const Call& call)
+{
+    SetHang(Hang::Throw);
+    try {
+        LoadProjectInMemory();
+    } catch (const LoadWouldHang& hang) {
+        call.err << ParameterFile(hang.file) << "：没有一行含有逗号，打开项目时程序会停住不动\n";
+        return kRefused;
+    }
+    std::vector<std::string> lines;
+    if (const auto settings = ParameterFile(files::settings); FileExists(settings))
+        lines = SplitLines(Utf8FromCp936(WithoutBlankLines(ReadBytes(settings))));
+    try {
+        return deliverAccuracy(call, CheckAccuracy(!lines.empty() && lines[0] == "交点法"));
+    } catch (const FileError&) {
+        throw;
+    } catch (const RunTimeError& error) {
+        call.err << ParameterFile(files::horizontal) << "：平曲线的数据有误，不能和精确几何比较（" << error.what()
+                 << "）\n";
+        return kRefused;
+    }
 }
 
 int run(const Call& call) { return call.args.has("--accuracy") ? listAccuracy(call) : listFindings(call); }
@@ -136,5 +122,6 @@ const Command kCheckCommand{
     .ways = {},
     .options = kOptions,
     .loads = false,
+    .forms = "table csv json",
     .run = run,
 };

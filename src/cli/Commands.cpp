@@ -8,8 +8,9 @@
 std::span<const Command* const> Commands()
 {
     static constexpr const Command* kAll[] = {
-        &kCoordsCommand,     &kInverseCommand, &kStakeoutCommand, &kElevationCommand, &kCornersCommand,
-        &kMainPointsCommand, &kPhoneCommand,   &kTraverseCommand, &kTablesCommand,    &kCheckCommand,
+        &kCoordsCommand,  &kInverseCommand,    &kStakeoutCommand, &kElevationCommand,
+        &kCornersCommand, &kMainPointsCommand, &kPhoneCommand,    &kTraverseCommand,
+        &kTablesCommand,  &kCheckCommand,      &kListCommand,     &kHelpCommand,
     };
     return kAll;
 }
@@ -21,15 +22,23 @@ const Command* FindCommand(std::string_view name)
     return nullptr;
 }
 
-std::span<const Option> CommonOptions()
+std::span<const Option> CommonOptions(const Command& command)
 {
-    static constexpr Option kCommon[] = {
-        {"--format", "table|csv|json", "输出的形式：对齐的表格、CSV 或 JSON；不给时为 table"},
-        {"-o", "文件", "写到文件：.xls 是和界面保存的一样的表格，.csv 可直接用电子表格打开，其余同 --format"},
-        {"--quiet", "", "不把提示写到标准错误"},
-        {"--help", "", "显示这个命令的帮助"},
-    };
-    return kCommon;
+    static constexpr Option kFormat{"--format", "table|csv|json",
+                                    "输出的形式：对齐的表格、CSV 或 JSON；不给时为 table"};
+    static constexpr Option kQuiet{"--quiet", "", "不把提示写到标准错误"};
+    static constexpr Option kHelp{"--help", "", "显示这个命令的帮助"};
+    static constexpr Option kSheets[] = {
+        kFormat,
+        {"-o", "文件",
+         "写到文件：.xls 是和界面保存的一样的表格，.csv 可直接用电子表格打开，.json 是 JSON，其余同 --format"},
+        kQuiet,
+        kHelp};
+    static constexpr Option kTexts[] = {
+        kFormat, {"-o", "文件", "写到文件：.csv 和 .json 按扩展名，其余同 --format"}, kQuiet, kHelp};
+    static constexpr Option kPlain[] = {kQuiet, kHelp};
+    if (command.forms.empty()) return kPlain;
+    return command.forms.ends_with("xls") ? std::span<const Option>(kSheets) : kTexts;
 }
 
 namespace {
@@ -48,7 +57,8 @@ std::string optionList(std::span<const Option> options)
     for (const auto& option : options) {
         const std::string left = withValue(option);
         text += "  " + left + std::string(static_cast<std::size_t>(width - DisplayWidth(left) + 2), ' ') +
-                std::string(option.help) + "\n";
+                std::string(option.help) + (option.alias.empty() ? "" : "；也可写作 " + std::string(option.alias)) +
+                "\n";
     }
     return text;
 }
@@ -57,6 +67,7 @@ std::string usage(const Command& command, Way way)
 {
     std::string line =
         "  velumark-calc " + std::string(command.needsProject ? "项目 " : "") + std::string(command.name);
+    if (command.takesWords) line += " [命令]";
     for (const auto& [name, required] : OptionsOf(way)) {
         const std::string option = withValue(*FindOption(command.options, name));
         line += required ? " " + option : " [" + option + "]";
@@ -73,7 +84,7 @@ std::string CommandHelp(const Command& command)
     for (const Way way : command.ways) text += usage(command, way);
     text += "\n" + std::string(command.help);
     if (!command.options.empty()) text += "\n选项：\n" + optionList(command.options);
-    return text + "\n各命令共有的选项：\n" + optionList(CommonOptions());
+    return text + "\n各命令共有的选项：\n" + optionList(CommonOptions(command));
 }
 
 std::string GeneralHelp()
@@ -83,6 +94,8 @@ std::string GeneralHelp()
 用法：
   velumark-calc [--workspace 目录] 项目 命令 选项…
   velumark-calc --folder 项目目录 命令 选项…
+  velumark-calc [--workspace 目录] list
+  velumark-calc help [命令]
 
 项目是工作目录下 参数文件 里的一个目录；不给 --workspace 时，工作目录是程序所在的目录。
 --folder 直接给出一个项目目录，可以在任何位置。

@@ -13,3 +13,5 @@ extern const Command kPhoneCommand;
 extern const Command kTraverseCommand;
 extern const Command kTablesCommand;
 extern const Command kCheckCommand;
+extern const Command kListCommand;
+extern const Command kHelpCommand;

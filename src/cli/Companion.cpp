@@ -2,15 +2,18 @@
 
 #include "cli/Command.h"
 #include "desk/Desk.h"
-#include "engine/RunTimeError.h"
+#include "phone/Phone.h"
+#include "project/FileBytes.h"
+#include "project/FileError.h"
 #include "project/FilePath.h"
 #include "project/LoadProject.h"
-#include "project/TextFile.h"
 #include "project/Workspace.h"
 
 #include <algorithm>
 #include <filesystem>
+#include <new>
 #include <ostream>
+#include <system_error>
 
 namespace {
 
@@ -56,6 +59,26 @@ std::string nameOf(const std::string& folder)
     return {name.begin(), name.end()};
 }
 
+bool holdsParameterFile(const std::string& folder)
+{
+    return std::any_of(kPhoneFiles.begin(), kPhoneFiles.end(),
+                       [&](const PhoneFile& file) { return FileExists(folder + "/" + file.source); });
+}
+
+/// Loads gProject. False: refused, its text is on `err`.
+bool loadProject(const std::string& folder, std::ostream& err)
+{
+    SetHang(Hang::Throw);
+    try {
+        LoadProject();
+    } catch (const LoadWouldHang& hang) {
+        err << "参数文件无法读取：" << folder << "/" << hang.file << "，第" << hang.line
+            << (hang.line > 1 ? "行及以前没有一行含有逗号\n" : "行没有逗号\n");
+        return false;
+    }
+    return true;
+}
+
 /// Finds the project that the options name, and loads it. False: refused, its text is on `err`.
 bool openProject(const Arguments& global, const std::string& project, bool load, std::ostream& err)
 {
@@ -67,16 +90,12 @@ bool openProject(const Arguments& global, const std::string& project, bool load,
         err << "没有这个项目：" << (anywhere ? folder : project) << '\n';
         return false;
     }
-    if (!load) return true;
-    SetHang(Hang::Throw);
-    try {
-        LoadProject();
-    } catch (const LoadWouldHang& hang) {
-        err << "参数文件无法读取：" << folder << "/" << hang.file << "，第" << hang.line
-            << (hang.line > 1 ? "行及以前没有一行含有逗号\n" : "行没有逗号\n");
+    // A load makes the files that are missing: not in a folder that only looks like a project.
+    if (anywhere && !holdsParameterFile(folder)) {
+        err << "--folder " << folder << "：这个目录里没有参数文件\n";
         return false;
     }
-    return true;
+    return !load || loadProject(folder, err);
 }
 
 struct CommandLine {
@@ -106,8 +125,11 @@ CommandLine parse(const std::vector<std::string>& args)
     if (line.global.has("--help") || line.global.has("--version")) return line;
     std::string word = next(line.global.has("--folder") ? "命令" : "项目");
     const Command* command = FindCommand(word);
-    if (!line.global.has("--folder") && !(command && !command->needsProject)) {
+    // A project may have the name of a command that works without one.
+    const bool isProject = command && !command->takesWords && i < args.size() && FindCommand(args[i]);
+    if (!line.global.has("--folder") && (isProject || !(command && !command->needsProject))) {
         line.project = word;
+        if (i + 1 == args.size() && !command && args[i] == "--help") return line;
         if (i >= args.size() && command) throw WrongUsage("命令 " + word + " 前面缺少项目");
         word = next("命令");
         if (word == "--help" && command) {  // velumark-calc coords --help
@@ -122,6 +144,18 @@ CommandLine parse(const std::vector<std::string>& args)
     return line;
 }
 
+/// Input files are never changed, also not by naming one for the result.
+void refuseSameFile(const Arguments& args)
+{
+    const std::string input = args.value("--file");
+    if (input.empty() || LookAt(input) != Look::Regular) return;
+    for (const char* option : {"-o", "--dxf"}) {
+        std::error_code error;
+        if (args.has(option) && std::filesystem::equivalent(filePath(input), filePath(args.value(option)), error))
+            throw WrongUsage(std::string(option) + " 和 --file 是同一个文件：" + args.value(option));
+    }
+}
+
 int run(const CommandLine& line, std::istream& in, std::ostream& out, std::ostream& err)
 {
     if (line.global.has("--version")) {
@@ -133,18 +167,22 @@ int run(const CommandLine& line, std::istream& in, std::ostream& out, std::ostre
         return kDone;
     }
     std::vector<Option> known(line.command->options.begin(), line.command->options.end());
-    known.insert(known.end(), CommonOptions().begin(), CommonOptions().end());
+    const auto common = CommonOptions(*line.command);
+    known.insert(known.end(), common.begin(), common.end());
     const Arguments args(line.rest, known);
+    const auto& words = args.words();
     if (args.has("--help")) {
         out << CommandHelp(*line.command);
         return kDone;
     }
-    if (!args.words().empty()) throw WrongUsage("多余的参数：" + args.words().front());
+    if (!words.empty() && !line.command->takesWords) throw WrongUsage("多余的参数：" + words.front());
+    const Format format = FormatOf(args, line.command->forms);
+    refuseSameFile(args);
     const Way way = line.command->ways.empty() ? Way() : args.choose(line.command->ways);
 
     if (line.command->needsProject && !openProject(line.global, line.project, line.command->loads, err))
         return kRefused;
-    const int code = line.command->run({args, way, in, out, err});
+    const int code = line.command->run({args, way, format, in, out, err});
     // A load that a gap cut short has said so; what was computed from half the tables is no success.
     return line.command->loads && LoadStoppedAtGap() ? std::max<int>(code, kRefused) : code;
 }
@@ -161,13 +199,20 @@ int RunCompanion(const std::vector<std::string>& args, const std::string& progra
         line = parse(args);
         parsed = &line;
         gAppPath = withoutSeparator(line.global.has("--workspace") ? line.global.value("--workspace") : programFolder);
-        return run(line, in, out, err);
+        const int code = run(line, in, out, err);
+        if (!out.flush()) throw FileError("标准输出", FileError::Writing, std::make_error_code(std::errc::io_error));
+        return code;
     } catch (const WrongUsage& wrong) {
         err << "velumark-calc: " << wrong.what() << "\n用 velumark-calc "
             << (parsed && line.command ? std::string(line.command->name) + " " : "") << "--help 查看用法\n";
         return kWrongUsage;
     } catch (const RunTimeError& error) {
         err << error.what() << '\n';
-        return kRefused;
+    } catch (const std::bad_alloc&) {
+        err << "内存不足，没有完成\n";
+    } catch (const std::filesystem::filesystem_error& error) {
+        const auto path = error.path1().u8string();
+        err << FileError({path.begin(), path.end()}, FileError::Reading, error.code()).what() << '\n';
     }
+    return kRefused;
 }

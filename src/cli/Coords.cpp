@@ -1,26 +1,23 @@
 #include "cli/Commands.h"
 #include "cli/Results.h"
-#include "engine/Numbers.h"
 #include "project/TextFile.h"
 #include "screens/DgdZb.h"
 
 namespace {
 
 /// The boxes of the screen for a stake, a signed offset (negative left) and, where it is given, a skew.
-DgdZbInput boxes(const std::string& stake, std::string offset, const std::string* skew, const StationInput& station)
+DgdZbInput boxes(const std::string& stake, const std::string& offset, const std::string* skew,
+                 const StationInput& station)
 {
-    DgdZbInput in{.stake = StakeNumber(stake), .offset = {}, .skew = {}, .station = station};
+    DgdZbInput in{.stake = StakeNumber(stake), .offset = offset, .skew = {}, .station = station};
     if (skew) {
         in.skewed = true;
         in.skew = *skew;
     } else {
-        const auto number = Trim(offset);
-        const bool zero = number.find_first_not_of("+-0.") == std::string_view::npos;
-        const bool left = number.starts_with('-');
-        in.side = zero ? "中桩" : left ? "左边桩" : "右边桩";
-        if (left) offset = number.substr(1);
+        const SignedOffset number(offset);
+        in.side = number.side;
+        in.offset = number.length;
     }
-    in.offset = offset;
     return in;
 }
 
@@ -30,7 +27,7 @@ DgdZbInput fromOptions(const Arguments& args, const StationInput& station)
     if (!args.has("--side"))
         return boxes(args.value("--at"), args.value("--offset"), args.has("--skew") ? &skew : nullptr, station);
     const std::string side = args.value("--side");
-    if (side != "left" && side != "right") throw WrongUsage("--side 只能是 left 或 right");
+    if (side != "left" && side != "right") throw WrongUsage("--side " + side + "：只能是 left 或 right");
     if (args.has("--skew")) throw WrongUsage("--side 和 --skew 只能用一个");
     return {.stake = StakeNumber(args.value("--at")),
             .side = side == "left" ? "左边桩" : "右边桩",

@@ -9,9 +9,9 @@ namespace {
 bool skewEnds(const Arguments& args)
 {
     const std::string mode = args.value("--mode");
-    if (!args.has("--mode") || mode == "xz") return true;
-    if (mode == "zz") return false;
-    throw WrongUsage("--mode 只能是 zz（斜交正做）或 xz（斜交斜做）");
+    if (!args.has("--mode") || mode == "skew" || mode == "xz") return true;
+    if (mode == "square" || mode == "zz") return false;
+    throw WrongUsage("--mode " + mode + "：只能是 square（斜交正做）或 skew（斜交斜做）");
 }
 
 int run(const Call& call)
@@ -21,10 +21,10 @@ int run(const Call& call)
     if (!station) return kRefused;
     const JgwInput in{.stake = StakeNumber(args.value("--at")),
                       .skewEnds = skewEnds(args),
-                      .kq = args.value("--kq"),
-                      .kh = args.value("--kh"),
-                      .zz = args.value("--zz"),
-                      .zy = args.value("--zy"),
+                      .kq = args.value("--front"),
+                      .kh = args.value("--back"),
+                      .zz = args.value("--left"),
+                      .zy = args.value("--right"),
                       .skewed = args.has("--skew"),
                       .skew = args.value("--skew"),
                       .station = *station};
@@ -46,7 +46,10 @@ int run(const Call& call)
         const PlInput run{.start = StakeNumber(args.value("--from")),
                           .end = StakeNumber(args.value("--to")),
                           .step = args.value("--step")};
-        if (results.press([&] { return CalcPl(run, in); }))
+        if (results.press([&] {
+                const Outcome batch = CalcPl(run, in);
+                return batch ? Handle(Trap::None, [&] { RefuseLongWalk(call); }) : batch;
+            }))
             results.press([&] { return CalcJgw(in, structures, results.rows()); });
     } else {
         results.press([&] { return CalcJgw(in, structures, results.rows()); });
@@ -55,8 +58,8 @@ int run(const Call& call)
 }
 
 constexpr Way kWays[] = {
-    "--at --kq --kh --zz --zy [--mode] [--skew] [--station]",
-    "--from --to --step --kq --kh --zz --zy [--mode] [--skew] [--station]",
+    "--at --front --back --left --right [--mode] [--skew] [--station]",
+    "--from --to --step --front --back --left --right [--mode] [--skew] [--station]",
     "--file [--mode] [--station]",
 };
 constexpr Option kOptions[] = {
@@ -64,11 +67,11 @@ constexpr Option kOptions[] = {
     {"--from", "桩号", "批量计算起点"},
     {"--to", "桩号", "批量计算终点"},
     {"--step", "间距", "米"},
-    {"--kq", "长度", "K前：中心到前端的长度，米"},
-    {"--kh", "长度", "K后：中心到后端的长度，米"},
-    {"--zz", "宽度", "Z左：中心到左边的宽度，米"},
-    {"--zy", "宽度", "Z右：中心到右边的宽度，米"},
-    {"--mode", "zz|xz", "zz 斜交正做（矩形），xz 斜交斜做（平行四边形）；不给时为 xz"},
+    {"--front", "长度", "K前：中心到前端的长度，米", "--kq"},
+    {"--back", "长度", "K后：中心到后端的长度，米", "--kh"},
+    {"--left", "宽度", "Z左：中心到左边的宽度，米", "--zz"},
+    {"--right", "宽度", "Z右：中心到右边的宽度，米", "--zy"},
+    {"--mode", "square|skew", "square 斜交正做（矩形），skew 斜交斜做（平行四边形），也可写作 zz、xz；不给时为 skew"},
     {"--skew", "夹角", "度.分秒，从前进方向顺时针；不给时为 90 度"},
     kStationOption,
     {"--file", "文件", "每行一个结构物：桩号,K前,K后,Z左,Z右；- 为标准输入"},
@@ -83,8 +86,8 @@ const Command kCornersCommand{
 一次最多 100 个结构物。
 
 例子：
-  velumark-calc 示例一 corners --at 12500 --kq 2 --kh 2 --zz 12 --zy 12 --skew 60.0000
-  velumark-calc 示例一 corners --from 12500 --to 12900 --step 100 --kq 2 --kh 2 --zz 12 --zy 12 --mode zz
+  velumark-calc 示例一 corners --at 12500 --front 2 --back 2 --left 12 --right 12 --skew 60.0000
+  velumark-calc 示例一 corners --from 12500 --to 12900 --step 100 --front 2 --back 2 --left 12 --right 12 --mode square
   velumark-calc 示例一 corners --file 涵洞.txt --station D03 -o 角点.xls
 )",
     .ways = kWays,

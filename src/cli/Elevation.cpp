@@ -1,6 +1,5 @@
 #include "cli/Commands.h"
 #include "cli/Results.h"
-#include "engine/Numbers.h"
 #include "screens/DgdGc.h"
 #include "screens/Handler.h"
 #include "screens/PlGc.h"
@@ -9,13 +8,10 @@ namespace {
 
 DgdGcInput single(const Arguments& args)
 {
-    const std::string offset(Trim(args.value("--offset")));
-    const bool left = offset.starts_with('-');
+    const SignedOffset offset(args.value("--offset"));
     return {.stake = StakeNumber(args.value("--at")),
-            .side = offset.empty() ? "中桩"
-                    : left         ? "左边桩"
-                                   : "右边桩",
-            .offset = offset.substr(left ? 1 : 0),
+            .side = offset.side,
+            .offset = offset.length,
             .thickness = args.value("--thickness")};
 }
 
@@ -43,6 +39,7 @@ int run(const Call& call)
                            .offset = args.value("--offset"),
                            .step = args.value("--step"),
                            .thickness = args.value("--thickness")};
+        results.beforeWalk([&] { RefuseLongWalk(call); });
         results.press([&] { return CalcPlGc(in, results.rows()); });
     }
     return results.finish();

@@ -1,4 +1,5 @@
 #include "cli/Commands.h"
+#include "cli/Culprit.h"
 #include "cli/Results.h"
 #include "screens/Fs.h"
 #include "screens/Handler.h"
@@ -10,13 +11,16 @@ int run(const Call& call)
     Results results(call, kInverseResult);
     const auto solve = [&](const std::string& line) {
         bool found = true;
-        const bool went = results.press([&] {
-            return Handle(Trap::Words, [&] {
-                const BatchLine point = ParseBatchLine(line, kFsFields);
-                found = AddFsPoint(point[0], point[1], results.rows());
-            });
-        });
-        if (went && !found) results.refuse("没有找到对应的桩号");
+        const bool went = results.press(
+            [&] {
+                return Handle(Trap::Words, [&] {
+                    const BatchLine point = ParseBatchLine(line, kFsFields);
+                    found = AddFsPoint(point[0], point[1], results.rows());
+                });
+            },
+            "--at");
+        if (went && !found)
+            results.refuse((call.args.has("--at") ? NamedValue(call, "--at") : "") + "没有找到对应的桩号");
         return true;
     };
     if (call.args.has("--file"))

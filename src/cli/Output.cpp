@@ -1,19 +1,77 @@
 #include "cli/Output.h"
 
+#include "cli/Command.h"
+#include "engine/Numbers.h"
+#include "project/FileError.h"
+#include "project/ReplaceFile.h"
+
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <iterator>
+#include <optional>
+#include <ostream>
 #include <utility>
 
-Format FormatOf(const Arguments& args)
+namespace {
+
+constexpr std::pair<std::string_view, Format> kForms[] = {
+    {"table", Format::Table}, {"csv", Format::Csv}, {"json", Format::Json}, {"xls", Format::Sheet}};
+
+/// Endings of spreadsheets, of which .xls and .csv alone are written.
+constexpr std::string_view kSpreadsheets[] = {".xls", ".xlsx", ".xlsm", ".xlsb", ".xlt", ".xltx", ".xltm",
+                                              ".xlw", ".ods",  ".fods", ".ots",  ".et",  ".ett",  ".numbers"};
+
+bool hasForm(std::string_view forms, std::string_view name)
 {
-    const std::string name = args.value("--format");
-    if (!args.has("--format") || name == "table") return Format::Table;
-    if (name == "csv") return Format::Csv;
-    if (name == "json") return Format::Json;
-    throw WrongUsage("--format 只能是 table、csv 或 json");
+    return (" " + std::string(forms) + " ").find(" " + std::string(name) + " ") != std::string::npos;
+}
+
+/// Of --format. @throws WrongUsage
+Format namedForm(const std::string& name, std::string_view forms)
+{
+    std::vector<std::string_view> possible;
+    for (const auto& [form, format] : kForms) {
+        if (format == Format::Sheet || !hasForm(forms, form)) continue;
+        if (form == name) return format;
+        possible.push_back(form);
+    }
+    std::string list;
+    for (std::size_t i = 0; i < possible.size(); ++i)
+        list += (i == 0 ? "" : i + 1 == possible.size() ? " 或 " : "、") + std::string(possible[i]);
+    throw WrongUsage("--format " + name + "：只能是 " + list);
+}
+
+/// The form that the ending of a file names, nothing where it names none. @throws WrongUsage
+std::optional<Format> formOfEnding(const std::string& path, std::string_view forms)
+{
+    for (const std::string_view ending : kSpreadsheets)
+        if (EndsWithNoCase(path, ending) && !(ending == ".xls" && hasForm(forms, "xls")))
+            throw WrongUsage("-o " + path + "：这个命令不写 " + std::string(ending) + " 文件");
+    for (const auto& [form, format] : kForms)
+        if (format != Format::Table && EndsWithNoCase(path, "." + std::string(form))) {
+            if (!hasForm(forms, form))
+                throw WrongUsage("-o " + path + "：这个命令不写 ." + std::string(form) + " 文件");
+            return format;
+        }
+    return std::nullopt;
+}
+
+}  // namespace
+
+Format FormatOf(const Arguments& args, std::string_view forms)
+{
+    const std::string name = args.value("--format"), path = args.value("-o");
+    std::optional<Format> named, ended;
+    if (args.has("--format")) named = namedForm(name, forms);
+    if (args.has("-o")) {
+        if (path.empty()) throw WrongUsage("选项 -o 后面缺少文件");
+        ended = formOfEnding(path, forms);
+    }
+    if (named && ended && *named != *ended) throw WrongUsage("--format " + name + " 和 -o " + path + " 不一致");
+    return named ? *named : ended.value_or(Format::Table);
 }
 
 namespace {
@@ -46,10 +104,28 @@ bool isWide(char32_t c)
     return std::any_of(wide.begin(), wide.end(), [c](const auto& r) { return r.first <= c && c <= r.second; });
 }
 
+/// The text behind the sign is what the calculation screens write below 0: a number, or an angle in degrees.
+bool isNumberOrAngle(const std::string& text)
+{
+    if (attempt([&] { ParseNumber(text); })) return true;
+    const auto digits = text.find_first_not_of("0123456789", 1);
+    return digits != std::string::npos && digits > 1 &&
+           (text.compare(digits, 3, "度") == 0 || text.compare(digits, 2, "°") == 0);
+}
+
+/// A spreadsheet computes a cell that begins so, quoted or not.
+bool looksLikeFormula(const std::string& text)
+{
+    constexpr std::string_view kStarts[] = {"=", "+", "-", "@", "\t", "\r", "＝", "＋", "－", "＠"};
+    return std::any_of(std::begin(kStarts), std::end(kStarts), [&](auto start) { return text.starts_with(start); }) &&
+           !isNumberOrAngle(text);
+}
+
 std::string quoted(const std::string& text)
 {
-    if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
-    std::string result = "\"";
+    const bool formula = looksLikeFormula(text);
+    if (!formula && text.find_first_of(",\"\r\n") == std::string::npos) return text;
+    std::string result = formula ? "\"'" : "\"";
     for (const char c : text) result.append(c == '"' ? 2 : 1, c);
     return result + "\"";
 }
@@ -95,37 +171,52 @@ std::string Csv(const GridText& grid, std::string_view lineEnd)
     return csv;
 }
 
-std::string Json(const GridText& grid, const std::vector<std::string>& warnings)
+nlohmann::ordered_json JsonRows(const OutputTable& table)
 {
+    const GridText& grid = table.grid;
     std::vector<std::string> keys;
     for (int col = 0; col < grid.cols(); ++col) {
         const std::string& header = grid.text(0, col);
         int before = 0;
         for (int i = 0; i < col; ++i) before += grid.text(0, i) == header;
-        keys.push_back(before ? header + std::to_string(before + 1) : header);
+        std::string key = before ? header + std::to_string(before + 1) : header;
+        std::erase(key, ' ');
+        keys.push_back(key);
     }
     auto rows = nlohmann::ordered_json::array();
     for (int row = 1; row < grid.rows(); ++row) {
         nlohmann::ordered_json object;
         for (int col = 0; col < grid.cols(); ++col) object[keys[static_cast<std::size_t>(col)]] = grid.text(row, col);
-        const std::string& warning = warnings[static_cast<std::size_t>(row)];
-        if (!warning.empty()) object["warning"] = warning;
+        for (const auto& typed : table.typed) {
+            const auto value = TypedValue(grid.text(row, typed.column), typed.kind);
+            object[std::string(typed.key)] = value ? nlohmann::ordered_json(*value) : nlohmann::ordered_json();
+        }
+        const auto index = static_cast<std::size_t>(row);
+        if (index < table.warnings.size() && !table.warnings[index].empty()) object["warning"] = table.warnings[index];
         rows.push_back(std::move(object));
     }
-    return rows.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + "\n";
+    return rows;
 }
 
-std::string Rendered(const GridText& grid, const std::vector<std::string>& warnings, Format format)
+std::string JsonText(const nlohmann::ordered_json& json)
+{
+    return json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
+}
+
+std::string Json(const OutputTable& table) { return JsonText(JsonRows(table)); }
+
+std::string Rendered(const OutputTable& table, Format format)
 {
     switch (format) {
     case Format::Csv:
-        return Csv(grid, "\n");
+        return Csv(table.grid, "\n");
     case Format::Json:
-        return Json(grid, warnings);
+        return Json(table);
     case Format::Table:
+    case Format::Sheet:
         break;
     }
-    return AlignedTable(grid);
+    return AlignedTable(table.grid);
 }
 
 bool EndsWithNoCase(std::string_view path, std::string_view ending)
@@ -135,10 +226,22 @@ bool EndsWithNoCase(std::string_view path, std::string_view ending)
                       [](unsigned char a, unsigned char b) { return std::tolower(a) == std::tolower(b); });
 }
 
-std::string FileBytes(const std::string& path, const GridText& grid, const std::vector<std::string>& warnings,
-                      Format format)
+std::string FileBytes(const std::string& path, const OutputTable& table, Format format)
 {
     constexpr std::string_view kMark = "\xEF\xBB\xBF";
-    if (EndsWithNoCase(path, ".csv")) return std::string(kMark) + Csv(grid, "\r\n");
-    return Rendered(grid, warnings, format);
+    if (EndsWithNoCase(path, ".csv")) return std::string(kMark) + Csv(table.grid, "\r\n");
+    return Rendered(table, format);
+}
+
+bool WriteOutput(const Call& call, const std::string& path, const std::function<std::string()>& bytes)
+{
+    try {
+        WriteResult(path, bytes());
+        return true;
+    } catch (const FileError& error) {
+        call.err << error.what() << '\n';
+    } catch (const RunTimeError& error) {  // a table that no sheet holds
+        call.err << "“" << path << "”无法写入：" << error.what() << '\n';
+    }
+    return false;
 }

@@ -1,8 +1,11 @@
 #include "phone/Phone.h"
 
 #include "cli/Commands.h"
+#include "cli/Culprit.h"
+#include "engine/Numbers.h"
 #include "project/Workspace.h"
 
+#include <algorithm>
 #include <ostream>
 
 namespace {
@@ -23,10 +26,17 @@ private:
 
 int run(const Call& call)
 {
-    const std::string name = call.args.value("--name");
+    const std::string name(Trim(call.args.value("--name")));
+    const bool keys = std::all_of(name.begin(), name.end(), [](unsigned char c) { return IsPhoneNameKey(c); });
+    if (name.empty() || !keys) {
+        call.err << NamedValue(call, "--name") << (name.empty() ? "项目名称不能为空！" : "只能用英文字母和数字")
+                 << '\n';
+        return kRefused;
+    }
     std::optional<OverwriteDesk> overwriting;
     if (call.args.has("--overwrite")) overwriting.emplace();
     const auto done = ExportForPhone(name);
+    if (done == PhoneExport::Declined) call.err << "要覆盖时请加上 --overwrite\n";
     if (done == PhoneExport::Stopped || done == PhoneExport::Declined) return kRefused;
     call.out << PhoneProjectPath(name) << '\n';
     return kDone;
@@ -52,5 +62,6 @@ const Command kPhoneCommand{
     .ways = kWays,
     .options = kOptions,
     .loads = false,  // the files as they stand
+    .forms = "",
     .run = run,
 };

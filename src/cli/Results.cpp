@@ -1,21 +1,71 @@
 #include "cli/Results.h"
 
+#include "cli/Culprit.h"
 #include "cli/Output.h"
 #include "engine/Numbers.h"
 #include "engine/RunTimeError.h"
 #include "office/Xls.h"
 #include "project/CalcTables.h"
-#include "project/TextFile.h"
+#include "project/FileBytes.h"
+#include "project/FileError.h"
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 #include <istream>
-#include <iterator>
 #include <ostream>
+#include <system_error>
 
-Results::Results(const Call& call, const ResultKind& kind)
-    : m_call(call), m_kind(kind), m_grid(kind.columns), m_format(FormatOf(call.args))
-{}
+namespace {
+
+constexpr TypedColumn kCoordinateTyped[] = {
+    {1, "stake", CellKind::Stake},
+    {2, "offset", CellKind::Offset},
+    {3, "skew_deg", CellKind::Angle},
+    {4, "azimuth_deg", CellKind::Angle},
+    {5, "distance"},
+    {6, "x"},
+    {7, "y"},
+    {8, "tangent_deg", CellKind::Angle},
+};
+constexpr TypedColumn kInverseTyped[] = {
+    {3, "stake", CellKind::Stake}, {4, "offset", CellKind::Offset}, {1, "x"}, {2, "y"}};
+constexpr TypedColumn kElevationTyped[] = {
+    {1, "stake", CellKind::Stake},
+    {2, "offset", CellKind::Offset},
+    {3, "elevation"},
+    {4, "offset_left", CellKind::Offset},
+    {5, "elevation_left"},
+    {6, "offset_right", CellKind::Offset},
+    {7, "elevation_right"},
+};
+constexpr TypedColumn kCornerTyped[] = {
+    {1, "stake", CellKind::Stake},
+    {3, "skew_deg", CellKind::Angle},
+    {4, "azimuth_deg", CellKind::Angle},
+    {5, "distance"},
+    {6, "x"},
+    {7, "y"},
+    {8, "tangent_deg", CellKind::Angle},
+};
+constexpr TypedColumn kMainPointTyped[] = {
+    {2, "t1"},        {3, "t2"},    {4, "ls1"},   {5, "ls2"},
+    {6, "zh_stake"},  {7, "zh_x"},  {8, "zh_y"},  {9, "zh_azimuth_deg", CellKind::Angle},
+    {10, "hy_stake"}, {11, "hy_x"}, {12, "hy_y"}, {13, "hy_azimuth_deg", CellKind::Angle},
+    {14, "yh_stake"}, {15, "yh_x"}, {16, "yh_y"}, {17, "yh_azimuth_deg", CellKind::Angle},
+    {18, "hz_stake"}, {19, "hz_x"}, {20, "hz_y"}, {21, "hz_azimuth_deg", CellKind::Angle},
+};
+
+}  // namespace
+
+const ResultKind kCoordinateResult{kCoordinateColumns, kPlfyExport, kCoordinateTyped};
+const ResultKind kInverseResult{kInverseColumns, kFsExport, kInverseTyped};
+const ResultKind kElevationResult{kElevationColumns, kDgdGcExport, std::span(kElevationTyped).first(3)};
+const ResultKind kElevationRunResult{kElevationRunColumns, kPlGcExport, kElevationTyped};
+const ResultKind kCornerResult{kCornerColumns, kJgwExport, kCornerTyped};
+const ResultKind kMainPointResult{kMainPointColumns, kZdcsExport, kMainPointTyped};
+
+Results::Results(const Call& call, const ResultKind& kind) : m_call(call), m_kind(kind), m_grid(kind.columns) {}
 
 void Results::refuse(const std::string& text)
 {
@@ -23,12 +73,12 @@ void Results::refuse(const std::string& text)
     m_refused = true;
 }
 
-bool Results::press(const std::function<Outcome()>& handler)
+bool Results::press(const std::function<Outcome()>& handler, std::string_view option)
 {
     try {
         const Outcome outcome = handler();
         if (outcome) return true;
-        refuse(outcome.refusal->msg.text);
+        refuse(Culprit(m_call, *outcome.refusal, option) + outcome.refusal->msg.text);
     } catch (const RunTimeError& error) {  // of a handler without a trap
         refuse(error.what());
     }
@@ -58,14 +108,10 @@ void Results::pressLines(const std::function<bool(const std::string& line)>& lin
 {
     const std::string file = m_call.args.value("--file");
     std::string bytes;
-    if (file == "-") {
-        bytes.assign(std::istreambuf_iterator<char>(m_call.in), {});
-    } else {
-        try {
-            bytes = ReadBytes(file);
-        } catch (const RunTimeError& error) {
-            return refuse("无法读取文件 " + file + "：" + error.what());
-        }
+    try {
+        bytes = InputBytes(m_call);
+    } catch (const RunTimeError& error) {
+        return refuse(error.what());
     }
     int number = 0;
     for (const auto& text : linesOf(bytes)) {
@@ -92,20 +138,19 @@ int Results::finish()
     }
 
     const std::string path = m_call.args.value("-o");
+    const bool sheet = m_call.format == Format::Sheet, empty = m_state.rows == 0;
+    const OutputTable table{m_grid.text(), warnings, m_kind.typed};
     if (path.empty()) {
         // Headers without a row tell a person nothing; a program that reads CSV or JSON wants them.
-        if (m_state.rows > 0 || m_format != Format::Table) m_call.out << Rendered(m_grid.text(), warnings, m_format);
-    } else if (EndsWithNoCase(path, ".xls") && m_kind.sheet.needsRows && m_state.rows == 0) {
+        if (!empty || m_call.format != Format::Table) m_call.out << Rendered(table, m_call.format);
+    } else if (empty && (m_refused || sheet)) {
         refuse(std::string(message::kNothingToSave));
-    } else {
-        try {
-            WriteBytes(path, EndsWithNoCase(path, ".xls")
-                                 ? XlsBytes(ResultSheet(
-                                       m_kind.sheet, {m_grid.text(), m_state.rows, stationPick, structures, skewEnds}))
-                                 : FileBytes(path, m_grid.text(), warnings, m_format));
-        } catch (const RunTimeError& error) {
-            refuse("无法保存文件 " + path + "：" + error.what());
-        }
+    } else if (!WriteOutput(m_call, path, [&] {
+                   return sheet ? XlsBytes(ResultSheet(
+                                      m_kind.sheet, {m_grid.text(), m_state.rows, stationPick, structures, skewEnds}))
+                                : FileBytes(path, table, m_call.format);
+               })) {
+        m_refused = true;
     }
     return m_refused ? kRefused : kDone;
 }
@@ -116,12 +161,55 @@ std::optional<StationInput> ReadStationOption(const Call& call)
     if (text.empty()) return StationInput{};
     if (const auto comma = text.find(','); comma != std::string::npos)
         return StationInput{.typed = true, .pick = {}, .x = text.substr(0, comma), .y = text.substr(comma + 1)};
+    // As in the list of a window, a project with a single traverse point has none to pick.
     const auto found = std::find(gDxdName.begin(), gDxdName.end(), text);
-    if (found == gDxdName.end()) {
-        call.err << "没有名为 " << text << " 的导线点\n";
+    if (gDxdCount < 1 || found == gDxdName.end()) {
+        call.err << NamedValue(call, "--station")
+                 << (gDxdCount < 1 && found != gDxdName.end() ? "项目只有一个导线点，不能选作测站，请直接给出坐标"
+                                                              : "没有这个导线点")
+                 << '\n';
         return std::nullopt;
     }
     return StationInput{.pick = text, .pickIndex = static_cast<int>(found - gDxdName.begin()), .x = {}, .y = {}};
+}
+
+void RefuseLongWalk(const Call& call)
+{
+    const auto number = [&](const char* option) { return ParseNumber(StakeNumber(call.args.value(option))); };
+    const double step = number("--step");
+    double way = std::max(0.0, number("--to") - number("--from"));
+    if (step < 0) {  // ends by its rows, but a gap is stepped over without one
+        way = 0;
+        for (int i = 0; i <= gDlCount && gHasDl; ++i) way = std::max(way, at(gDlAhead, i) - at(gDlBack, i));
+    }
+    if (step != 0 && way / std::abs(step) > kMostSteps)
+        Refuse(NamedValue(call, "--step") + "这一段要走十亿步以上，请把间距加大");
+}
+
+std::string InputBytes(const Call& call)
+{
+    const std::string file = call.args.value("--file");
+    if (file != "-") return ReadStream(file);
+    std::string bytes;
+    char block[16384];
+    while (call.in.read(block, sizeof block) || call.in.gcount() > 0)
+        bytes.append(block, static_cast<std::size_t>(call.in.gcount()));
+    if (call.in.bad()) throw FileError("标准输入", FileError::Reading, std::make_error_code(std::errc::io_error));
+    return bytes;
+}
+
+SignedOffset::SignedOffset(std::string_view text) : length(Trim(text))
+{
+    if (length.empty()) return;
+    std::optional<double> offset;
+    attempt([&] { offset = ParseNumber(length); });
+    if (offset == 0) {
+        length.clear();
+        return;
+    }
+    const bool left = offset && length.starts_with('-');
+    side = left ? "左边桩" : "右边桩";
+    if (left) length.erase(0, 1);
 }
 
 std::string StakeNumber(const std::string& text)

@@ -11,27 +11,28 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
-/// The table and sheet of one screen.
+/// The table, the sheet and the JSON values of one screen.
 struct ResultKind {
     std::span<const GridColumn> columns;
     const ExportLayout& sheet;
+    std::span<const TypedColumn> typed;
 };
-inline const ResultKind kCoordinateResult{kCoordinateColumns, kPlfyExport};
-inline const ResultKind kInverseResult{kInverseColumns, kFsExport};
-inline const ResultKind kElevationResult{kElevationColumns, kDgdGcExport};
-inline const ResultKind kElevationRunResult{kElevationRunColumns, kPlGcExport};
-inline const ResultKind kCornerResult{kCornerColumns, kJgwExport};
-inline const ResultKind kMainPointResult{kMainPointColumns, kZdcsExport};
+extern const ResultKind kCoordinateResult, kInverseResult, kElevationResult, kElevationRunResult, kCornerResult,
+    kMainPointResult;
 
 class Results {
 public:
     Results(const Call& call, const ResultKind& kind);
 
     RowSink& rows() { return m_rows; }
-    /// Runs a handler; a refusal goes to standard error, and the exit code will be 1. @return whether it went through
-    bool press(const std::function<Outcome()>& handler);
+    /// Runs a handler; a refusal goes to standard error with the option that was refused, and the exit code will be 1.
+    /// @param option  the one to name whatever is refused, "" to look for it  @return whether it went through
+    bool press(const std::function<Outcome()>& handler, std::string_view option = {});
+    /// Runs when a screen has checked its boxes and is about to walk; may refuse.
+    void beforeWalk(std::function<void()> check) { m_rows.beforeWalk = std::move(check); }
     /// One press for each line of the file that --file names ("-": standard input); blank lines are left out, a refused
     /// line is named and the run goes on. Ends at the most rows that a screen counts, or where `line` returns false.
     void pressLines(const std::function<bool(const std::string& line)>& line);
@@ -44,7 +45,8 @@ public:
     const JgwStructures* structures = nullptr;
     bool skewEnds = true;
 
-    /// Writes the table to standard output or to the file of -o, warnings to standard error. @return the exit code
+    /// Writes the table to standard output or to the file of -o, warnings to standard error. Refused without a row, no
+    /// file is written. @return the exit code
     int finish();
 
 private:
@@ -52,16 +54,40 @@ private:
     const ResultKind& m_kind;
     TextGrid m_grid;
     ScreenState m_state;
-    TextRows m_rows{m_grid, m_state};
+    /// Rows that a walk clears first.
+    struct WalkRows : TextRows {
+        using TextRows::TextRows;
+        void clear() override
+        {
+            if (beforeWalk) beforeWalk();
+            TextRows::clear();
+        }
+        std::function<void()> beforeWalk;
+    };
+    WalkRows m_rows{m_grid, m_state};
     std::string m_place;  // of the line at hand, for messages
     bool m_refused = false;
-    Format m_format;
 };
 
 /// --station NAME or --station X,Y as the station controls of a screen. Nothing: no such traverse point, and it said
 /// so.
 std::optional<StationInput> ReadStationOption(const Call& call);
 inline constexpr Option kStationOption{"--station", "点名|X,Y", "测站：导线点名，或直接给出坐标；不给时为原点"};
+
+/// A text of a signed offset, taken apart for the boxes of a screen: 中桩 for an empty one and for 0. A text that is no
+/// number keeps its place in the box, so that the screen refuses it.
+struct SignedOffset {
+    explicit SignedOffset(std::string_view text);
+
+    std::string side = "中桩", length;
+};
+
+/// Refuses a walk of --from, --to and --step, all of them numbers, that takes more steps than anybody waits for.
+void RefuseLongWalk(const Call& call);
+inline constexpr double kMostSteps = 1e9;
+
+/// What --file names: standard input for "-", else a file, a pipe or a device. @throws FileError
+std::string InputBytes(const Call& call);
 
 /// A stake as a number: K12+345.678 is 12345.678; any other text stays as it is.
 std::string StakeNumber(const std::string& text);

@@ -29,6 +29,7 @@ int run(const Call& call)
                            .skewed = args.has("--skew"),
                            .skew = args.value("--skew"),
                            .station = *station};
+        results.beforeWalk([&] { RefuseLongWalk(call); });
         results.press([&] { return CalcPlfy(in, results.rows()); });
     }
     return results.finish();

@@ -138,18 +138,14 @@ std::string asJson()
                 json[column.name] = firstRows(*column.numbers);
         }
     }
-    return json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + "\n";
+    return JsonText(json);
 }
 
 int run(const Call& call)
 {
-    const Format format = FormatOf(call.args);
-    if (format == Format::Csv) throw WrongUsage("tables 没有 csv 形式");
-    const std::string text = format == Format::Json ? asJson() : forPeople();
-    if (call.args.has("-o"))
-        WriteBytes(call.args.value("-o"), text);
-    else
-        call.out << text;
+    const auto text = [&] { return call.format == Format::Json ? asJson() : forPeople(); };
+    if (call.args.has("-o")) return WriteOutput(call, call.args.value("-o"), text) ? kDone : kRefused;
+    call.out << text();
     return kDone;
 }
 
@@ -166,5 +162,6 @@ const Command kTablesCommand{
 )",
     .ways = {},
     .options = {},
+    .forms = "table json",
     .run = run,
 };

@@ -1,5 +1,7 @@
 #include "cli/Commands.h"
 #include "cli/Output.h"
+#include "cli/Results.h"
+#include "engine/Numbers.h"
 #include "engine/RunTimeError.h"
 #include "office/Dxf.h"
 #include "office/Xls.h"
@@ -7,8 +9,9 @@
 #include "project/TextFile.h"
 #include "tools/Fhdx.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
-#include <istream>
 #include <iterator>
 #include <ostream>
 #include <string>
@@ -92,12 +95,50 @@ std::string closuresOf(const Worksheet& sheet, int n)
     return text;
 }
 
-/// False: it could not be written, and that was said.
-bool write(const Call& call, const std::string& path, const std::string& bytes)
+constexpr TypedColumn kTyped[] = {
+    {1, "angle_deg", CellKind::Angle},
+    {2, "angle_correction"},
+    {3, "azimuth_deg", CellKind::Angle},
+    {4, "distance"},
+    {5, "dx"},
+    {6, "dy"},
+    {7, "vx_mm"},
+    {8, "vy_mm"},
+    {9, "dx_corrected"},
+    {10, "dy_corrected"},
+    {11, "x"},
+    {12, "y"},
+};
+
+/// The number behind `name` in a cell such as fx=-0.145 or K=f/ΣD=1/3718>1/15000, nothing where there is none.
+nlohmann::ordered_json numberBehind(const std::string& text, const std::string& name)
 {
-    if (attempt([&] { WriteBytes(path, bytes); })) return true;
-    call.err << "无法保存文件 " << path << '\n';
-    return false;
+    const auto from = text.find(name);
+    if (from == std::string::npos) return nullptr;
+    const auto digits = text.substr(from + name.size());
+    nlohmann::ordered_json number;
+    attempt([&] { number = ParseNumber(digits.substr(0, digits.find_first_not_of("+-.0123456789"))); });
+    return number;
+}
+
+/// The points, then the closures: fβ in seconds, fx, fy and f in metres, K as the ratio that it is, with what is said
+/// of them in words.
+std::string asJson(const OutputTable& table, const Worksheet& sheet, int n)
+{
+    const auto cell = [&](int row, char column) { return sheet.text({2 * n + 4 + row, column - 'a' + 1}); };
+    nlohmann::ordered_json json;
+    json["points"] = JsonRows(table);
+    json["fβ"] = numberBehind(cell(1, 'b'), "fβ=");
+    json["fx"] = numberBehind(cell(1, 'e'), "fx=");
+    json["fy"] = numberBehind(cell(1, 'j'), "fy=");
+    json["f"] = numberBehind(cell(2, 'g'), ")=");
+    const auto parts = numberBehind(cell(3, 'g'), "=1/");
+    json["K"] =
+        parts.is_number() && parts.get<double>() != 0 ? nlohmann::ordered_json(1 / parts.get<double>()) : nullptr;
+    json["角度闭合差"] = cell(3, 'b');
+    json["相对闭合差"] = cell(3, 'g');
+    json["精度"] = cell(3, 'k');
+    return JsonText(json);
 }
 
 int refused(const Call& call, const std::string& text)
@@ -111,13 +152,13 @@ int run(const Call& call)
     const Arguments& args = call.args;
     if (args.has("--left") && args.has("--right")) throw WrongUsage("--left 和 --right 只能给一个");
     const bool left = args.has("--left");
-    const std::string file = args.value("--file"), report = args.value("-o"), plan = args.value("--dxf");
-    const Format format = FormatOf(args);
+    const std::string report = args.value("-o"), plan = args.value("--dxf");
     std::string bytes;
-    if (file == "-")
-        bytes.assign(std::istreambuf_iterator<char>(call.in), {});
-    else if (!attempt([&] { bytes = ReadBytes(file); }))
-        return refused(call, "无法读取文件 " + file);
+    try {
+        bytes = InputBytes(call);
+    } catch (const RunTimeError& error) {
+        return refused(call, error.what());
+    }
     const auto points = pointsOf(std::move(bytes));
 
     Worksheet sheet;
@@ -130,18 +171,30 @@ int run(const Call& call)
     typeInto(sheet, points);
     if (!attempt([&] { AdjustFhdx(sheet, left); })) return refused(call, FhdxCalcFault().text);
 
-    const GridText table = tableOf(sheet, n);
-    const std::vector<std::string> noWarnings(static_cast<std::size_t>(table.rows()));
-    const bool onTerminal = report.empty() || EndsWithNoCase(report, ".xls");
+    const GridText grid = tableOf(sheet, n);
+    const OutputTable table{grid, {}, kTyped};
+    const std::string closures = closuresOf(sheet, n);
+    const auto result = [&] {
+        switch (call.format) {
+        case Format::Sheet:
+            return XlsBytes(sheet);
+        case Format::Json:
+            return asJson(table, sheet, n);
+        case Format::Csv:
+            return FileBytes(report, table, call.format);
+        case Format::Table:
+            break;
+        }
+        return Rendered(table, call.format) + "\n" + closures;
+    };
+    if (call.format == Format::Csv && !args.has("--quiet"))
+        call.err << closures;  // a table of rows has no place for them
     bool written = true;
-    if (!report.empty())
-        written = write(call, report, onTerminal ? XlsBytes(sheet) : FileBytes(report, table, noWarnings, format));
-    if (!plan.empty()) written = write(call, plan, DxfBytes(DrawFhdx(sheet))) && written;
-    if (onTerminal) call.out << Rendered(table, noWarnings, format);
-    if (onTerminal && format == Format::Table)
-        call.out << '\n' << closuresOf(sheet, n);
-    else if (!args.has("--quiet"))
-        call.err << closuresOf(sheet, n);
+    if (report.empty())
+        call.out << result();
+    else
+        written = WriteOutput(call, report, result);
+    if (!plan.empty()) written = WriteOutput(call, plan, [&] { return DxfBytes(DrawFhdx(sheet)); }) && written;
     return written ? kDone : kRefused;
 }
 
@@ -164,6 +217,8 @@ const Command kTraverseCommand{
 X、Y 只有 A、B、C、D 四点有。没有的写空。空行、# 开头的行和 点名 开头的行不算。编码为 UTF-8 或 GBK。
 
 结果是一个点一行的表（方位角、平距、坐标增量是到下一点的）和闭合差；-o 写到 .xls 时是和界面一样的计算表。
+给出 -o 时结果只在文件里，屏幕上不再显示。CSV 里没有闭合差，它们写到标准错误。JSON 里点在 points 中，
+fβ 以秒计，fx、fy、f 以米计，K 是比值。
 
 例子：
   velumark-calc traverse --file 附合导线.csv --left

@@ -56,6 +56,12 @@ PhoneExport exportAs(const std::string& name)
 
 }  // namespace
 
+bool IsPhoneNameKey(int keyAscii)
+{
+    return (keyAscii >= '0' && keyAscii <= '9') || (keyAscii >= 'a' && keyAscii <= 'z') ||
+           (keyAscii >= 'A' && keyAscii <= 'Z') || keyAscii == 8;
+}
+
 PhoneExport ExportForPhone(const std::string& typedName)
 {
     const std::string name(Trim(typedName));

@@ -24,6 +24,9 @@ inline constexpr std::array<PhoneFile, 11> kPhoneFiles{{
     {"右幅挖方参数.txt", "YFWF.txt"},
 }};
 
+/// A key that the box for the name takes: a digit, a letter or backspace (8).
+bool IsPhoneNameKey(int keyAscii);
+
 enum class PhoneExport {
     Stopped,   ///< a box said why; nothing was written
     Declined,  ///< the user keeps what stands under that name

@@ -9,16 +9,6 @@
 #include <QApplication>
 #include <QLabel>
 
-namespace {
-
-bool isNameKey(int keyAscii)
-{
-    return (keyAscii >= '0' && keyAscii <= '9') || (keyAscii >= 'a' && keyAscii <= 'z') ||
-           (keyAscii >= 'A' && keyAscii <= 'Z') || keyAscii == 8;
-}
-
-}  // namespace
-
 frmSjName::frmSjName()
     : Form(QStringLiteral("frmSjName"), QStringLiteral("手机版项目名称")), txtsjName(control<QLineEdit>("txtsjName")),
       sjXmOK(control<XPButton>("sjXmOK", QStringLiteral("确 定"))),
@@ -31,7 +21,7 @@ frmSjName::frmSjName()
     txtsjName->setFocus();
 
     const auto keep = [](int keyAscii) {
-        if (isNameKey(keyAscii)) return true;
+        if (IsPhoneNameKey(keyAscii)) return true;
         QApplication::beep();
         return false;
     };

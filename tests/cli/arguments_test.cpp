@@ -6,8 +6,11 @@
 
 namespace {
 
-constexpr Option kKnown[] = {
-    {"--at", "STAKE", ""}, {"--file", "FILE", ""}, {"--side", "SIDE", ""}, {"--quiet", "", ""}, {"-o", "FILE", ""}};
+constexpr Option kKnown[] = {{"--at", "STAKE", ""},
+                             {"--file", "FILE", ""},
+                             {"--side", "SIDE", "", "--seite"},
+                             {"--quiet", "", ""},
+                             {"-o", "FILE", ""}};
 constexpr Way kWays[] = {"--at [--side]", "--file"};
 
 Arguments parse(std::vector<std::string> words) { return Arguments(words, kKnown); }
@@ -43,7 +46,20 @@ TEST(Arguments, NegativeNumbersAndTheDashAreValues)
     EXPECT_EQ(parse({"-100"}).words(), std::vector<std::string>{"-100"});
 }
 
-TEST(Arguments, TheLastOfARepeatedOptionCounts) { EXPECT_EQ(parse({"--at", "1", "--at", "2"}).value("--at"), "2"); }
+TEST(Arguments, AnOptionGivenTwiceIsWrongUsage)
+{
+    EXPECT_EQ(wrong([] { parse({"--at", "1", "--at", "2"}); }), "选项 --at 只能给一次");
+    EXPECT_EQ(wrong([] { parse({"--at", "1", "--at=1"}); }), "选项 --at 只能给一次");
+    EXPECT_EQ(wrong([] { parse({"--quiet", "--quiet"}); }), "选项 --quiet 只能给一次");
+    EXPECT_EQ(wrong([] { parse({"--side", "left", "--seite", "left"}); }), "选项 --side 只能给一次");
+}
+
+TEST(Arguments, ASecondNameIsTheSameOption)
+{
+    const auto args = parse({"--at", "1", "--seite", "left"});
+    EXPECT_EQ(args.value("--side"), "left");
+    EXPECT_EQ(args.choose(kWays), kWays[0]);
+}
 
 TEST(Arguments, WrongOnes)
 {

@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -71,6 +72,32 @@ TEST_F(Damaged, AccuracyChangesNothingEither)
     EXPECT_THAT(ran.out, HasSubstr("JD10"));
     EXPECT_THAT(ran.out, HasSubstr("终点里程差"));
     EXPECT_EQ(bytesOf(folder), before);
+}
+
+TEST_F(Damaged, AccuracyNeverAbortsAndLeavesNoCopy)
+{
+    // The folder for temporary files is one that nobody can write to: no copy, so no failure either.
+    for (const auto& entry : fs::directory_iterator(VM_TEST_DATA "/damaged")) {
+        if (!entry.is_directory()) continue;
+        const std::string folder = copy(entry.path().filename().string());
+        const auto ran =
+            runProgram("/bin/sh", {"-c", "TMPDIR=/proc/1 exec \"$0\" \"$@\"", VM_BINARY_DIR "/velumark-calc",
+                                   "--folder", folder, "check", "--accuracy"});
+        EXPECT_TRUE(ran.code == 0 || (ran.code == 1 && !ran.err.empty())) << folder << " " << ran.code << ran.err;
+    }
+    const std::string folder = sample("示例一");
+    const auto wanted = calc({"--folder", folder, "check", "--accuracy"});
+    EXPECT_EQ(wanted.code, 0);
+    // Numbers out of all bounds in every field of the alignment.
+    const std::string file = folder + "/平曲线参数.txt", whole = ReadBytes(file);
+    for (std::size_t comma = whole.find(','); comma != std::string::npos; comma = whole.find(',', comma + 1))
+        for (const char* number : {"1e308", "-1e308", "0", "x", ""}) {
+            const auto end = std::min(whole.find_first_of(",\r", comma + 1), whole.size());
+            WriteBytes(file, whole.substr(0, comma + 1) + number + whole.substr(end));
+            const auto ran = calc({"--folder", folder, "check", "--accuracy"});
+            ASSERT_TRUE(ran.code == 0 || (ran.code == 1 && !ran.err.empty())) << number << " at " << comma << ran.err;
+            if (comma > whole.size() / 3) break;
+        }
 }
 
 TEST_F(Damaged, AccuracyRefusesAFileThatNeverLoads)

@@ -47,23 +47,109 @@ TEST(Output, CsvQuotesOnlyWhereItMust)
               "a,b\n\"1,5\",\"say \"\"x\"\"\"\n,plain\n");
 }
 
-TEST(Output, JsonNamesRepeatedHeadersAndSpeaksOfWarnings)
+TEST(Output, CsvKeepsAFormulaATextAndANumberANumber)
 {
+    EXPECT_EQ(Csv(grid({{"=1+2", "@x", "+1+2", "-D3"}}), "\n"), "\"'=1+2\",\"'@x\",\"'+1+2\",\"'-D3\"\n");
+    EXPECT_EQ(Csv(grid({{"=\"a\"", "＝1", "\t1", "-K12+100.000"}}), "\n"),
+              "\"'=\"\"a\"\"\",\"'＝1\",\"'\t1\",\"'-K12+100.000\"\n");
+    EXPECT_EQ(Csv(grid({{"-5.250", "+3", "-.5", "-", "-1e3"}}), "\n"), "-5.250,+3,-.5,\"'-\",-1e3\n");
+    EXPECT_EQ(Csv(grid({{"-45度30分00秒", "-3°0′0″", "左=5", "无"}}), "\n"), "-45度30分00秒,-3°0′0″,左=5,无\n");
+}
+
+TEST(Output, JsonNamesRepeatedHeadersWithoutBlanksAndSpeaksOfWarnings)
+{
+    EXPECT_EQ(Json({grid({{"里 程", "高 程", "高 程"}, {"K0", "1", "2"}, {"K1", "3", ""}}), {"", "", "超出"}}),
+              "[\n"
+              "  {\n    \"里程\": \"K0\",\n    \"高程\": \"1\",\n    \"高程2\": \"2\"\n  },\n"
+              "  {\n    \"里程\": \"K1\",\n    \"高程\": \"3\",\n    \"高程2\": \"\",\n    \"warning\": \"超出\"\n  }\n"
+              "]\n");
+    EXPECT_EQ(Json({grid({{"a"}})}), "[]\n");
+}
+
+TEST(Output, JsonHasValuesBesideTheTexts)
+{
+    constexpr TypedColumn typed[] = {{0, "stake", CellKind::Stake}, {1, "distance"}};
     EXPECT_EQ(
-        Json(grid({{"里 程", "高 程", "高 程"}, {"K0", "1", "2"}, {"K1", "3", ""}}), {"", "", "超出"}),
-        "[\n"
-        "  {\n    \"里 程\": \"K0\",\n    \"高 程\": \"1\",\n    \"高 程2\": \"2\"\n  },\n"
-        "  {\n    \"里 程\": \"K1\",\n    \"高 程\": \"3\",\n    \"高 程2\": \"\",\n    \"warning\": \"超出\"\n  }\n"
-        "]\n");
-    EXPECT_EQ(Json(grid({{"a"}}), {""}), "[]\n");
+        Json({grid({{"里 程", "距 离"}, {"-K1+200.500", "无"}}), {}, typed}),
+        "[\n  {\n    \"里程\": \"-K1+200.500\",\n    \"距离\": \"无\",\n    \"stake\": -1200.5,\n    \"distance\": "
+        "null\n  }\n]\n");
+}
+
+TEST(TypedValue, ReadsTheTextsOfTheScreens)
+{
+    EXPECT_EQ(TypedValue("K12+345.678", CellKind::Stake), 12345.678);
+    EXPECT_EQ(TypedValue("-K1+200.000", CellKind::Stake), -1200.0);
+    EXPECT_EQ(TypedValue("左12.5米", CellKind::Offset), -12.5);
+    EXPECT_EQ(TypedValue("右.5米", CellKind::Offset), 0.5);
+    EXPECT_EQ(TypedValue("斜交8米", CellKind::Offset), 8.0);
+    EXPECT_EQ(TypedValue("中桩", CellKind::Offset), 0.0);
+    EXPECT_EQ(TypedValue("中", CellKind::Offset), 0.0);
+    EXPECT_EQ(TypedValue("45度30分36秒", CellKind::Angle), 45 + 30 / 60.0 + 36 / 3600.0);
+    EXPECT_EQ(TypedValue("-45度30分00秒", CellKind::Angle), -45.5);
+    EXPECT_EQ(TypedValue("99°0′60″", CellKind::Angle), 99 + 60 / 3600.0);
+    EXPECT_EQ(TypedValue("-8.125", CellKind::Number), -8.125);
+    for (const auto kind : {CellKind::Stake, CellKind::Offset, CellKind::Angle, CellKind::Number})
+        for (const char* nothing : {"", "无", "x米", "1度2分"})
+            EXPECT_EQ(TypedValue(nothing, kind), std::nullopt) << nothing;
 }
 
 TEST(Output, AFileIsNamedByItsEnding)
 {
     const auto text = grid({{"里"}, {"1"}});
-    EXPECT_EQ(FileBytes("x.CSV", text, {"", ""}, Format::Json), "\xEF\xBB\xBF里\r\n1\r\n");
-    EXPECT_EQ(FileBytes("x.txt", text, {"", ""}, Format::Table), "里\n1\n");
-    EXPECT_EQ(FileBytes("csv", text, {"", ""}, Format::Csv), "里\n1\n");
+    EXPECT_EQ(FileBytes("x.CSV", {text}, Format::Csv), "\xEF\xBB\xBF里\r\n1\r\n");
+    EXPECT_EQ(FileBytes("x.txt", {text}, Format::Table), "里\n1\n");
+    EXPECT_EQ(FileBytes("csv", {text}, Format::Csv), "里\n1\n");
+}
+
+namespace {
+
+constexpr Option kKnown[] = {{"--format", "FORM", ""}, {"-o", "FILE", ""}};
+Format formOf(const std::vector<std::string>& words, std::string_view forms = "table csv json xls")
+{
+    return FormatOf(Arguments(words, kKnown), forms);
+}
+std::string wrongForm(const std::vector<std::string>& words, std::string_view forms = "table csv json xls")
+{
+    try {
+        formOf(words, forms);
+    } catch (const WrongUsage& wrong) {
+        return wrong.what();
+    }
+    return "";
+}
+
+}  // namespace
+
+TEST(Format, IsNamedOrTakenFromTheEnding)
+{
+    EXPECT_EQ(formOf({}), Format::Table);
+    EXPECT_EQ(formOf({"--format", "json"}), Format::Json);
+    EXPECT_EQ(formOf({"-o", "a.JSON"}), Format::Json);
+    EXPECT_EQ(formOf({"-o", "a.csv"}), Format::Csv);
+    EXPECT_EQ(formOf({"-o", "a.csv", "--format", "csv"}), Format::Csv);
+    EXPECT_EQ(formOf({"-o", "a.Xls"}), Format::Sheet);
+    EXPECT_EQ(formOf({"-o", "a.txt"}), Format::Table);
+    EXPECT_EQ(formOf({"-o", "a.txt", "--format", "csv"}), Format::Csv);
+    EXPECT_EQ(formOf({"-o", "/dev/stdout", "--format", "json"}), Format::Json);
+}
+
+TEST(Format, AgainstTheEndingOfTheFileIsWrongUsage)
+{
+    EXPECT_EQ(wrongForm({"-o", "a.csv", "--format", "json"}), "--format json 和 -o a.csv 不一致");
+    EXPECT_EQ(wrongForm({"-o", "a.json", "--format", "table"}), "--format table 和 -o a.json 不一致");
+    EXPECT_EQ(wrongForm({"-o", "a.xls", "--format", "csv"}), "--format csv 和 -o a.xls 不一致");
+    EXPECT_EQ(wrongForm({"--format", "xls"}), "--format xls：只能是 table、csv 或 json");
+    EXPECT_EQ(wrongForm({"--format", "csv"}, "table json"), "--format csv：只能是 table 或 json");
+    EXPECT_EQ(wrongForm({"-o", ""}), "选项 -o 后面缺少文件");
+}
+
+TEST(Format, ASpreadsheetThatNobodyWritesIsRefused)
+{
+    for (const char* ending : {".xlsx", ".XLSM", ".xlsb", ".ods", ".et", ".numbers"})
+        EXPECT_NE(wrongForm({"-o", std::string("a") + ending}), "") << ending;
+    EXPECT_EQ(wrongForm({"-o", "结果.xlsx"}), "-o 结果.xlsx：这个命令不写 .xlsx 文件");
+    EXPECT_EQ(wrongForm({"-o", "a.xls"}, "table csv json"), "-o a.xls：这个命令不写 .xls 文件");
+    EXPECT_EQ(wrongForm({"-o", "a.csv"}, "table json"), "-o a.csv：这个命令不写 .csv 文件");
 }
 
 TEST(StakeNumber, ReadsTheStakeTextOfSurveyors)

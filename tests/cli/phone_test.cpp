@@ -41,7 +41,7 @@ TEST(PhoneCommand, OverwritesOnlyWhenTold)
     const auto refused = calc({"测试", "phone", "--name", "a"}, folder.root());
     EXPECT_EQ(refused.code, 1);
     EXPECT_EQ(refused.out, "");
-    EXPECT_EQ(refused.err, "项目已存在！是否覆盖？\n");
+    EXPECT_EQ(refused.err, "项目已存在！是否覆盖？\n要覆盖时请加上 --overwrite\n") << "a question says what answers it";
     EXPECT_EQ(ReadUtf16File(folder.root() + "/SJCS/a/DL.txt"), "");
     EXPECT_EQ(calc({"测试", "phone", "--name", "a", "--overwrite"}, folder.root()).code, 0);
     EXPECT_EQ(ReadUtf16File(folder.root() + "/SJCS/a/DL.txt"), "100,120,\r\n");
@@ -52,6 +52,26 @@ TEST(PhoneCommand, RefusesAnEmptyNameAndWantsOne)
     ProjectFolder folder;
     const auto empty = calc({"测试", "phone", "--name", " "}, folder.root());
     EXPECT_EQ(empty.code, 1);
-    EXPECT_EQ(empty.err, "项目名称不能为空！\n");
+    EXPECT_EQ(empty.err, "--name：项目名称不能为空！\n");
     EXPECT_EQ(calc({"测试", "phone"}, folder.root()).code, 2);
+}
+
+TEST(PhoneCommand, RefusesWhatTheDialogsKeysRefuse)
+{
+    ProjectFolder folder;
+    for (const char* name : {"路1", "road-1", "a b", "XMMC.txt", "../x", "a.b", "x_y", "é"}) {
+        const auto ran = calc({"测试", "phone", "--name", name}, folder.root());
+        EXPECT_EQ(ran.code, 1) << name;
+        EXPECT_EQ(ran.out, "");
+        EXPECT_EQ(ran.err, std::string("--name ") + name + "：只能用英文字母和数字\n");
+    }
+    EXPECT_FALSE(FolderExists(folder.root() + "/SJCS"));
+    EXPECT_EQ(calc({"测试", "phone", "--name", " Road1 "}, folder.root()).code, 0) << "blanks around are trimmed";
+}
+
+TEST(PhoneCommand, HasNoResultToFormat)
+{
+    ProjectFolder folder;
+    EXPECT_EQ(calc({"测试", "phone", "--name", "a", "-o", "x"}, folder.root()).code, 2);
+    EXPECT_EQ(calc({"测试", "phone", "--name", "a", "--format", "csv"}, folder.root()).code, 2);
 }

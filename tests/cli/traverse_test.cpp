@@ -24,7 +24,7 @@ TEST(TraverseCommand, SampleGivesThePublishedCoordinates)
     const auto ran = traverse({"--file", kSample, "--left", "--format", "json", "--quiet"});
     EXPECT_EQ(ran.code, 0);
     EXPECT_EQ(ran.err, "");
-    const auto rows = Json::parse(ran.out);
+    const auto rows = Json::parse(ran.out)["points"];
     ASSERT_EQ(rows.size(), 8u);
     const double x[] = {2299.83, 2186.29, 2192.45, 2179.74}, y[] = {1303.80, 1383.97, 1556.40, 1655.64};
     for (std::size_t i = 0; i < 4; ++i) {
@@ -65,11 +65,40 @@ TEST(TraverseCommand, WritesReportPlanAndTable)
     EXPECT_EQ(ran.code, 0);
     EXPECT_TRUE(ReadBytes(xls).starts_with("\xD0\xCF\x11\xE0"));
     EXPECT_NE(ReadBytes(dxf).find("AC1021"), std::string::npos);
-    EXPECT_NE(ran.out.find("167°45′36″"), std::string::npos);
-    const auto quiet = traverse({"--file", kSample, "--left", "-o", csv});
-    EXPECT_EQ(quiet.out, "");
-    EXPECT_NE(quiet.err.find("fβ=-36″"), std::string::npos);
+    EXPECT_EQ(ran.out + ran.err, "");
+    const auto table = traverse({"--file", kSample, "--left", "-o", csv});
+    EXPECT_EQ(table.out, "");
+    EXPECT_NE(table.err.find("fβ=-36″"), std::string::npos) << "rows have no place for the closures";
+    EXPECT_EQ(traverse({"--file", kSample, "--left", "-o", csv, "--quiet"}).err, "");
     EXPECT_NE(ReadBytes(csv).find("167°45′36″"), std::string::npos);
+}
+
+TEST(TraverseCommand, AResultInAFileIsNotPrintedToo)
+{
+    const ProjectFolder folder;
+    const std::string json = folder.root() + "/a.json", text = folder.root() + "/a.txt";
+    for (const auto& file : {json, text}) {
+        const auto ran = traverse({"--file", kSample, "--left", "-o", file});
+        EXPECT_EQ(ran.out + ran.err, "") << file;
+    }
+    EXPECT_EQ(ReadBytes(text), traverse({"--file", kSample, "--left"}).out) << "closures and all";
+    EXPECT_EQ(ReadBytes(json), traverse({"--file", kSample, "--left", "--format", "json"}).out);
+}
+
+TEST(TraverseCommand, JsonHasTheClosuresAsNumbers)
+{
+    const auto ran = traverse({"--file", kSample, "--left", "--format", "json"});
+    EXPECT_EQ(ran.err, "");
+    const auto json = Json::parse(ran.out);
+    EXPECT_EQ(json["fβ"], -36);
+    EXPECT_EQ(json["fx"], -0.145);
+    EXPECT_EQ(json["fy"], 0.136);
+    EXPECT_EQ(json["f"], 0.199);
+    EXPECT_EQ(json["K"], 1 / 3718.0);
+    EXPECT_EQ(json["精度"], "不符合精度要求");
+    EXPECT_EQ(json["points"][2]["x"], std::stod(json["points"][2]["X(m)"].get<std::string>()));
+    EXPECT_EQ(json["points"][2]["angle_deg"], 167 + 45 / 60.0 + 36 / 3600.0);
+    EXPECT_EQ(json["points"][0]["distance"], nullptr);
 }
 
 TEST(TraverseCommand, Refusals)
@@ -83,9 +112,9 @@ TEST(TraverseCommand, Refusals)
     refusal({"--file", "-"}, "A\nB\nC\nD\n", "导线点个数不能小于5");
     refusal({"--file", "-"}, "", "导线点个数不能小于5");
     refusal({"--file", "-"}, "A,,,X,0\nB\n1\nC\nD\n", "输入数据有误，请检查后再计算");
-    refusal({"--file", "/no/such/file"}, "", "无法读取文件 /no/such/file");
+    refusal({"--file", "/no/such/file"}, "", "“/no/such/file”无法读取：文件夹不存在");
     refusal({"--file", kSample, "--left", "-o", "/no/such/folder/a.csv", "--quiet"}, "",
-            "无法保存文件 /no/such/folder/a.csv");
+            "“/no/such/folder/a.csv”无法写入：文件夹不存在");
     EXPECT_EQ(traverse({"--file", kSample, "--left", "--right"}).code, 2);
     EXPECT_EQ(traverse({"--left"}).code, 2);
 }

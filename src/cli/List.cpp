@@ -1,0 +1,155 @@
+#include "cli/Commands.h"
+#include "desk/Desk.h"
+#include "engine/Chainage.h"
+#include "engine/Numbers.h"
+#include "project/CalcTables.h"
+#include "project/FileBytes.h"
+#include "project/FileError.h"
+#include "project/FilePath.h"
+#include "project/LoadProject.h"
+#include "project/TextFile.h"
+#include "project/Workspace.h"
+#include "screens/Messages.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <ostream>
+#include <set>
+#include <vector>
+
+namespace {
+
+struct Project {
+    std::string name, from, to, remark;
+};
+
+constexpr TypedColumn kTyped[] = {{1, "from", CellKind::Stake}, {2, "to", CellKind::Stake}};
+
+/// Boxes of a load: what they say belongs to the project at hand.
+class RemarkDesk final : public Desk {
+public:
+    explicit RemarkDesk(std::string& remark) : m_remark(remark) { setDesk(this); }
+    ~RemarkDesk() override { setDesk(&m_usual); }
+    RemarkDesk(const RemarkDesk&) = delete;
+    RemarkDesk& operator=(const RemarkDesk&) = delete;
+    bool box(const Msg& msg) override
+    {
+        m_remark = msg.text;
+        return msg.buttons == Msg::Ok;
+    }
+    void turn() override {}
+    std::optional<std::string> openFile(std::string_view) override { return std::nullopt; }
+    std::optional<std::string> saveFile(std::string_view) override { return std::nullopt; }
+
+private:
+    Desk& m_usual = desk();
+    std::string& m_remark;
+};
+
+std::string stakeText(double continuous)
+{
+    const NominalStake nominal = ToNominal(RoundHalfUp3(continuous));
+    return (nominal.secondPass ? "-" : "") + FormatStake(nominal.value);
+}
+
+/// Where the road begins and ends; the closing row lies this far beyond the end.
+void readEnds(Project& project)
+{
+    const bool byPoints = !gJdLc.empty();
+    if (gElemCount < 1) {
+        project.remark = "没有平曲线参数";
+        return;
+    }
+    project.from = stakeText(at(gElemLc, 0));
+    project.to = stakeText(at(gElemLc, gElemCount) - (byPoints ? 0.01 : 0.0001));
+}
+
+Project look(const std::string& name)
+{
+    Project project{name, {}, {}, {}};
+    if (!FolderExists(ProjectPath(name))) {
+        project.remark = "项目的参数文件夹不存在";
+        return project;
+    }
+    const RemarkDesk quiet(project.remark);
+    shared = {};
+    gProject = name;
+    try {
+        LoadProjectInMemory();
+        readEnds(project);
+    } catch (const LoadWouldHang& hang) {
+        project.remark = hang.file + "没有一行含有逗号，打开项目时程序会停住不动";
+    } catch (const RunTimeError& error) {
+        project.remark = error.what();
+    }
+    shared = {};
+    return project;
+}
+
+/// The catalogue in its order, then folders that it does not name.
+std::vector<std::string> projectNames()
+{
+    std::vector<std::string> names;
+    const std::string catalogue = WorkspacePath() + "/项目名称.txt";
+    if (FileExists(catalogue))
+        for (const auto& line : SplitLines(ReadBytes(catalogue)))
+            if (!line.empty()) names.push_back(Utf8FromCp936(line));
+    std::set<std::string> unlisted;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(filePath(WorkspacePath()), error), end; !error && entry != end;
+         entry.increment(error)) {
+        const auto name = entry->path().filename().u8string();
+        if (entry->is_directory(error)) unlisted.insert({name.begin(), name.end()});
+    }
+    for (const auto& name : names) unlisted.erase(name);
+    names.insert(names.end(), unlisted.begin(), unlisted.end());
+    return names;
+}
+
+int run(const Call& call)
+{
+    if (!FolderExists(WorkspacePath())) {
+        call.err << "没有工作目录：" << WorkspacePath() << '\n';
+        return kRefused;
+    }
+    SetHang(Hang::Throw);
+    GridText grid;
+    const auto names = projectNames();
+    grid.setCols(4);
+    grid.setRows(static_cast<int>(names.size()) + 1);
+    const auto put = [&grid](int row, const Project& project) {
+        int col = 0;
+        for (const auto& text : {project.name, project.from, project.to, project.remark})
+            grid.setText(row, col++, text);
+    };
+    put(0, {"项目", "起点", "终点", "说明"});
+    int row = 0;
+    for (const auto& name : names) put(++row, look(name));
+
+    const OutputTable table{grid, {}, kTyped};
+    const std::string path = call.args.value("-o");
+    if (!path.empty())
+        return WriteOutput(call, path, [&] { return FileBytes(path, table, call.format); }) ? kDone : kRefused;
+    call.out << Rendered(table, call.format);
+    return kDone;
+}
+
+}  // namespace
+
+const Command kListCommand{
+    .name = "list",
+    .summary = "列出工作目录里的项目",
+    .help = R"(每个项目一行，带平曲线的起点和终点里程；读不出里程的项目在说明一栏写出原因。
+先按项目列表的次序，再列出参数文件里有而项目列表里没有的目录。不改动任何文件。
+
+例子：
+  velumark-calc list
+  velumark-calc --workspace /data/某某高速 list --format json
+)",
+    .ways = {},
+    .options = {},
+    .needsProject = false,
+    .loads = false,
+    .forms = "table csv json",
+    .run = run,
+};
