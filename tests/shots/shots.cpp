@@ -7,6 +7,7 @@ int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
     applyHouseLook(app);
+    QApplication::setCursorFlashTime(0);  // the text cursor stands still, in every picture alike
     const QString folder = QString::fromLocal8Bit(argc > 1 ? argv[1] : ".");
     const QString suffix = QString::fromLocal8Bit(argc > 2 ? argv[2] : "");
     forEveryWindow([&](QWidget& window) {

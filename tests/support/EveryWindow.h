@@ -41,6 +41,7 @@
 #include "tools/frmZbzfs.h"
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QTemporaryDir>
 
@@ -65,10 +66,20 @@ public:
     std::optional<std::string> saveFile(std::string_view) override { return {}; }
 };
 
-inline void show(const Seen& seen, QWidget& window)
+/// Shows the window and waits until it has the focus. A field that is filled in before would keep its text cursor
+/// where another one gets it.
+inline void shown(QWidget& window)
 {
     window.show();
+    window.activateWindow();
+    for (const QDeadlineTimer patience(5000); !window.isActiveWindow() && !patience.hasExpired();)
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
     QApplication::processEvents();
+}
+
+inline void show(const Seen& seen, QWidget& window)
+{
+    shown(window);
     seen(window);
     window.hide();
 }
@@ -107,7 +118,7 @@ inline void click(QWidget& form, const char* button)
 inline void showScreens(const Seen& seen)
 {
     open<frmDgdZb>(seen, [](auto& form) {
-        form.show();
+        shown(form);
         pick(form, "comDgdCz", 0);
         for (const char* stake : {"12340", "12400", "12460"}) {
             type(form, {{"txtDgdZbFylc", stake}});
@@ -119,13 +130,13 @@ inline void showScreens(const Seen& seen)
         }
     });
     open<frmPlfy>(seen, [](auto& form) {
-        form.show();
+        shown(form);
         pick(form, "comPlzbCz", 0);
         type(form, {{"txtPlzbQdlc", "12300"}, {"txtPlzbZdlc", "12600"}, {"txtPlzbBc", "20"}, {"txtPlzbPj", "12.25"}});
         click(form, "butPlzbCalc");
     });
     open<frmFs>(seen, [](auto& form) {
-        form.show();
+        shown(form);
         for (const auto& [x, y] :
              {std::pair{"2856486.5", "512730.9"}, {"2856540.2", "512815.4"}, {"2856580.7", "512909.1"}}) {
             type(form, {{"txtFsx", x}, {"txtFsY", y}});
@@ -133,7 +144,7 @@ inline void showScreens(const Seen& seen)
         }
     });
     open<frmDgdGc>(seen, [](auto& form) {
-        form.show();
+        shown(form);
         for (const char* stake : {"12340", "12400", "12460"}) {
             type(form, {{"txtDgdGcFylc", stake}});
             for (const int side : {0, 1, 2}) {
@@ -144,12 +155,12 @@ inline void showScreens(const Seen& seen)
         }
     });
     open<frmPlGc>(seen, [](auto& form) {
-        form.show();
+        shown(form);
         type(form, {{"txtPlGcQdlc", "12300"}, {"txtPlGcZdlc", "12600"}, {"txtPlGcPj", "12.25"}, {"txtPlGcJj", "20"}});
         click(form, "butPlGcCalc");
     });
     frmJgw structures;
-    structures.show();
+    shown(structures);
     pick(structures, "comJgwCz", 0);
     check(structures, "cheJgwJj");
     type(structures, {{"txtJgwJj", "75"}, {"txtJgwKq", "4"}, {"txtJgwKh", "4"}, {"txtJgwZz", "9"}, {"txtJgwZy", "9"}});
@@ -229,7 +240,7 @@ inline void forEveryWindow(const every_window::Seen& seen)
     ExportForPhone("road1");
 
     open<frmMain>(seen, [](frmMain& form) {
-        form.show();
+        shown(form);
         form.findChild<ListBox*>(QStringLiteral("lstProjects"))->setCurrentRow(0);
         click(form, "cmdOpenProjects");
     });
