@@ -4,7 +4,18 @@ install(TARGETS velumark-calc RUNTIME DESTINATION . COMPONENT program)
 if(VM_QT)
     install(TARGETS velumark RUNTIME DESTINATION . COMPONENT program)
 endif()
-install(FILES LICENSE README.zh-CN.md DESTINATION . COMPONENT program)
+install(FILES LICENSE DESTINATION . COMPONENT program)
+
+# The page for users, with its picture beside it: what speaks of the source stays with the source.
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS README.zh-CN.md)
+set(readme ${CMAKE_BINARY_DIR}/readme)
+file(READ README.zh-CN.md page)
+string(REGEX REPLACE "<!-- source -->.*<!-- /source -->\n" "" page "${page}")
+string(REGEX REPLACE "<!-- installed ([^\n]*) -->" "\\1" page "${page}")
+string(REPLACE "docs/screens/frmMain.png" "主窗口.png" page "${page}")
+file(CONFIGURE OUTPUT ${readme}/README.zh-CN.md CONTENT "${page}" @ONLY NEWLINE_STYLE UNIX)
+configure_file(docs/screens/frmMain.png ${readme}/主窗口.png COPYONLY)
+install(DIRECTORY ${readme}/ DESTINATION . COMPONENT program)
 
 # The help: its chapters as one page with the pictures inside, beside the program.
 if(VM_QT)

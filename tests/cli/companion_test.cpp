@@ -317,6 +317,15 @@ TEST_F(Companion, AMissingProjectIsNamed)
     EXPECT_EQ(ran.err, "没有这个项目：/nowhere/at/all\n");
 }
 
+TEST_F(Companion, TheEndOfTheRoadGivesItsOwnPoint)
+{
+    // The last line of 示例一 holds the end point; its stake is where the tables of widths and heights end.
+    const auto ran =
+        bare({"--folder", VM_SOURCE_DIR "/samples/示例一", "coords", "--at", "18553.408", "--format", "csv"});
+    EXPECT_EQ(ran.code, 0);
+    EXPECT_NE(ran.out.find("2859337.032,517613.829"), std::string::npos) << ran.out;
+}
+
 TEST_F(Companion, AFileThatWouldHangTheProgramIsRefusedByNameAndLine)
 {
     workspace.write("断链参数.txt", "abc\r\ndef\r\n");

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""The help as it is installed: every link and picture resolves, every screen behind the menus has its chapter.
+"""The help as it is installed: every link and picture resolves, every screen behind the menus has its chapter, and
+what it says of breaks and of the road's end is so.
 
     help_test.py HELP.html SOURCE_DIR
 """
@@ -25,11 +26,30 @@ class Page(html.parser.HTMLParser):
             self.pictures.append(attrs)
 
 
+def words(text):
+    """短链: numbers are skipped, the road is shorter than they say. 长链: numbers stand there twice."""
+    faults = []
+    for kind, back, ahead in re.findall(r"([长短])链(?:\*\*|</strong>)?：来向 ?(\d+)，去向 ?(\d+)", text):
+        if (kind == "短") != (int(back) < int(ahead)):
+            faults.append("%s链 from %s to %s" % (kind, back, ahead))
+    for wrong in ("长链跳过", "短链重复", "有短链时，负号", "来向小于去向是长链", "来向大于去向是短链", "小为短链", "大为长链"):
+        if wrong in text:
+            faults.append("wrong way round: " + wrong)
+    if len(re.findall(r"[长短]链(?:\*\*|</strong>)?：来向", text)) < 4:
+        faults.append("the two breaks and their drawings are not explained")
+    # The closing row lies behind the end, which so has a point of its own.
+    if "减去 0.001" in text or "终点不属于任何一段" in text:
+        faults.append("the end of the road has its own point")
+    if "K0+257.89999999999" not in text:
+        faults.append("nothing about steps whose sums show")
+    return faults
+
+
 def main():
     page = Page()
     page.feed(pathlib.Path(sys.argv[1]).read_text(encoding="utf-8"))
     source = pathlib.Path(sys.argv[2])
-    faults = []
+    faults = words(pathlib.Path(sys.argv[1]).read_text(encoding="utf-8"))
     for link in page.links:
         if not link.startswith("#") or link[1:] not in page.ids:
             faults.append("link to nowhere: " + link)
