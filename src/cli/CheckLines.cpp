@@ -1,12 +1,10 @@
 #include "cli/CheckLines.h"
 
-#include "engine/RunTimeError.h"
-#include "project/FilePath.h"
+#include "project/FileBytes.h"
+#include "project/FileError.h"
 #include "project/TextFile.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
 
 namespace {
 
@@ -81,13 +79,11 @@ FileText ReadFile(const std::string& folder, const std::string& name, Findings& 
 {
     const std::string path = folder + "/" + name;
     FileText file;
-    std::error_code error;
-    file.missing =
-        std::filesystem::symlink_status(filePath(path), error).type() == std::filesystem::file_type::not_found;
+    file.missing = !FileExists(path);
     try {
         if (!file.missing) file.bytes = ReadBytes(path);
-    } catch (const RunTimeError& failure) {
-        findings.add(name, 0, 0, std::string("文件无法读取：") + failure.what(), Severity::Error);
+    } catch (const FileError& failure) {
+        findings.add(name, 0, 0, "文件无法读取：" + std::string(failure.reason()), Severity::Error);
     }
     return file;
 }
