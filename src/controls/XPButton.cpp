@@ -41,6 +41,12 @@ const std::array<StoredProperty, 11>& storedProperties()
     return properties;
 }
 
+/// A press can come late: the box that it left has raised a message, and the release went there.
+bool isStillHeld(const QMouseEvent& press)
+{
+    return !press.spontaneous() || QGuiApplication::mouseButtons().testFlag(press.button());
+}
+
 int buttonsHeld(Qt::MouseButtons buttons)
 {
     int held = 0;
@@ -294,7 +300,7 @@ void XPButton::mousePressEvent(QMouseEvent* event)
     const QPoint at = event->position().toPoint();
     const QPointer<XPButton> alive(this);
     emit MouseDown(mouseButton(event->button()), shiftState(event->modifiers()), at.x(), at.y());
-    if (alive && event->button() == Qt::LeftButton) set(m_state.pressed, true);
+    if (alive && event->button() == Qt::LeftButton && isStillHeld(*event)) set(m_state.pressed, true);
 }
 
 void XPButton::mouseMoveEvent(QMouseEvent* event)

@@ -24,6 +24,7 @@
 #include <QButtonGroup>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QRadioButton>
 
 #include <utility>
@@ -54,7 +55,7 @@ frmSelect::frmSelect(QWidget* parent) : Form(QStringLiteral("frmSelect"), QStrin
     auto* options = new QGridLayout;
     options->setHorizontalSpacing(48);
     options->setVerticalSpacing(house::kMargin);
-    auto* optCs = new QButtonGroup(this);
+    auto* optCs = m_options = new QButtonGroup(this);
     optCs->setObjectName(QStringLiteral("optCs"));
     for (int index = 0; index < std::ssize(kWizardOptions); ++index) {
         const auto caption = std::string(kWizardOptions[static_cast<std::size_t>(index)].caption);
@@ -77,6 +78,24 @@ frmSelect::frmSelect(QWidget* parent) : Form(QStringLiteral("frmSelect"), QStrin
 
     house::arrange(*this, {frame, house::buttonRow({next, back})});
     setMinimumWidth(360);
+}
+
+/// Up and down go through all options in their order, from column to column; left and right between the columns.
+bool frmSelect::eventFilter(QObject* watched, QEvent* event)
+{
+    auto* option = qobject_cast<QRadioButton*>(watched);
+    if (event->type() == QEvent::KeyPress && option && m_options && m_options->id(option) >= 0) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        const int step = key.key() == Qt::Key_Down ? 1 : key.key() == Qt::Key_Up ? -1 : 0;
+        if (step != 0 && !(key.modifiers() & ~Qt::KeypadModifier)) {
+            const auto count = static_cast<int>(kWizardOptions.size());
+            auto* next = m_options->button((m_options->id(option) + step + count) % count);
+            next->setFocus(Qt::TabFocusReason);
+            next->setChecked(true);
+            return true;
+        }
+    }
+    return Form::eventFilter(watched, event);
 }
 
 void frmSelect::cmdSelectNext_Click()

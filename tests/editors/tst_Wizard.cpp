@@ -205,6 +205,29 @@ private slots:
         QCOMPARE(name, "frmSqx");
     }
 
+    void theDownKeyGoesThroughAllElevenOptions()
+    {
+        const Opened<frmSelect> e{{kSettings, kSet}};
+        const auto chosen = [&] {
+            QStringList names;
+            for (const auto* option : e.form.findChildren<QRadioButton*>())
+                if (option->isChecked()) names << option->objectName();
+            return names;
+        };
+        for (const auto& [key, step] : {std::pair{Qt::Key_Down, 1}, {Qt::Key_Up, 10}}) {
+            int at = 0;
+            for (int i = 0; i < 11; ++i) {
+                QCOMPARE(e.form.focusWidget()->objectName(), QStringLiteral("optCs%1").arg(at));
+                QCOMPARE(chosen(), QStringList{e.form.focusWidget()->objectName()});
+                QTest::keyClick(e.form.focusWidget(), key);
+                at = (at + step) % 11;
+            }
+            QCOMPARE(at, 0);
+        }
+        for (int i = 0; i < 8; ++i) QTest::keyClick(e.form.focusWidget(), Qt::Key_Down);
+        QCOMPARE(next(e.form), "frmTfy");
+    }
+
     // frmPqxSelect, frmSelectCg
 
     void controlsOfTheModelChoice()
@@ -368,6 +391,27 @@ private slots:
         QCOMPARE(e.desk.last(), (Msg{"挖方最大坡度级数不能大于10！", "注意", Icon::Exclamation}));
         QCOMPARE(cut.text(), "");
         QCOMPARE(e.desk.messages.size(), 2u);
+    }
+
+    /// The release of the click that left the box goes to the message.
+    void aButtonDoesNotStayPressedAfterARefusalOnLeavingABox()
+    {
+        for (const auto* name : {"cmdBpjsOk", "cmdPdjsCancel"}) {
+            Opened<frmBpjs> e{{kSettings, kUnset}};
+            auto& cut = named<QLineEdit>(e.form, "txtWfJs");
+            auto& button = named<XPButton>(e.form, name);
+            cut.setFocus();
+            QTest::keyClicks(&cut, "11");
+            QWidget message;
+            e.desk.onBox = [&] { QTest::mouseRelease(&message, Qt::LeftButton); };
+            QTest::mousePress(&button, Qt::LeftButton);
+            QCOMPARE(e.desk.messages.size(), 1u);
+            QVERIFY(!button.Pressed());
+            QVERIFY(cut.hasFocus());
+            QTest::mouseClick(&button, Qt::LeftButton);  // and clicks as ever
+            QCOMPARE(e.form.isVisible(), QByteArray(name) == "cmdBpjsOk");
+            QVERIFY(!button.Pressed());
+        }
     }
 
     void fiveAndTenPassAndSoDoesAnEmptyBox()
