@@ -7,6 +7,12 @@
 #include <utility>
 #include <vector>
 
+/// The bytes that a file gave for a text, where the text alone would not give them back.
+struct KeptBytes {
+    std::string shown;
+    std::string bytes;
+};
+
 class GridText {
 public:
     int rows() const { return static_cast<int>(m_rows.size()); }
@@ -18,20 +24,37 @@ public:
     const std::string& text(int row, int col) const
     {
         static const std::string none;
-        const auto& cells = m_rows[static_cast<std::size_t>(row)];
+        const auto& cells = m_rows[static_cast<std::size_t>(row)].texts;
         return static_cast<std::size_t>(col) < cells.size() ? cells[static_cast<std::size_t>(col)] : none;
     }
     void setText(int row, int col, std::string text)
     {
-        auto& cells = m_rows[static_cast<std::size_t>(row)];
+        auto& cells = m_rows[static_cast<std::size_t>(row)].texts;
         if (cells.size() <= static_cast<std::size_t>(col))
             cells.resize(static_cast<std::size_t>(m_cols > col ? m_cols : col + 1));
         cells[static_cast<std::size_t>(col)] = std::move(text);
     }
-    void insertRow(int before) { m_rows.insert(m_rows.begin() + before, std::vector<std::string>{}); }
+    void insertRow(int before) { m_rows.insert(m_rows.begin() + before, Row{}); }
     void removeRow(int row) { m_rows.erase(m_rows.begin() + row); }
 
+    /// The bytes of the cell's present text. They go with their row, and stay whatever is written over the text.
+    void keepBytes(int row, int col, std::string bytes)
+    {
+        m_rows[static_cast<std::size_t>(row)].kept.emplace_back(col, KeptBytes{text(row, col), std::move(bytes)});
+    }
+    /// nullptr where none were kept.
+    const KeptBytes* keptBytes(int row, int col) const
+    {
+        for (const auto& [at, kept] : m_rows[static_cast<std::size_t>(row)].kept)
+            if (at == col) return &kept;
+        return nullptr;
+    }
+
 private:
-    std::vector<std::vector<std::string>> m_rows = std::vector<std::vector<std::string>>(1);
+    struct Row {
+        std::vector<std::string> texts;
+        std::vector<std::pair<int, KeptBytes>> kept;  // by column
+    };
+    std::vector<Row> m_rows = std::vector<Row>(1);
     int m_cols = 0;
 };

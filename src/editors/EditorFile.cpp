@@ -7,27 +7,36 @@
 #include "project/Workspace.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
 
-/// Fields as texts; those that the code page does not know are remembered with their bytes.
-std::vector<std::string> texts(const std::string& line, std::map<std::string, std::string>& damaged)
+struct Field {
+    std::string text;
+    std::optional<std::string> bytes;  ///< where the code page does not know them
+};
+
+std::vector<Field> fieldsOf(const std::string& line)
 {
-    std::vector<std::string> fields = SplitFields(line);
-    for (std::string& field : fields) {
-        std::string text = Utf8FromCp936(field), back;
-        if (!attempt([&] { back = Cp936FromUtf8(text); }) || back != field) damaged.emplace(text, field);
-        field = std::move(text);
+    std::vector<Field> fields;
+    for (std::string& bytes : SplitFields(line)) {
+        Field field{Utf8FromCp936(bytes), {}};
+        std::string back;
+        if (!attempt([&] { back = Cp936FromUtf8(field.text); }) || back != bytes) field.bytes = std::move(bytes);
+        fields.push_back(std::move(field));
     }
     return fields;
 }
 
-std::string bytesOf(std::string_view text, const std::map<std::string, std::string>& damaged)
+/// A cell that was merely entered and left has lost the blanks around its text, and so do its bytes.
+std::string bytesOf(std::string_view text, const KeptBytes* kept)
 {
-    const auto kept = damaged.find(std::string(text));
-    return kept != damaged.end() ? kept->second : Cp936FromUtf8(text);
+    if (kept && text == kept->shown) return kept->bytes;
+    if (kept && text == Trim(kept->shown)) return std::string(Trim(kept->bytes));
+    return Cp936FromUtf8(text);
 }
 
 /// What a cell gives to its line: a line end in it cuts it off.
@@ -52,9 +61,14 @@ bool someRowIncomplete(const EditorTable& table, const GridText& cells)
     return false;
 }
 
-bool inCodePage(std::string_view text, const std::map<std::string, std::string>& damaged)
+bool inCodePage(std::string_view text, const KeptBytes* kept)
 {
-    return attempt([&] { bytesOf(text, damaged); });
+    return attempt([&] { bytesOf(text, kept); });
+}
+
+const KeptBytes* keptOf(const std::vector<KeptBytes>& frames, std::size_t box)
+{
+    return box < frames.size() && !frames[box].bytes.empty() ? &frames[box] : nullptr;
 }
 
 Outcome refusal(std::string text, std::string_view field = {})
@@ -64,15 +78,15 @@ Outcome refusal(std::string text, std::string_view field = {})
 
 /// A text that the file cannot hold is named before anything is touched.
 Outcome checkCodePage(const EditorTable& table, const GridText& cells, const std::vector<std::string>& frameTexts,
-                      const std::map<std::string, std::string>& damaged)
+                      const std::vector<KeptBytes>& keptFrames)
 {
     const auto boxes = table.frameBoxes();
     for (std::size_t i = 0; i < boxes.size(); ++i)
-        if (!inCodePage(frameTexts[i], damaged))
+        if (!inCodePage(frameTexts[i], keptOf(keptFrames, i)))
             return refusal("“" + std::string(boxes[i].label) + "”中有文件不能保存的字符！", boxes[i].control);
     for (int row = 1; row < cells.rows(); ++row)
         for (int col = 1; col <= table.lastColumn(); ++col)
-            if (!inCodePage(upToLineEnd(cells.text(row, col)), damaged))
+            if (!inCodePage(upToLineEnd(cells.text(row, col)), cells.keptBytes(row, col)))
                 return refusal("第 " + std::to_string(row) + " 行“" +
                                table.columns[static_cast<std::size_t>(col)].header + "”中有文件不能保存的字符！");
     return {};
@@ -85,24 +99,36 @@ EditorContent EditorContentOf(const EditorTable& table, std::string_view bytes)
     EditorContent content;
     const auto boxes = table.frameBoxes();
     content.frameTexts.resize(boxes.size());
+    content.keptFrames.resize(boxes.size());
     const std::vector<std::string> lines = SplitLines(bytes);
     const std::ptrdiff_t last = LastCommaLine(lines);
     if (last >= 0) {
         std::ptrdiff_t first = 0, end = last + 1;
         if (!table.frames.empty()) {
-            auto box = content.frameTexts.begin();
+            std::size_t box = 0;
             for (const auto& [frame, line] :
                  {std::pair{&table.frames.front(), std::ptrdiff_t{0}}, std::pair{&table.frames.back(), last}}) {
-                const auto fields = texts(at(lines, line), content.damaged);
-                for (std::size_t i = 0; i < frame->boxes.size(); ++i, ++box)
-                    if (i < fields.size()) *box = fields[i];
+                auto fields = fieldsOf(at(lines, line));
+                for (std::size_t i = 0; i < frame->boxes.size(); ++i, ++box) {
+                    if (i >= fields.size()) continue;
+                    content.frameTexts[box] = fields[i].text;
+                    if (fields[i].bytes) content.keptFrames[box] = {fields[i].text, *fields[i].bytes};
+                }
             }
             first = 1;
             end = last;
         }
+        const auto columns = static_cast<std::size_t>(std::max(0, table.lastColumn()));
         for (std::ptrdiff_t i = first; i < end; ++i) {
-            content.rows.push_back(texts(at(lines, i), content.damaged));
-            content.rows.back().resize(static_cast<std::size_t>(std::max(0, table.lastColumn())));
+            auto fields = fieldsOf(at(lines, i));
+            fields.resize(columns);
+            auto& row = content.rows.emplace_back();
+            for (Field& field : fields) {
+                row.push_back(std::move(field.text));
+                if (field.bytes)
+                    content.keptCells.push_back(
+                        {static_cast<int>(content.rows.size()), static_cast<int>(row.size()), std::move(*field.bytes)});
+            }
         }
     }
     if (content.rows.empty()) content.rows.emplace_back(static_cast<std::size_t>(std::max(0, table.lastColumn())));
@@ -130,20 +156,21 @@ Outcome CheckEditor(const EditorTable& table, const GridText& cells, const std::
 }
 
 std::string EditorBytes(const EditorTable& table, const GridText& cells, const std::vector<std::string>& frameTexts,
-                        const std::map<std::string, std::string>& damaged)
+                        const std::vector<KeptBytes>& keptFrames)
 {
     std::string file;
     std::size_t box = 0;
     const auto addFrame = [&](const EditorFrame& frame) {
         for (std::size_t i = 0; i < frame.boxes.size(); ++i, ++box)
-            file.append(i == 0 ? "" : ",").append(bytesOf(Trim(frameTexts[box]), damaged));
+            file.append(i == 0 ? "" : ",").append(bytesOf(Trim(frameTexts[box]), keptOf(keptFrames, box)));
         file += kLineEnd;
     };
     if (!table.frames.empty()) addFrame(table.frames.front());
     for (int row = 1; row < cells.rows(); ++row) {
         if (empty(cells, row, table.writtenBy())) continue;
         for (int col = 1; col <= table.lastColumn(); ++col)
-            file.append(col == 1 ? "" : ",").append(bytesOf(upToLineEnd(cells.text(row, col)), damaged));
+            file.append(col == 1 ? "" : ",")
+                .append(bytesOf(upToLineEnd(cells.text(row, col)), cells.keptBytes(row, col)));
         for (int field = table.lastColumn(); field < table.fields; ++field) file += ",0";
         file += kLineEnd;
     }
@@ -152,10 +179,10 @@ std::string EditorBytes(const EditorTable& table, const GridText& cells, const s
 }
 
 Outcome SaveEditor(const EditorTable& table, const GridText& cells, const std::vector<std::string>& frameTexts,
-                   const std::map<std::string, std::string>& damaged)
+                   const std::vector<KeptBytes>& keptFrames)
 {
     if (Outcome refused = CheckEditor(table, cells, frameTexts); !refused) return refused;
-    if (Outcome refused = checkCodePage(table, cells, frameTexts, damaged); !refused) return refused;
-    WriteBytes(ParameterFile(std::string(table.file)), EditorBytes(table, cells, frameTexts, damaged));
+    if (Outcome refused = checkCodePage(table, cells, frameTexts, keptFrames); !refused) return refused;
+    WriteBytes(ParameterFile(std::string(table.file)), EditorBytes(table, cells, frameTexts, keptFrames));
     return {};
 }

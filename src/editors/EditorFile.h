@@ -5,17 +5,21 @@
 #include "desk/Outcome.h"
 #include "editors/EditorTable.h"
 
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
-/// What an editor shows of its file. Texts are UTF-8.
+/// What an editor shows of its file. Texts are UTF-8. Fields whose bytes the code page does not know are shown as far
+/// as they can be read, and keep their bytes as long as nobody changes them.
 struct EditorContent {
+    struct Kept {
+        int row, col;  ///< as in the grid
+        std::string bytes;
+    };
     std::vector<std::vector<std::string>> rows;  ///< cells from column 1 on; one blank row at least
-    std::vector<std::string> frameTexts;         ///< of the frame boxes, first line's before last line's
-    /// Fields whose bytes the code page does not know: shown text -> bytes, so that an unchanged field keeps them.
-    std::map<std::string, std::string> damaged;
+    std::vector<Kept> keptCells;
+    std::vector<std::string> frameTexts;  ///< of the frame boxes, first line's before last line's
+    std::vector<KeptBytes> keptFrames;    ///< by frame box; empty where its text says all
 };
 
 /// The content of a file with these bytes. The last line that holds a comma is the last one that counts.
@@ -28,7 +32,7 @@ Outcome CheckEditor(const EditorTable& table, const GridText& cells, const std::
 /// The whole file: first line, each row whose last column but one is not empty, last line.
 /// @throws TypeMismatch where a text has no place in the code page
 std::string EditorBytes(const EditorTable& table, const GridText& cells, const std::vector<std::string>& frameTexts,
-                        const std::map<std::string, std::string>& damaged = {});
+                        const std::vector<KeptBytes>& keptFrames = {});
 /// Checks, then writes the table's file in the open project in one go. @throws file errors
 Outcome SaveEditor(const EditorTable& table, const GridText& cells, const std::vector<std::string>& frameTexts,
-                   const std::map<std::string, std::string>& damaged = {});
+                   const std::vector<KeptBytes>& keptFrames = {});

@@ -176,7 +176,7 @@ void EditorForm::cmdSave_Click()
         if (boxHasCell() && !boxText().empty()) writeCell(CurRow, CurCol, boxText());
         std::vector<std::string> frameTexts;
         for (const QLineEdit* box : m_frameBoxes) frameTexts.push_back(toUtf8(box->text()));
-        if (const Outcome saved = SaveEditor(m_table, m_grid->text(), frameTexts, m_damaged); !saved)
+        if (const Outcome saved = SaveEditor(m_table, m_grid->text(), frameTexts, m_keptFrames); !saved)
             return refuse(*saved.refusal);
         desk().box({"数据保存成功！", "", Icon::Information});
         Edited = false;

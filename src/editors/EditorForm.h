@@ -8,7 +8,6 @@
 #include "platform/Form.h"
 
 #include <cstdint>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -73,9 +72,12 @@ private:
     void scrollToBox();
     bool boxNeeds(const QKeyEvent& key) const;
     bool moveByKey(const QKeyEvent& key);
+    bool paste(QObject* into, const QString& text);
     bool pasteBlock(const QString& text);
-    void spreadOverFrames(std::size_t at);
+    bool pasteOverFrames(std::size_t at, const QString& text);
+    bool pasteEvent(QObject* watched, QEvent* event);
     void showBoxMenu(const QPoint& at);
+    void showFrameMenu(QLineEdit& box, const QPoint& at);
 
     void makeControls();
     QLayout* makeFrames();
@@ -85,5 +87,5 @@ private:
     QLineEdit* m_box = nullptr;
     std::vector<QLineEdit*> m_frameBoxes;
     QBoxLayout* m_buttons = nullptr;
-    std::map<std::string, std::string> m_damaged;  // see EditorContent
+    std::vector<KeptBytes> m_keptFrames;  // see EditorContent
 };

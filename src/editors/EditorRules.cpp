@@ -52,34 +52,57 @@ bool startFromBlock(Overlay& cells, int block, bool continuousStakes)
     return true;
 }
 
-std::vector<std::string_view> pieces(std::string_view text, char separator)
+bool isLineEnd(char c) { return c == '\r' || c == '\n'; }
+
+/// Takes what stands before the first of `ends` off the front.
+std::string_view takeUpTo(std::string_view& text, std::string_view ends)
 {
-    std::vector<std::string_view> all;
-    for (std::size_t start = 0;;) {
-        const std::size_t end = text.find(separator, start);
-        all.push_back(text.substr(start, end - start));
-        if (end == text.npos) return all;
-        start = end + 1;
-    }
+    const std::string_view taken = text.substr(0, text.find_first_of(ends));
+    text.remove_prefix(taken.size());
+    return taken;
 }
 
-/// Rows of cells, trimmed. The line end after the last row starts no further one.
-std::vector<std::vector<std::string_view>> block(std::string_view text)
+/// Takes a line end off the front; false where none stands there.
+bool takeLineEnd(std::string_view& text)
 {
-    if (text.ends_with('\n')) text.remove_suffix(1);
-    std::vector<std::vector<std::string_view>> rows;
-    for (std::string_view line : pieces(text, '\n')) {
-        if (line.ends_with('\r')) line.remove_suffix(1);
-        rows.push_back(pieces(line, '\t'));
-        for (std::string_view& cell : rows.back()) cell = Trim(cell);
+    if (text.empty() || !isLineEnd(text.front())) return false;
+    text.remove_prefix(text.starts_with("\r\n") ? 2 : 1);
+    return true;
+}
+
+/// Takes a quoted cell off the front: one with a tab or a line end in it, as a spreadsheet hands it over. Each of them
+/// becomes a blank. Nothing where the quotes are part of the text.
+std::optional<std::string> takeQuoted(std::string_view& text)
+{
+    std::string_view rest = text;
+    if (!rest.starts_with('"')) return std::nullopt;
+    rest.remove_prefix(1);
+    std::string cell;
+    bool needsQuotes = false;
+    while (!rest.empty() && (!rest.starts_with('"') || rest.starts_with("\"\""))) {
+        const char c = rest.front();
+        if (takeLineEnd(rest)) {
+            cell += ' ';
+            needsQuotes = true;
+            continue;
+        }
+        needsQuotes = needsQuotes || c == '\t';
+        cell += c == '\t' ? ' ' : c;
+        rest.remove_prefix(c == '"' ? 2 : 1);
     }
-    return rows;
+    if (!needsQuotes || rest.empty()) return std::nullopt;
+    rest.remove_prefix(1);
+    if (!rest.empty() && rest.front() != '\t' && !isLineEnd(rest.front())) return std::nullopt;
+    text = rest;
+    return cell;
 }
 
 std::string place(const EditorTable& table, int row, int col)
 {
     return "第 " + std::to_string(row) + " 行“" + table.columns[static_cast<std::size_t>(col)].header + "”";
 }
+
+Msg pasteRefused(const std::string& why) { return Notice("粘贴已取消：" + why); }
 
 }  // namespace
 
@@ -134,31 +157,58 @@ FillIn FillInRow(const EditorTable& table, const GridText& grid, int row, MouseR
 
 bool IsBlock(std::string_view text) { return text.find_first_of("\t\r\n") != text.npos; }
 
+std::vector<std::vector<std::string>> BlockCells(std::string_view text)
+{
+    std::vector<std::vector<std::string>> rows(1);
+    for (;;) {
+        std::optional<std::string> quoted = takeQuoted(text);
+        rows.back().emplace_back(Trim(quoted ? std::string_view(*quoted) : takeUpTo(text, "\t\r\n")));
+        if (takeLineEnd(text)) {
+            if (text.empty()) return rows;
+            rows.emplace_back();
+        } else if (text.empty()) {
+            return rows;
+        } else {
+            text.remove_prefix(1);  // the tab
+        }
+    }
+}
+
 BlockPaste PlanPaste(const EditorTable& table, const GridText& cells, int row, int col, std::string_view text)
 {
     BlockPaste paste{.rows = cells.rows()};
-    const auto refuse = [](std::string why) {
-        BlockPaste refused;
-        refused.refusal = Notice("粘贴已取消：" + std::move(why));
-        return refused;
-    };
-    for (const auto& line : block(text)) {
+    const auto refuse = [](const std::string& why) { return BlockPaste{.refusal = pasteRefused(why)}; };
+    for (const auto& line : BlockCells(text)) {
         if (row > kMaxRow) return refuse("超过了 " + std::to_string(kMaxRow) + " 行！");
         int at = col;
-        for (const std::string_view cell : line) {
+        for (const std::string& cell : line) {
             if (at > table.lastColumn()) {
-                if (!cell.empty())
-                    return refuse("第 " + std::to_string(row) + " 行的“" + std::string(cell) + "”超出了最后一列！");
+                if (!cell.empty()) return refuse("第 " + std::to_string(row) + " 行的“" + cell + "”超出了最后一列！");
                 continue;
             }
             const auto accepts = KeySetOf(table.columns[static_cast<std::size_t>(at)].filter);
             if (accepts && !std::all_of(cell.begin(), cell.end(), [&](unsigned char c) { return accepts(c); }))
-                return refuse(place(table, row, at) + "不能填“" + std::string(cell) + "”！");
-            if (!cell.empty() || table.canBlank) paste.cells.push_back({row, at, std::string(cell)});
+                return refuse(place(table, row, at) + "不能填“" + cell + "”！");
+            if (!cell.empty() || table.canBlank) paste.cells.push_back({row, at, cell});
             ++at;
         }
         ++row;
     }
     paste.rows = std::max(paste.rows, row);
+    return paste;
+}
+
+FramePaste PlanFramePaste(const EditorTable& table, std::size_t box, std::string_view text)
+{
+    const auto boxes = table.frameBoxes();
+    FramePaste paste;
+    for (const auto& line : BlockCells(text))
+        for (const std::string& cell : line) {
+            if (!cell.empty() && box >= boxes.size())
+                return {.refusal = pasteRefused("“" + cell + "”超出了最后一个输入框“" +
+                                                std::string(boxes.back().label) + "”！")};
+            if (!cell.empty()) paste.texts.emplace_back(box, cell);
+            ++box;
+        }
     return paste;
 }

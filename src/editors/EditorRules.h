@@ -6,9 +6,11 @@
 #include "desk/Outcome.h"
 #include "editors/EditorTable.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// A text for a cell of the grid.
@@ -40,16 +42,26 @@ struct FillIn {
 ///        continuous, and from the row itself in the second, with its stakes as they stand.
 FillIn FillInRow(const EditorTable& table, const GridText& cells, int row, MouseRule branch);
 
-/// A block from a spreadsheet, cells between tabs, rows between line ends.
+/// True for a text that is a block from a spreadsheet: it holds a tab or a line end.
+bool IsBlock(std::string_view text);
+/// Its rows of cells, trimmed. The line end after the last row starts no further one; a quoted cell with line ends
+/// inside is one cell, each of them a blank.
+std::vector<std::vector<std::string>> BlockCells(std::string_view text);
+
 struct BlockPaste {
     std::vector<CellText> cells = {};
     int rows = 0;                     ///< that the grid must have to hold them
     std::optional<Msg> refusal = {};  ///< nothing is to be written then
 };
-/// True for a text that is a block: it holds a tab or a line end.
-bool IsBlock(std::string_view text);
 /// The block with its first cell at (row, col). Empty pieces follow the rule of an emptied box.
 BlockPaste PlanPaste(const EditorTable& table, const GridText& cells, int row, int col, std::string_view text);
+
+struct FramePaste {
+    std::vector<std::pair<std::size_t, std::string>> texts = {};  ///< frame box and its new text
+    std::optional<Msg> refusal = {};                              ///< nothing is to be written then
+};
+/// The block over the frame boxes from `box` on, cell after cell. An empty piece leaves its box as it is.
+FramePaste PlanFramePaste(const EditorTable& table, std::size_t box, std::string_view text);
 
 /// The highest row that the 16-bit members of an editor can name.
 inline constexpr int kMaxRow = 32767;

@@ -105,7 +105,6 @@ QLayout* EditorForm::makeFrames()
             house::fitDigits(box);
             filterKeys(box, IsSignedDecimalKey);
             on(box, &QLineEdit::textChanged, [this] { Edited = true; });
-            on(box, &QLineEdit::textEdited, [this, at = m_frameBoxes.size()] { spreadOverFrames(at); });
             m_frameBoxes.push_back(box);
             fields.emplace_back(fromUtf8(std::string(field.label)), box);
         }
@@ -128,7 +127,7 @@ XPButton* EditorForm::addButton(const char* name, const QString& caption)
 void EditorForm::Form_Load()
 {
     EditorContent content = LoadEditor(m_table);
-    m_damaged = std::move(content.damaged);
+    m_keptFrames = std::move(content.keptFrames);
     if (!m_table.columns.empty()) {
         m_grid->setCols(static_cast<int>(m_table.columns.size()));
         for (int col = 0; col <= m_table.lastColumn(); ++col) {
@@ -143,6 +142,7 @@ void EditorForm::Form_Load()
     m_grid->holdBack(true);
     for (std::vector<std::string>& row : content.rows) m_grid->appendRow(std::move(row));
     m_grid->holdBack(false);
+    for (EditorContent::Kept& kept : content.keptCells) m_grid->keepBytes(kept.row, kept.col, std::move(kept.bytes));
     m_grid->scrollToTop();
     for (std::size_t i = 0; i < m_frameBoxes.size(); ++i) m_frameBoxes[i]->setText(fromUtf8(content.frameTexts[i]));
     RenumberGrid(*m_grid);

@@ -7,12 +7,14 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
+#include <QDropEvent>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMimeData>
 #include <QMouseEvent>
-#include <QRegularExpression>
 
 #include <algorithm>
+#include <memory>
 
 namespace {
 
@@ -106,15 +108,49 @@ bool EditorForm::pasteBlock(const QString& text)
     return true;
 }
 
-/// Cells pasted from a spreadsheet into a frame box go into that box and those after it.
-void EditorForm::spreadOverFrames(std::size_t at)
+/// Cells pasted from a spreadsheet into a frame box go into that box and those after it, a single one where the cursor
+/// stands. False where the text is no block.
+bool EditorForm::pasteOverFrames(std::size_t at, const QString& text)
 {
-    static const QRegularExpression between(QStringLiteral("[\\t\\r\\n]+"));
-    if (!IsBlock(toUtf8(m_frameBoxes[at]->text()))) return;
-    const QStringList pieces = m_frameBoxes[at]->text().split(between, Qt::SkipEmptyParts);
-    m_frameBoxes[at]->clear();
-    for (const QString& piece : pieces)
-        if (at < m_frameBoxes.size()) m_frameBoxes[at++]->setText(piece);
+    if (!IsBlock(toUtf8(text))) return false;
+    if (const auto cells = BlockCells(toUtf8(text)); cells.size() == 1 && cells.front().size() == 1) {
+        m_frameBoxes[at]->insert(fromUtf8(cells.front().front()));
+        return true;
+    }
+    const FramePaste paste = PlanFramePaste(m_table, at, toUtf8(text));
+    if (paste.refusal) desk().box(*paste.refusal);
+    for (const auto& [box, piece] : paste.texts) m_frameBoxes[box]->setText(fromUtf8(piece));
+    return true;
+}
+
+/// False where the text goes in as any other.
+bool EditorForm::paste(QObject* into, const QString& text)
+{
+    const auto frame = std::find(m_frameBoxes.begin(), m_frameBoxes.end(), into);
+    return frame == m_frameBoxes.end() ? pasteBlock(text)
+                                       : pasteOverFrames(static_cast<std::size_t>(frame - m_frameBoxes.begin()), text);
+}
+
+/// A block on its way in, however it comes: by key, by the middle button, dropped.
+bool EditorForm::pasteEvent(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::KeyPress:
+        return static_cast<QKeyEvent*>(event)->matches(QKeySequence::Paste) &&
+               paste(watched, QApplication::clipboard()->text());
+    case QEvent::MouseButtonRelease:
+        return static_cast<QMouseEvent*>(event)->button() == Qt::MiddleButton && watched != m_grid &&
+               paste(watched, QApplication::clipboard()->text(QClipboard::Selection));
+    case QEvent::Drop: {
+        auto& drop = *static_cast<QDropEvent*>(event);
+        if (!paste(watched, drop.mimeData()->text())) return false;
+        drop.setDropAction(Qt::CopyAction);
+        drop.accept();
+        return true;
+    }
+    default:
+        return false;
+    }
 }
 
 void EditorForm::showBoxMenu(const QPoint& at)
@@ -136,8 +172,29 @@ void EditorForm::showBoxMenu(const QPoint& at)
     menu.exec(at);
 }
 
+void EditorForm::showFrameMenu(QLineEdit& box, const QPoint& at)
+{
+    const std::unique_ptr<QMenu> menu(box.createStandardContextMenu());
+    const QString caption = QLineEdit::tr("&Paste");  // before its key
+    for (auto* entry : menu->actions()) {
+        if (!entry->text().startsWith(caption)) continue;
+        entry->disconnect(&box);
+        connect(entry, &QAction::triggered, this, [this, &box] {
+            if (!paste(&box, QApplication::clipboard()->text())) box.paste();
+        });
+    }
+    menu->exec(at);
+}
+
 bool EditorForm::eventFilter(QObject* watched, QEvent* event)
 {
+    const auto frame = std::find(m_frameBoxes.begin(), m_frameBoxes.end(), watched);
+    if (watched == m_box || watched == m_grid || frame != m_frameBoxes.end())
+        if (pasteEvent(watched, event)) return true;
+    if (frame != m_frameBoxes.end() && event->type() == QEvent::ContextMenu) {
+        showFrameMenu(**frame, static_cast<QContextMenuEvent*>(event)->globalPos());
+        return true;
+    }
     if (watched == m_box || watched == m_grid) {
         switch (event->type()) {
         case QEvent::FocusOut: {
@@ -148,7 +205,6 @@ bool EditorForm::eventFilter(QObject* watched, QEvent* event)
         }
         case QEvent::KeyPress: {
             const auto& key = *static_cast<QKeyEvent*>(event);
-            if (key.matches(QKeySequence::Paste) && pasteBlock(QApplication::clipboard()->text())) return true;
             if (!(watched == m_box && boxNeeds(key)) && moveByKey(key)) return true;
             if (watched == m_grid && !key.text().isEmpty() && key.text().front().isPrint()) {
                 Form::eventFilter(watched, event);
@@ -156,11 +212,6 @@ bool EditorForm::eventFilter(QObject* watched, QEvent* event)
             }
             break;
         }
-        case QEvent::MouseButtonRelease:
-            if (watched == m_box && static_cast<QMouseEvent*>(event)->button() == Qt::MiddleButton &&
-                pasteBlock(QApplication::clipboard()->text(QClipboard::Selection)))
-                return true;
-            break;
         case QEvent::ContextMenu:
             if (watched != m_box) break;
             showBoxMenu(static_cast<QContextMenuEvent*>(event)->globalPos());

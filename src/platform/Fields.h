@@ -3,6 +3,7 @@
 
 #include <QComboBox>
 #include <QLineEdit>
+#include <QRadioButton>
 
 #include <functional>
 #include <string>
@@ -14,6 +15,15 @@ enum class WhileCtrl { Passes, Filtered };  ///< what the filter does while Ctrl
 /// Ctrl is held anything passes, so that a paste is not filtered. Keys that type nothing always pass. A later call
 /// replaces the filter.
 void filterKeys(QLineEdit* box, std::function<bool(int keyAscii)> keep, WhileCtrl whileCtrl = WhileCtrl::Passes);
+
+/// What stands before the first line end; the whole text where there is none.
+QString upToLineEnd(const QString& text);
+/// A box of one line: of what a person pastes, drops or composes only the part before the first line end goes in. Texts
+/// that the program sets stay whole.
+void keepOneLine(QLineEdit* box);
+
+/// The tab key stops at the chosen one of a group of options, from its first choice on.
+void keepTabOnChosen(QRadioButton* option);
 
 /// Locked: read only, grey, out of the tab order. Open: white.
 void setLocked(QLineEdit* box, bool locked);

@@ -8,6 +8,7 @@
 #include <QDialog>
 #include <QPointer>
 
+#include <limits>
 #include <type_traits>
 #include <utility>
 
@@ -35,6 +36,11 @@ protected:
     {
         auto* made = new Control(std::forward<Args>(args)..., this);
         made->setObjectName(QString::fromUtf8(name));
+        if constexpr (std::is_base_of_v<QLineEdit, Control>) {
+            made->setMaxLength(std::numeric_limits<int>::max());  // what a file holds is shown and kept whole
+            keepOneLine(made);
+        }
+        if constexpr (std::is_base_of_v<QRadioButton, Control>) keepTabOnChosen(made);
         return made;
     }
     /// Connects a signal to a handler; a run-time error that leaves the handler is fatal (see runHandler).

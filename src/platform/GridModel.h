@@ -7,6 +7,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 class GridModel : public QAbstractTableModel {
@@ -17,6 +18,7 @@ public:
     void setRows(int rows);
     void setCols(int cols);
     void setText(int row, int col, std::string text);
+    void keepBytes(int row, int col, std::string bytes) { m_text.keepBytes(row, col, std::move(bytes)); }
     void insertRow(int row);
     void removeRow(int row);
     void clear();

@@ -1,5 +1,7 @@
 #include "platform/InputMethod.h"
 
+#include "platform/Fields.h"
+
 #include <QCoreApplication>
 #include <QInputMethodEvent>
 
@@ -7,7 +9,7 @@ bool filterCommit(QObject* target, const QInputMethodEvent& event, const std::fu
 {
     const QString committed = event.commitString();
     QString kept;
-    for (const QChar character : committed)
+    for (const QChar character : upToLineEnd(committed))
         if (keep(character.unicode())) kept += character;
     if (kept == committed) return false;
     QInputMethodEvent rest(event.preeditString(), event.attributes());

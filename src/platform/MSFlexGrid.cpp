@@ -153,6 +153,8 @@ void MSFlexGrid::setTextMatrix(int row, int col, const QString& text)
     if (row == 0 && col == 0) m_corner->widget()->update();
 }
 
+void MSFlexGrid::keepBytes(int row, int col, std::string bytes) { m_model->keepBytes(row, col, std::move(bytes)); }
+
 int MSFlexGrid::ColWidth(int col) const
 {
     requireIndex(col >= 0 && col < Cols());

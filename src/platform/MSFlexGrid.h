@@ -30,7 +30,8 @@ public:
     void setCol(int col);                        ///< throws RunTimeError Subscript outside 0..Cols-1
     QString TextMatrix(int row, int col) const;  ///< throws RunTimeError Subscript outside the grid
     void setTextMatrix(int row, int col, const QString& text);
-    int ColWidth(int col) const;  ///< twips
+    void keepBytes(int row, int col, std::string bytes);  ///< see GridText
+    int ColWidth(int col) const;                          ///< twips
     void setColWidth(int col, int twips);
     void setColAlignment(int col, Qt::Alignment alignment);
     int ColPos(int col) const;  ///< twips to the column, scrolling included, from inside the grid's border of 45 twips

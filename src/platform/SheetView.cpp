@@ -41,6 +41,7 @@ SheetView::SheetView(Worksheet sheet, QWidget* parent)
     m_editor->setMaxLength(kLongestText);
     m_editor->installEventFilter(this);
     m_editor->hide();
+    keepOneLine(m_editor);
     connect(m_editor, &QLineEdit::textChanged, this, [this] {
         if (isEditing()) placeEditor();
     });

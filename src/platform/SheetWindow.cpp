@@ -2,6 +2,7 @@
 
 #include "controls/FormScaling.h"
 #include "office/Xls.h"
+#include "platform/Fields.h"
 #include "platform/HouseLook.h"
 #include "platform/SheetPainter.h"
 #include "platform/SheetView.h"
@@ -66,6 +67,7 @@ SheetWindow::SheetWindow(Worksheet sheet, const QString& title)
     connect(m_view, &SheetView::changed, this, [this] { touched(); });
     connect(m_view, &SheetView::currentChanged, this, [this] { showCurrent(); });
     connect(m_view, &SheetView::zoomWanted, this, [this](double factor) { setZoom(zoom() * factor); });
+    keepOneLine(m_entry);
     connect(m_entry, &QLineEdit::returnPressed, this, [this] {
         m_view->enter(m_entry->text());
         m_view->setFocus();
@@ -84,6 +86,7 @@ QComboBox* SheetWindow::makeZoomBox()
     box->setToolTip(QStringLiteral("显示比例 (Ctrl+滚轮)"));
     box->setEditable(true);
     box->setInsertPolicy(QComboBox::NoInsert);
+    keepOneLine(box->lineEdit());
     for (const int percent : {50, 75, 100, 125, 150, 200, 300}) box->addItem(QStringLiteral("%1%").arg(percent));
     box->setCurrentText(QStringLiteral("100%"));
     const auto apply = [this, box] {

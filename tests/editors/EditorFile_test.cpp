@@ -1,6 +1,7 @@
 #include "editors/EditorFile.h"
 
 #include "editors/EditorText.h"
+#include "engine/Numbers.h"
 #include "engine/RunTimeError.h"
 #include "support/KillAtRandomPoints.h"
 #include "support/ProjectFolder.h"
@@ -350,6 +351,14 @@ TEST(EditorFile, TextThatTheCodePageLacksIsNamedAndTheFileStays)
     EXPECT_FALSE(folder.has("竖曲线参数.txt"));
 }
 
+/// The grid of a load.
+GridText loaded(const EditorTable& table, const EditorContent& content)
+{
+    GridText cells = gridOf(table, content.rows);
+    for (const EditorContent::Kept& kept : content.keptCells) cells.keepBytes(kept.row, kept.col, kept.bytes);
+    return cells;
+}
+
 TEST(EditorFile, DamagedBytesOfAnUnchangedFieldStay)
 {
     const std::string damaged = "A\xFF"
@@ -358,8 +367,66 @@ TEST(EditorFile, DamagedBytesOfAnUnchangedFieldStay)
     folder.writeBytes("导线点参数.txt", damaged);
     const EditorContent c = LoadEditor(DxdTable());
     EXPECT_EQ(c.rows[0][3], "点");
-    EXPECT_TRUE(SaveEditor(DxdTable(), gridOf(DxdTable(), c.rows), {}, c.damaged));
+    EXPECT_TRUE(SaveEditor(DxdTable(), loaded(DxdTable(), c), {}, c.keptFrames));
     EXPECT_EQ(folder.bytes("导线点参数.txt"), damaged);
+}
+
+/// Remarks that another program saved as UTF-8: bytes that code page 936 does not know, shown alike.
+constexpr std::string_view kAlike[] = {"\xFF\xE4", "\xFE\xE4", "\xFF\xF5"};
+
+std::string pointsWith(std::initializer_list<std::string_view> remarks)
+{
+    std::string file;
+    for (const std::string_view remark : remarks) file.append("P,1,2,").append(remark).append("\r\n");
+    return file;
+}
+
+TEST(EditorFile, FieldsThatLookAlikeKeepTheirOwnBytes)
+{
+    const std::string file = pointsWith({kAlike[0], kAlike[1], kAlike[2], kAlike[0]});
+    const EditorContent c = EditorContentOf(DxdTable(), file);
+    ASSERT_EQ(c.rows[0][3], c.rows[1][3]);
+    ASSERT_EQ(c.rows[1][3], c.rows[2][3]);
+    EXPECT_EQ(EditorBytes(DxdTable(), loaded(DxdTable(), c), {}), file);
+}
+
+TEST(EditorFile, KeptBytesGoWithTheirRow)
+{
+    const EditorContent c = EditorContentOf(DxdTable(), pointsWith({kAlike[0], kAlike[1], kAlike[2]}));
+    GridText cells = loaded(DxdTable(), c);
+    cells.removeRow(1);
+    EXPECT_EQ(EditorBytes(DxdTable(), cells, {}), pointsWith({kAlike[1], kAlike[2]}));
+    cells.insertRow(1);
+    EXPECT_EQ(EditorBytes(DxdTable(), cells, {}), pointsWith({kAlike[1], kAlike[2]}));
+    cells.setText(3, 4, "x");
+    EXPECT_EQ(EditorBytes(DxdTable(), cells, {}), pointsWith({kAlike[1], "x"}));
+}
+
+/// Entering and leaving a cell takes the blanks around its text away, and nothing else.
+TEST(EditorFile, ADamagedFieldThatWasOnlyEnteredLosesItsOuterBlanks)
+{
+    const EditorContent c = EditorContentOf(DxdTable(), pointsWith({" \xFF\xE4  ", "\xFE\xE4"}));
+    GridText cells = loaded(DxdTable(), c);
+    cells.setText(1, 4, std::string(Trim(cells.text(1, 4))));
+    EXPECT_EQ(EditorBytes(DxdTable(), cells, {}), pointsWith({"\xFF\xE4", "\xFE\xE4"}));
+}
+
+TEST(EditorFile, ADamagedTextThatWasCopiedElsewhereIsRefusedByName)
+{
+    const ProjectFolder folder;
+    const EditorContent c = EditorContentOf(DxdTable(), pointsWith({kAlike[0], "r"}));
+    GridText cells = loaded(DxdTable(), c);
+    cells.setText(2, 4, cells.text(1, 4));
+    const Outcome saved = SaveEditor(DxdTable(), cells, {});
+    ASSERT_TRUE(saved.refusal);
+    EXPECT_EQ(saved.refusal->msg, notice("第 2 行“备注”中有文件不能保存的字符！"));
+}
+
+TEST(EditorFile, DamagedFrameBoxesKeepTheirOwnBytes)
+{
+    const std::string file = "\xFF,\xFE\r\n1,2,3\r\n\xFF\xE4,\xFE\xE4\r\n";
+    const EditorContent c = EditorContentOf(SqxTable(), file);
+    EXPECT_EQ(EditorBytes(SqxTable(), loaded(SqxTable(), c), c.frameTexts, c.keptFrames), file);
 }
 
 TEST(EditorFile, AFolderThatIsGoneIsAFileError)
@@ -376,7 +443,7 @@ TEST(EditorFile, EverySampleFileSavedUnchangedIsTheSame)
         const std::string bytes = ProjectFolder::bytesOf(path);
         ASSERT_NE(bytes, "") << path;
         const EditorContent c = EditorContentOf(t, bytes);
-        EXPECT_EQ(EditorBytes(t, gridOf(t, c.rows), c.frameTexts, c.damaged), bytes) << path;
+        EXPECT_EQ(EditorBytes(t, loaded(t, c), c.frameTexts, c.keptFrames), bytes) << path;
     };
     for (const EditorTable& t : {JdpqxTable(), SqxTable(), CgTable(), CgkdTable(), DxdTable(), DlTable(),
                                  SlopeTable(kTfz, 2), SlopeTable(kTfy, 2), SlopeTable(kWfz, 3), SlopeTable(kWfy, 3)})

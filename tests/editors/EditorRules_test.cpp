@@ -274,6 +274,48 @@ TEST_F(EditorRules, ABlockHoldsATabOrALineEnd)
     for (const auto* text : {"", "1.2.3", "K1+200 a,b"}) EXPECT_FALSE(IsBlock(text));
 }
 
+TEST_F(EditorRules, CellsOfABlock)
+{
+    using Rows = std::vector<Row>;
+    EXPECT_EQ(BlockCells("1\t 2 \r\n3\t\r\n"), (Rows{{"1", "2"}, {"3", ""}}));
+    EXPECT_EQ(BlockCells("1\r2\n\n3"), (Rows{{"1"}, {"2"}, {""}, {"3"}}));
+    EXPECT_EQ(BlockCells(""), (Rows{{""}}));
+}
+
+TEST_F(EditorRules, AQuotedCellWithALineEndInsideIsOneCell)
+{
+    using Rows = std::vector<Row>;
+    EXPECT_EQ(BlockCells("A\t\"left\nof the \"\"old\"\" bridge\"\t1\r\nB\tx\t2\r\n"),
+              (Rows{{"A", "left of the \"old\" bridge", "1"}, {"B", "x", "2"}}));
+    EXPECT_EQ(BlockCells("\"1\r\n2\r3\""), (Rows{{"1 2 3"}}));
+    EXPECT_EQ(BlockCells("\"1\t2\"\t3"), (Rows{{"1 2", "3"}}));
+}
+
+TEST_F(EditorRules, OtherQuotesAreText)
+{
+    using Rows = std::vector<Row>;
+    EXPECT_EQ(BlockCells("\"A\"\t5\"\n"), (Rows{{"\"A\"", "5\""}}));
+    EXPECT_EQ(BlockCells("\"A\n1\t2"), (Rows{{"\"A"}, {"1", "2"}}));        // never closed
+    EXPECT_EQ(BlockCells("\"A\nB\"C\t2"), (Rows{{"\"A"}, {"B\"C", "2"}}));  // text goes on behind it
+}
+
+TEST_F(EditorRules, AFrameTakesABlockCellByCell)
+{
+    using Texts = std::vector<std::pair<std::size_t, std::string>>;
+    EXPECT_EQ(PlanFramePaste(SqxTable(), 0, "1\t2\r\n3\t4\r\n").texts, (Texts{{0, "1"}, {1, "2"}, {2, "3"}, {3, "4"}}));
+    EXPECT_EQ(PlanFramePaste(SqxTable(), 1, "1\t\t3\t\t\r\n").texts, (Texts{{1, "1"}, {3, "3"}}));
+    EXPECT_EQ(PlanFramePaste(SqxTable(), 0, "\"1\n2\"\n").texts, (Texts{{0, "1 2"}}));
+}
+
+TEST_F(EditorRules, ABlockThatDoesNotFitAFrameIsRefusedByName)
+{
+    const FramePaste p = PlanFramePaste(SqxTable(), 2, "1\t2\t3\t4\t5\t6\r\n");
+    EXPECT_TRUE(p.texts.empty());
+    EXPECT_EQ(p.refusal, (Msg{"粘贴已取消：“3”超出了最后一个输入框“终点高程”！", "注意", Icon::Exclamation}));
+    EXPECT_TRUE(PlanFramePaste(JdpqxTable(), 4, "1\n2\n").refusal);
+    EXPECT_FALSE(PlanFramePaste(JdpqxTable(), 0, "1\t2\t3\t4\t5\n").refusal);
+}
+
 TEST_F(EditorRules, ABlockFillsCellsAndSaysHowManyRowsItNeeds)
 {
     const BlockPaste p = PlanPaste(DlTable(), gridOf(DlTable(), {{}}), 1, 1, "100\t120\r\n 200 \t190\r\n");

@@ -8,6 +8,8 @@
 #include "editors/frmTfz.h"
 #include "support/QtTests.h"
 
+#include <QDropEvent>
+#include <QMimeData>
 #include <QScrollBar>
 
 namespace {
@@ -25,6 +27,13 @@ struct Opened {
     ProjectFolder folder;
     F form;
     EditorWindow w;
+
+    QStringList frames() const
+    {
+        QStringList texts;
+        for (const FrameBox& box : form.table().frameBoxes()) texts << textOf(form, box.control.data());
+        return texts;
+    }
 
     Opened(std::initializer_list<ProjectFolder::File> files = {}, bool leftDown = false)
         : folder(files), form(), w((gGridLeftDown = leftDown, form))
@@ -646,7 +655,58 @@ private slots:
         QCOMPARE(e.folder.text("断链参数.txt"), "100,120\r\n");
     }
 
+    void aLongTextIsNotCutByAClick()
+    {
+        const std::string remark(40000, 'r'), number(40000, '1');
+        Opened<frmDxd> dxd{{{kDxd, "A,1,2," + remark + "\r\n"}}};
+        dxd.w.enterCell(1, 4);
+        dxd.w.enterCell(1, 1);
+        QCOMPARE(dxd.w.cell(1, 4).size(), 40000);
+        Sqx sqx{{{kSqx, number + ",10\r\n1,2,3\r\n90,91\r\n"}}};
+        sqx.w.push("Save");
+        QCOMPARE(sqx.folder.text(kSqx), number + ",10\r\n1,2,3\r\n90,91\r\n");
+    }
+
+    void aLineFeedOfTheFileIsNotCutByAClick()
+    {
+        const std::string file = "A,1,2,over\nunder\r\n";
+        Opened<frmDxd> e{{{kDxd, file}}};
+        e.w.enterCell(1, 4);
+        e.w.enterCell(1, 1);
+        e.w.push("Save");
+        QCOMPARE(e.folder.text(kDxd), file);
+    }
+
+    void ThreeRemarksThatLookAlikeStayThree()
+    {
+        Opened<frmDxd> e;
+        const std::string file = "A,1,2,\xFF\xE4\r\nB,3,4,\xFE\xE4\r\nC,5,6,\xFF\xF5\r\n";
+        e.folder.writeBytes(kDxd, file);
+        frmDxd form;
+        const EditorWindow w(form);
+        w.enterCell(2, 4);
+        w.enterCell(3, 4);
+        w.enterCell(1, 1);
+        w.push("Save");
+        QCOMPARE(e.folder.bytes(kDxd), file);
+        w.push("Del");
+        w.push("Save");
+        QCOMPARE(e.folder.bytes(kDxd), "B,3,4,\xFE\xE4\r\nC,5,6,\xFF\xF5\r\n");
+    }
+
     // Key filters
+
+    void whatAnInputMethodCommitsEndsAtItsLineEnd()
+    {
+        Opened<frmDxd> e;
+        for (const int col : {1, 2}) {
+            e.w.click(1, col);
+            QInputMethodEvent commit;
+            commit.setCommitString("12\n34");
+            QApplication::sendEvent(&e.w.box, &commit);
+            QCOMPARE(e.w.box.text(), "12");
+        }
+    }
 
     void keysOfTheBoxByColumn()
     {
@@ -776,15 +836,56 @@ private slots:
     void aBlockPastedIntoAFrameGoesOverItsBoxes()
     {
         Sqx e;
-        named<QLineEdit>(e.form, "txtSqxQdgc").setFocus();
-        e.w.paste("10.5\t900\r\n11.5\t5\r\n");
-        QCOMPARE(textOf(e.form, "txtSqxQdLc"), "");
-        QCOMPARE(textOf(e.form, "txtSqxQdgc"), "10.5");
-        QCOMPARE(textOf(e.form, "txtSqxZdlc"), "900");
-        QCOMPARE(textOf(e.form, "txtSqxZdgc"), "11.5");
-        named<QLineEdit>(e.form, "txtSqxQdLc").setFocus();
-        e.w.paste("0\n");  // a single cell of a spreadsheet ends with a line end
-        QCOMPARE(textOf(e.form, "txtSqxQdLc"), "0");
+        const auto paste = [&](const char* box, const char* text) {
+            named<QLineEdit>(e.form, box).setFocus();
+            e.w.paste(text);
+        };
+        paste("txtSqxQdgc", "10.5\t900\r\n11.5\t\r\n");
+        QCOMPARE(e.frames(), (QStringList{"", "10.5", "900", "11.5"}));
+        paste("txtSqxQdLc", "0\n");  // a single cell of a spreadsheet ends with a line end
+        QCOMPARE(e.frames(), (QStringList{"0", "10.5", "900", "11.5"}));
+        QTest::keyClick(e.form.focusWidget(), Qt::Key_Left);
+        paste("txtSqxQdLc", "12\r\n");  // and goes in where the cursor stands
+        QCOMPARE(e.frames().first(), "120");
+        QVERIFY(e.form.Edited);
+    }
+
+    void aBlockThatDoesNotFitAFrameChangesNothing()
+    {
+        Sqx e{{{kSqx, kTwoRows}}};
+        auto& last = named<QLineEdit>(e.form, "txtSqxZdlc");
+        const Msg refused{"粘贴已取消：“3”超出了最后一个输入框“终点高程”！", "注意", Icon::Exclamation};
+        const QString six = "1\t2\t3\t4\t5\t6\r\n";
+        QApplication::clipboard()->setText(six);
+        last.setFocus();
+        QTest::keyClick(&last, Qt::Key_V, Qt::ControlModifier);
+        QTest::keyClick(&last, Qt::Key_Insert, Qt::ShiftModifier);
+        QMimeData dragged;
+        dragged.setText(six);
+        QDragEnterEvent over(QPoint(5, 5), Qt::CopyAction, &dragged, Qt::LeftButton, {});
+        QApplication::sendEvent(&last, &over);
+        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &dragged, Qt::LeftButton, {});
+        QApplication::sendEvent(&last, &drop);
+        QTimer::singleShot(0, &last, [] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            for (auto* entry : menu->actions())
+                if (entry->text().contains(QRegularExpression("Paste|粘贴"))) entry->trigger();
+            menu->close();
+        });
+        QContextMenuEvent wanted(QContextMenuEvent::Mouse, {5, 5}, last.mapToGlobal(QPoint(5, 5)));
+        QApplication::sendEvent(&last, &wanted);
+        QCOMPARE(e.desk.messages.size(), 4u);
+        QCOMPARE(e.desk.messages, std::vector<Msg>(4, refused));
+        QCOMPARE(e.frames(), (QStringList{"0", "10", "90", "91"}));
+        QVERIFY(!e.form.Edited);
+    }
+
+    void aQuotedCellWithALineEndInsideStaysOneCell()
+    {
+        Opened<frmDxd> e;
+        e.w.click(1, 1);
+        e.w.paste("A\t1\t2\t\"at the\nbridge\"\r\nB\t3\t4\tr\r\n");
+        QCOMPARE(e.w.cells(), "A,1,2,at the bridge/B,3,4,r");
     }
 
     void typingWhileTheGridHasTheFocusMovesNothing()

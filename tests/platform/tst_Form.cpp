@@ -13,6 +13,8 @@
 #include <QAbstractItemView>
 #include <QCheckBox>
 #include <QClipboard>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTableView>
@@ -384,6 +386,114 @@ private slots:
         QGuiApplication::clipboard()->setText("12-3 K");
         QTest::keyClick(&box, Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(box.text(), "12-3 K");
+    }
+    /// Every spreadsheet cell on the clipboard ends with a line end.
+    void OfAPasteOnlyTheFirstLineGoesIn_data()
+    {
+        QTest::addColumn<QString>("pasted");
+        QTest::addColumn<QString>("kept");
+        QTest::newRow("plain") << "12.5"
+                               << "12.5";
+        for (const auto* end : {"\n", "\r\n", "\r", "\u2028", "\u2029"}) {
+            const auto name = QByteArray(end).toHex();
+            QTest::newRow("a cell " + name) << "12" + QString(end) << "12";
+            QTest::newRow("two " + name) << "12" + QString(end) + "34"
+                                         << "12";
+            QTest::newRow("a line end first " + name) << QString(end) + "34"
+                                                      << "";
+        }
+    }
+    void OfAPasteOnlyTheFirstLineGoesIn()
+    {
+        QFETCH(QString, pasted);
+        QFETCH(QString, kept);
+        QGuiApplication::clipboard()->setText(pasted);
+        QMimeData dragged;
+        dragged.setText(pasted);
+        const std::function<void(QLineEdit*)> ways[] = {
+            [](QLineEdit* box) { QTest::keyClick(box, Qt::Key_V, Qt::ControlModifier); },
+            [](QLineEdit* box) { QTest::keyClick(box, Qt::Key_Insert, Qt::ShiftModifier); },
+            [](QLineEdit* box) { box->paste(); },  // from its menu
+            [&](QLineEdit* box) {
+                const QRect cursor = box->inputMethodQuery(Qt::ImCursorRectangle).toRect();
+                QDragEnterEvent over(cursor.center(), Qt::CopyAction, &dragged, Qt::LeftButton, {});
+                QApplication::sendEvent(box, &over);
+                QDropEvent drop(cursor.center(), Qt::CopyAction, &dragged, Qt::LeftButton, {});
+                QApplication::sendEvent(box, &drop);
+            },
+            [&](QLineEdit* box) { commit(box, pasted); },
+        };
+        frmSample form;
+        form.open();
+        filterKeys(form.second, IsSignedDecimalKey, WhileCtrl::Passes);
+        platform().keyIsDown = [](int key) { return key == 17; };
+        int number = 0;
+        for (const auto& way : ways) {
+            ++number;
+            for (auto* box : {form.first, form.second, form.list->lineEdit()})
+                for (const auto& [before, behind] : {std::pair{"", ""}, {"7", ""}, {"7", "9"}}) {
+                    box->setText(QString(before) + behind);
+                    box->setFocus();
+                    box->setCursorPosition(static_cast<int>(strlen(before)));
+                    way(box);
+                    QVERIFY2(box->text() == before + kept + behind,
+                             qPrintable(QString("way %1: %2").arg(number).arg(box->text())));
+                }
+        }
+        platform().keyIsDown = [](int) { return false; };
+        form.second->setText("");
+        commit(form.second, pasted);  // never 1234, also where the filter takes the line end away
+        QCOMPARE(form.second->text(), kept);
+    }
+    void ACutPasteIsUndoneAsAnyOther()
+    {
+        frmSample form;
+        form.open();
+        form.first->setFocus();
+        QTest::keyClicks(form.first, "7");
+        QGuiApplication::clipboard()->setText("12\r\n");
+        QTest::keyClick(form.first, Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(form.first->text(), "712");
+        QTest::keyClick(form.first, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(form.first->text(), "7");
+    }
+    void textsOfTheProgramStayWhole()
+    {
+        frmSample form;
+        form.open();
+        form.first->setText("over\nunder");
+        QCOMPARE(form.first->text(), "over\nunder");
+        form.first->setFocus();
+        form.first->end(false);
+        QTest::keyClicks(form.first, "x");
+        QCOMPARE(form.first->text(), "over\nunderx");
+        const QString longText(40000, u'1');
+        form.first->setText(longText);
+        QCOMPARE(form.first->text(), longText);
+    }
+    void theTabKeyStopsAtTheChosenOption()
+    {
+        struct frmOptions : Form {
+            QLineEdit* box = control<QLineEdit>("txtOne");
+            QRadioButton* first = control<QRadioButton>("optFirst");
+            QRadioButton* second = control<QRadioButton>("optSecond");
+            frmOptions() : Form("frmOptions", "样例")
+            {
+                second->setChecked(true);
+                auto* column = new QVBoxLayout(this);
+                for (QWidget* each : std::initializer_list<QWidget*>{box, first, second}) column->addWidget(each);
+            }
+        } form;
+        form.show();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        for (auto* chosen : {form.second, form.first}) {
+            chosen->setChecked(true);
+            for (const auto key : {Qt::Key_Tab, Qt::Key_Backtab}) {
+                form.box->setFocus();
+                QTest::keyClick(form.box, key);
+                QCOMPARE(form.focusWidget(), chosen);
+            }
+        }
     }
     void someFiltersHoldWhileCtrlIsHeldToo()
     {

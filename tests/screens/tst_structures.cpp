@@ -17,6 +17,21 @@ using namespace Qt::StringLiterals;
 class tst_structures : public QObject {
     Q_OBJECT
 private slots:
+    void tabFromTheGridGoesToTheChosenOption()
+    {
+        Driven<frmJgw> f;
+        for (const auto* chosen : {"optJgwXz", "optJgwZz"}) {
+            f.get<QRadioButton>(chosen)->setChecked(true);
+            for (QWidget* at = f.get<MSFlexGrid>("MsfgJgw");;) {
+                at->setFocus();
+                QTest::keyClick(at, Qt::Key_Tab);
+                at = f.form.focusWidget();
+                if (qobject_cast<QRadioButton*>(at)) break;
+                QVERIFY2(at != f.get<MSFlexGrid>("MsfgJgw"), "no option");
+            }
+            QCOMPARE(f.form.focusWidget()->objectName(), chosen);
+        }
+    }
     void init()
     {
         m = std::make_unique<Machine>();
