@@ -114,6 +114,9 @@ std::string GeneralHelp()
   velumark-calc 示例一 coords --at 12500 --side left --offset 5
   velumark-calc --folder /data/某某高速 stakeout --from 12000 --to 13000 --step 20 -o 放样.xls
 
+JSON 里每行除了界面上的文字还有数值：stake、x、y、elevation、offset（左为负）、distance，单位米；azimuth_deg、
+tangent_deg、skew_deg，单位度；没有值时为 null。CSV 里像公式的文字前面加一个 '，电子表格不会去计算。
+
 结束代码：0 完成；1 被拒绝（原因在标准错误）；2 用法不对。
 )";
 }

@@ -3,6 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/Culprit.h"
 #include "engine/Numbers.h"
+#include "project/SignalsHeld.h"
 #include "project/Workspace.h"
 
 #include <algorithm>
@@ -35,6 +36,7 @@ int run(const Call& call)
     }
     std::optional<OverwriteDesk> overwriting;
     if (call.args.has("--overwrite")) overwriting.emplace();
+    const SignalsHeld held;  // the list and the files of a project belong together
     const auto done = ExportForPhone(name);
     if (done == PhoneExport::Declined) call.err << "要覆盖时请加上 --overwrite\n";
     if (done == PhoneExport::Stopped || done == PhoneExport::Declined) return kRefused;

@@ -1,8 +1,8 @@
 #include "platform/Platform.h"
 
 #include "desk/Desk.h"
-#include "engine/RunTimeError.h"
 #include "platform/DocumentWindow.h"
+#include "project/FileError.h"
 
 #include <QDesktopServices>
 #include <QFileInfo>
@@ -11,6 +11,9 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <new>
+#include <string>
 
 namespace {
 
@@ -54,15 +57,37 @@ Platform& platform()
 
 bool KeyIsDown(int virtualKey) { return platform().keyIsDown(virtualKey); }
 
+namespace {
+
+/// The last that the person sees: unsaved sheets go into files first, as far as that is still possible.
+void endAfter(int number, const std::string& what)
+{
+    std::string kept;
+    try {
+        kept = DocumentWindow::keepUnsaved();
+    } catch (const std::exception&) {
+        kept = "\n\n未保存的工作表没有能存入文件";
+    }
+    desk().box({.text = "实时错误 '" + std::to_string(number) + "'：\n\n" + what + kept,
+                .title = "Velumark",
+                .icon = Icon::Critical});
+    platform().endProcess(1);
+}
+
+}  // namespace
+
 void runHandler(const std::function<void()>& body)
 {
+    constexpr int kOutOfMemory = 7;
     try {
         body();
     } catch (const RunTimeError& error) {
-        const std::string kept = DocumentWindow::keepUnsaved();
-        desk().box({.text = "实时错误 '" + std::to_string(error.number()) + "'：\n\n" + error.what() + kept,
-                    .title = "Velumark",
-                    .icon = Icon::Critical});
-        platform().endProcess(1);
+        endAfter(error.number(), error.what());
+    } catch (const std::bad_alloc&) {
+        endAfter(kOutOfMemory, "内存不足");
+    } catch (const std::filesystem::filesystem_error& error) {
+        const auto path = error.path1().u8string();
+        const FileError failed({path.begin(), path.end()}, FileError::Reading, error.code());
+        endAfter(failed.number(), failed.what());
     }
 }

@@ -2,6 +2,7 @@
 
 #include "project/FileError.h"
 #include "project/FilePath.h"
+#include "project/SignalsHeld.h"
 
 #include <cstdint>
 #include <optional>
@@ -129,24 +130,6 @@ private:
 
     fs::path m_file, m_path;
     std::optional<Descriptor> m_opened;
-};
-
-/// The signals by which a person ends a command wait until the new file has taken its place, or has gone again.
-class SignalsHeld {
-public:
-    SignalsHeld()
-    {
-        sigset_t ends;
-        sigemptyset(&ends);
-        for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) sigaddset(&ends, signal);
-        pthread_sigmask(SIG_BLOCK, &ends, &m_before);
-    }
-    ~SignalsHeld() { pthread_sigmask(SIG_SETMASK, &m_before, nullptr); }
-    SignalsHeld(const SignalsHeld&) = delete;
-    SignalsHeld& operator=(const SignalsHeld&) = delete;
-
-private:
-    sigset_t m_before;
 };
 
 void flushFolder(const fs::path& folder)

@@ -2,10 +2,10 @@
 // Counted are the bytes that this program holds by new, which is the same on every machine.
 
 #include "CheckedSample.h"
+#include "CountedMemory.h"
 #include "support/RunProgram.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cstdlib>
 #include <malloc.h>
 #include <map>
@@ -13,11 +13,12 @@
 
 namespace {
 
-std::atomic<long long> held{0}, most{0};
+using counted::held, counted::most;
 
 void* hold(std::size_t size)
 {
-    void* block = std::malloc(size);
+    const std::size_t largest = counted::largestBlock;
+    void* block = largest != 0 && size > largest ? nullptr : std::malloc(size);
     if (!block) throw std::bad_alloc();
     const long long now = held += static_cast<long long>(malloc_usable_size(block));
     for (long long before = most; before < now && !most.compare_exchange_weak(before, now);) {

@@ -91,12 +91,11 @@ TEST_F(Damaged, AccuracyNeverAbortsAndLeavesNoCopy)
     // Numbers out of all bounds in every field of the alignment.
     const std::string file = folder + "/平曲线参数.txt", whole = ReadBytes(file);
     for (std::size_t comma = whole.find(','); comma != std::string::npos; comma = whole.find(',', comma + 1))
-        for (const char* number : {"1e308", "-1e308", "0", "x", ""}) {
+        for (const char* number : {"1e308", "x"}) {
             const auto end = std::min(whole.find_first_of(",\r", comma + 1), whole.size());
             WriteBytes(file, whole.substr(0, comma + 1) + number + whole.substr(end));
             const auto ran = calc({"--folder", folder, "check", "--accuracy"});
             ASSERT_TRUE(ran.code == 0 || (ran.code == 1 && !ran.err.empty())) << number << " at " << comma << ran.err;
-            if (comma > whole.size() / 3) break;
         }
 }
 

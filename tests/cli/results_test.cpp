@@ -1,7 +1,9 @@
 // Where the results of velumark-calc go, and what happens where they cannot go there.
 
 #include "CompanionTest.h"
+#include "CountedMemory.h"
 
+#include "cli/Companion.h"
 #include "project/TextFile.h"
 
 #include <cmath>
@@ -146,15 +148,19 @@ TEST_F(Companion, JsonHasTypedValuesBesideTheTexts)
 
 TEST_F(Companion, OutOfMemoryIsALineAndNotACrash)
 {
-    const std::string path = file("结果.txt", "old");
-    const auto ran = inShell("ulimit -v 300000; exec \"$0\" \"$@\"", {"traverse", "--file", "/dev/zero", "-o", path});
-    EXPECT_EQ(ran.code, 1);
-    EXPECT_EQ(ran.err, "内存不足，没有完成\n");
-    EXPECT_EQ(ReadBytes(path), "old");
-    const auto project = inShell("ulimit -v 300000; exec \"$0\" \"$@\"",
-                                 {"--workspace", workspace.root(), "示例一", "coords", "--file", "/dev/zero"});
-    EXPECT_EQ(project.code, 1);
-    EXPECT_EQ(project.err, "内存不足，没有完成\n");
+    const std::string path = file("结果.txt", "old"), big = file("大.txt", std::string(4'000'000, '1'));
+    for (const auto& args : {std::vector<std::string>{"traverse", "--file", big, "-o", path},
+                             {"示例一", "coords", "--file", big, "-o", path}}) {
+        std::istringstream in;
+        std::ostringstream out, err;
+        counted::largestBlock = 1'000'000;
+        const int code = RunCompanion(args, workspace.root(), in, out, err);
+        counted::largestBlock = 0;
+        EXPECT_EQ(code, 1);
+        EXPECT_EQ(out.str(), "");
+        EXPECT_EQ(err.str(), "内存不足，没有完成\n");
+        EXPECT_EQ(ReadBytes(path), "old");
+    }
 }
 
 TEST_F(Companion, CtrlCEndsAnyCommandWithoutAPartialFile)

@@ -8,6 +8,7 @@
 #include "platform/Platform.h"
 #include "platform/SheetView.h"
 #include "platform/SheetWindow.h"
+#include "project/FileError.h"
 #include "support/QtTests.h"
 #include "support/ScriptedDesk.h"
 
@@ -20,6 +21,10 @@
 #include <QTemporaryDir>
 #include <QToolButton>
 #include <QtTest>
+
+#include <filesystem>
+#include <functional>
+#include <new>
 
 namespace {
 
@@ -557,8 +562,26 @@ private slots:
         QCOMPARE(ends, (QList<int>{0, 0}));
         end = before;
     }
+    void aFatalErrorKeepsUnsavedSheetsInFilesThatItNames_data()
+    {
+        using Throw = std::function<void()>;
+        QTest::addColumn<Throw>("fail");
+        QTest::addColumn<QString>("says");
+        QTest::newRow("run-time error") << Throw([] { throw RunTimeError(RunTimeError::Subscript); })
+                                        << QStringLiteral("9");
+        QTest::newRow("a file, which is named") << Throw([] {
+            throw FileError("/a/项目名称.txt", FileError::Writing, std::make_error_code(std::errc::no_space_on_device));
+        }) << QStringLiteral("“/a/项目名称.txt”无法写入：磁盘已满");
+        QTest::newRow("out of memory") << Throw([] { throw std::bad_alloc(); }) << QStringLiteral("内存不足");
+        QTest::newRow("file system") << Throw([] {
+            throw std::filesystem::filesystem_error("look", "/media/stick/a.txt",
+                                                    std::make_error_code(std::errc::io_error));
+        }) << QStringLiteral("“/media/stick/a.txt”无法读取：读写错误");
+    }
     void aFatalErrorKeepsUnsavedSheetsInFilesThatItNames()
     {
+        QFETCH(std::function<void()>, fail);
+        QFETCH(QString, says);
         QList<int> ends;
         auto& end = platform().endProcess;
         const auto before = end;
@@ -567,9 +590,10 @@ private slots:
             Window unsaved, untouched;
             unsaved.window->change([](Worksheet& sheet) { sheet.setNumber("c1", 1); });
             ScriptedDesk desk;
-            runHandler([] { throw RunTimeError(RunTimeError::Subscript); });
+            runHandler(fail);
             QCOMPARE(ends, QList<int>{1});
             const auto text = QString::fromStdString(desk.last().text);
+            QVERIFY2(text.contains(says), qPrintable(text));
             const QRegularExpression told("未保存的工作表已存入：(.*\\.xls)");
             QCOMPARE(text.count(told), 1);
             const QString path = told.match(text).captured(1);

@@ -62,6 +62,24 @@ TEST_F(FreshStart, AProgramFolderThatIsMissingIsAnError)
     EXPECT_THROW(OpenCatalogue(), RunTimeError);
 }
 
+TEST_F(FreshStart, AStartThatFailsNamesTheFile)
+{
+    const auto said = [] {
+        try {
+            OpenCatalogue();
+        } catch (const RunTimeError& error) {
+            return std::string(error.what());
+        }
+        return std::string();
+    };
+    const std::string program = gAppPath;
+    gAppPath += "/none";
+    EXPECT_EQ(said(), "“" + WorkspacePath() + "”无法写入：文件夹不存在");
+    gAppPath = program;
+    fs::create_directories(WorkspacePath() + "/项目名称.txt");
+    EXPECT_EQ(said(), "“" + WorkspacePath() + "/项目名称.txt”无法读取：读写错误");
+}
+
 TEST_F(Workspace, PathsLieBelowTheProgram)
 {
     EXPECT_EQ(WorkspacePath(), gAppPath + "/参数文件");
