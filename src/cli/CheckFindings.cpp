@@ -26,6 +26,11 @@ std::string OneDecimal(double value)
     return std::abs(value) < kHuge ? LeadingZeroText(Round(value, 1)) : huge(value);
 }
 
+std::string Percent(double slope)
+{
+    return (std::abs(slope) < kHuge ? LeadingZeroText(Round(slope, 3)) : huge(slope)) + "%";
+}
+
 Findings::OfFile& Findings::of(const std::string& file)
 {
     auto place = std::find_if(m_files.begin(), m_files.end(), [&](auto& f) { return f.first == file; });

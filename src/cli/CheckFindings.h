@@ -16,6 +16,9 @@ std::string Metres(double value);
 /// The value with at most one decimal.
 std::string OneDecimal(double value);
 
+/// A slope with at most three decimals.
+std::string Percent(double slope);
+
 /// The findings of one project: bounded for each file, however damaged it is.
 class Findings {
 public:

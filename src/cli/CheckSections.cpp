@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -17,8 +18,6 @@ constexpr double kStakeTolerance = 0.0011;
 constexpr double kRatio = 0.2;
 /// Metres of superelevation that may go on changing on the circle.
 constexpr double kStillChanging = 0.5;
-
-std::string percent(double slope) { return LeadingZeroText(Round(slope, 3)) + "%"; }
 
 /// Tables of stretches: from field `first` to field `last` of each row, one behind the other over the whole road.
 void stretches(const CheckedFile& file, std::size_t first, std::size_t last, const CheckedRoad& road,
@@ -56,7 +55,7 @@ void ratios(const CheckedFile& file, std::initializer_list<std::size_t> fields, 
         findings.add({file.name,
                       0,
                       0,
-                      "坡度都小于" + percent(kRatio) + "（最大" + percent(greatest) + "），像是按比值填写，应填百分数",
+                      "坡度都小于" + Percent(kRatio) + "（最大" + Percent(greatest) + "），像是按比值填写，应填百分数",
                       {greatest, "%"}});
 }
 
@@ -73,8 +72,11 @@ public:
         for (const auto& arc : m_road.arcs) {
             while (row + 1 < m_file.size() && stretch(row).to <= arc.from) ++row;
             bool told = false;
-            for (std::size_t i = row; i < m_file.size() && stretch(i).from < arc.to; ++i) {
+            double before = -std::numeric_limits<double>::infinity();
+            for (std::size_t i = row; i < m_file.size(); ++i) {
                 const auto s = stretch(i);
+                if (!(s.from >= before && s.from < arc.to)) break;  // rows out of order have been told
+                before = s.from;
                 if (!told) told = against(s, arc);
                 stillChanging(s, arc);
             }
@@ -87,6 +89,7 @@ public:
         for (const bool left : {true, false}) {
             bool told = false;
             std::size_t row = 0;
+            double before = -std::numeric_limits<double>::infinity();
             for (std::size_t i = 0; i < widths.size(); ++i) {
                 const auto from = widths[i].read(left ? 3 : 4), to = widths[i].read(left ? 7 : 8);
                 if (!(from && to && *from == 0 && *to == 0)) {
@@ -95,6 +98,8 @@ public:
                 }
                 const double start = m_breaks.continuous(widths[i].number(0)),
                              end = m_breaks.continuous(widths[i].number(1));
+                if (!(start + kStakeTolerance >= before && end >= start)) continue;  // rows out of order have been told
+                before = end;
                 while (row + 1 < m_file.size() && stretch(row).to <= start) ++row;
                 for (std::size_t k = row; k < m_file.size() && !told && stretch(k).from < end; ++k)
                     told = noWidth(stretch(k), start, end, left, widths[i].line);
@@ -148,8 +153,8 @@ private:
                             s.line,
                             0,
                             FormatStake(Round(m_breaks.nominal(stake), 3)) + "在" + turn(arc) +
-                                "的圆曲线上（平曲线参数第" + std::to_string(arc.line) + "行），左幅" + percent(left) +
-                                "、右幅" + percent(right) + "，向曲线外侧倾斜",
+                                "的圆曲线上（平曲线参数第" + std::to_string(arc.line) + "行），左幅" + Percent(left) +
+                                "、右幅" + Percent(right) + "，向曲线外侧倾斜",
                             {inner - outer, "%"}});
             return true;
         }
@@ -180,7 +185,7 @@ private:
         m_findings.add({m_file.name,
                         s.line,
                         0,
-                        std::string(left ? "左幅" : "右幅") + "坡度" + percent(slope) +
+                        std::string(left ? "左幅" : "右幅") + "坡度" + Percent(slope) +
                             "，而这里的路基宽度为0（超高宽度参数第" + std::to_string(line) + "行）",
                         {slope, "%"}});
         return true;

@@ -21,7 +21,8 @@ struct Vector {
 Vector chord(double length, double k1, double k2)
 {
     const double turn = std::abs(length) * std::max(std::abs(k1), std::abs(k2));
-    const int panels = 1 + static_cast<int>(turn * 8);
+    // Nothing that is built turns 60 times; what a slip of the hand makes of it must not take for ever.
+    const int panels = turn < 60 ? 1 + static_cast<int>(turn * 8) : 500;
     const double h = length / panels;
     Vector sum;
     for (int p = 0; p < panels; ++p)

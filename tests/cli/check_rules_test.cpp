@@ -2,6 +2,7 @@
 
 #include "CheckedSample.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -390,6 +391,27 @@ TEST(CheckPoints, TheEndBeforeTheLastHzSaysByHowMuch)
     const auto found = CheckProject(ProjectPath(gProject));
     ASSERT_EQ(found.size(), 1u);
     EXPECT_EQ(FindingText(found[0]), "平曲线参数.txt:3: 终点在最后一个曲线的HZ点之前10.000米");
+}
+
+TEST(CheckNumbers, NoSlipOfTheHandEndsTheCheck)
+{
+    // Each field of each file in turn; whatever it does to the road, the check comes to its end.
+    for (const auto* const sample : {"示例一", "示例二"}) {
+        CheckedSample road(sample);
+        for (const auto* const file : {"平曲线参数.txt", "竖曲线参数.txt", "断链参数.txt", "超高参数.txt",
+                                       "超高宽度参数.txt", "导线点参数.txt"}) {
+            const std::string text = road.folder.text(file);
+            for (std::size_t at = 0, end = 0; at < 300 && end != std::string::npos; at = end + 1) {
+                end = text.find_first_of(",\r", at);
+                for (const auto* const slip : {"1e308", "-1e308", "1e-308", "0"}) {
+                    const std::string rest = end == std::string::npos ? "" : text.substr(end);
+                    road.folder.write(file, text.substr(0, at) + slip + rest);
+                    EXPECT_NO_THROW(road.found()) << file << " " << at << " " << slip;
+                }
+            }
+            road.folder.write(file, text);
+        }
+    }
 }
 
 TEST_F(CheckAmounts, AHugeNumberIsToldToo)
