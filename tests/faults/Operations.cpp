@@ -99,6 +99,7 @@ Operation editor(const char* name, const char* form, const char* stem, int optio
                     [&](Form& shown) {
                         auto& editing = static_cast<EditorForm&>(shown);
                         auto& grid = named<MSFlexGrid>(shown, (std::string("Msfg") + stem).c_str());
+                        if (grid.Cols() < 2) return;  // of side slopes whose settings could not be read
                         grid.setTextMatrix(1, 1, QStringLiteral("0") + grid.TextMatrix(1, 1));
                         editing.Edited = true;
                         click(shown, (std::string("cmd") + stem + "Save").c_str());
