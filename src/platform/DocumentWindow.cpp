@@ -1,12 +1,17 @@
 #include "platform/DocumentWindow.h"
 
 #include "desk/Desk.h"
+#include "desk/FileBox.h"
+#include "engine/RunTimeError.h"
 #include "platform/Fields.h"
 #include "platform/HouseLook.h"
 #include "platform/Platform.h"
+#include "project/FileError.h"
+#include "project/ReplaceFile.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QBuffer>
 #include <QCloseEvent>
 #include <QDateTime>
 #include <QDir>
@@ -14,7 +19,6 @@
 #include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
-#include <QSaveFile>
 #include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>
@@ -29,15 +33,6 @@ std::vector<DocumentWindow*>& openDocuments()
     return all;
 }
 bool leaving = false;
-
-bool writeWhole(const QString& path, const std::string& bytes)
-{
-    QSaveFile file(path);
-    file.setDirectWriteFallback(false);
-    return file.open(QIODevice::WriteOnly) &&
-           file.write(bytes.data(), static_cast<qint64>(bytes.size())) == static_cast<qint64>(bytes.size()) &&
-           file.commit();
-}
 
 }  // namespace
 
@@ -120,24 +115,28 @@ QString DocumentWindow::askPath(const QString& extension)
     return path;
 }
 
-void DocumentWindow::refuseFile(const QString& path)
+bool DocumentWindow::writes(const QString& path, const std::string& bytes)
 {
-    desk().box({.text = toUtf8(QStringLiteral("无法写入文件：\n") + QDir::toNativeSeparators(path)),
-                .title = "错误",
-                .icon = Icon::Critical});
+    try {
+        WriteResult(toUtf8(path), bytes);
+        return true;
+    } catch (const FileError& error) {
+        desk().box(FileBox(error));
+        return false;
+    }
 }
 
-bool DocumentWindow::writeFile(const QString& path) const { return writeWhole(path, fileBytes()); }
+bool DocumentWindow::writeFile(const QString& path) const
+{
+    return attempt([&] { WriteResult(toUtf8(path), fileBytes()); });
+}
 
 bool DocumentWindow::saveAs()
 {
     settle();
     const QString path = askPath(m_extension);
     if (path.isEmpty()) return false;
-    if (!writeFile(path)) {
-        refuseFile(path);
-        return false;
-    }
+    if (!writes(path, fileBytes())) return false;
     m_path = path;
     m_unsaved = false;
     showTitle();
@@ -160,17 +159,18 @@ void DocumentWindow::exportPdf()
     settle();
     const QString path = askPath(QStringLiteral("pdf"));
     if (path.isEmpty()) return;
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) return refuseFile(path);
+    QByteArray bytes;
     {
-        QPdfWriter writer(&file);
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::WriteOnly);
+        QPdfWriter writer(&buffer);
         writer.setResolution(1200);
         writer.setPageLayout(page());
         writer.setTitle(m_title);
         writer.setCreator(QStringLiteral("Velumark"));
         print(writer);
     }
-    if (!file.commit()) return refuseFile(path);
+    if (!writes(path, bytes.toStdString())) return;
     say(QStringLiteral("已导出：") + QDir::toNativeSeparators(path));
 }
 

@@ -47,7 +47,8 @@ protected:
     void say(const QString& text);   ///< in the status line
     /// Asks where a copy goes, with the overwrite question; "" for Cancel.
     QString askPath(const QString& extension);
-    void refuseFile(const QString& path);
+    /// Writes a file whole or not at all; what fails is said in a box. False: it was not written.
+    static bool writes(const QString& path, const std::string& bytes);
     void exportPdf();
     void closeEvent(QCloseEvent* event) override;
 

@@ -12,7 +12,6 @@
 #include <QLabel>
 #include <QPainter>
 #include <QPainterPath>
-#include <QSaveFile>
 #include <QStatusBar>
 
 #include <algorithm>
@@ -249,7 +248,10 @@ void DrawingWindow::exportPng()
         QPainter painter(&image);
         paintDrawing(painter, m_view->drawing(), fitDrawing(m_view->drawing(), image.rect()), 3);
     }
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || !image.save(&file, "PNG") || !file.commit()) return refuseFile(path);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    if (!writes(path, bytes.toStdString())) return;
     say(QStringLiteral("已导出：") + QDir::toNativeSeparators(path));
 }

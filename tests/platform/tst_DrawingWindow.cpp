@@ -2,6 +2,7 @@
 
 #include "platform/DrawingWindow.h"
 #include "platform/HouseLook.h"
+#include "support/FailingCalls.h"
 #include "support/QtTests.h"
 #include "support/ScriptedDesk.h"
 
@@ -159,6 +160,30 @@ private slots:
         const QImage png(folder.filePath("c.png"));
         QVERIFY(ink(png, {}, QRectF(0, 0, png.width() - 1, png.height() - 1)) > 1000);
         QCOMPARE(desk.filters, (std::vector<std::string>{"(*.dxf)|*.dxf|", "(*.pdf)|*.pdf|", "(*.png)|*.png|"}));
+    }
+    void aDiskThatFillsUpLeavesTheOldPlanPrintAndPicture()
+    {
+        Window w;
+        QTemporaryDir folder;
+        ScriptedDesk desk;
+        const std::pair<const char*, const char*> commands[] = {
+            {"另存为", "a.dxf"}, {"导出PDF", "b.pdf"}, {"导出PNG", "c.png"}};
+        for (const auto& [command, name] : commands) {
+            const auto path = folder.filePath(QString::fromUtf8(name));
+            QFile old(path);
+            QVERIFY(old.open(QIODevice::WriteOnly) && old.write("old") == 3);
+            old.close();
+            desk.save(path.toStdString()).yes();
+            {
+                const FailingCalls full([](const Call& call) { return call.name == "write" ? ENOSPC : 0; });
+                w.window.findChild<QAction*>(QString::fromUtf8(command))->trigger();
+            }
+            QCOMPARE(desk.last(), (Msg{"“" + std::string(name) + "”无法写入！\n磁盘已满", "错误", Icon::Exclamation}));
+            QVERIFY(old.open(QIODevice::ReadOnly));
+            QCOMPARE(old.readAll(), QByteArray("old"));
+        }
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 3);
+        QVERIFY(w.window.isUnsaved());
     }
     void closingAsksForAnUnsavedPlan()
     {

@@ -373,7 +373,7 @@ private slots:
         ScriptedDesk desk;
         desk.save("/no/such/folder/a.xls");
         QVERIFY(!w.window->saveAs());
-        QCOMPARE(desk.last(), (Msg{"无法写入文件：\n/no/such/folder/a.xls", "错误", Icon::Critical}));
+        QCOMPARE(desk.last(), (Msg{"“a.xls”无法写入！\n文件夹不存在", "错误", Icon::Exclamation}));
     }
     void exportsPdf()
     {
