@@ -137,9 +137,8 @@ EditorContent EditorContentOf(const EditorTable& table, std::string_view bytes)
 
 EditorContent LoadEditor(const EditorTable& table)
 {
-    std::string bytes;
-    attempt([&] { bytes = ReadBytes(ParameterFile(std::string(table.file))); });
-    return EditorContentOf(table, bytes);
+    const std::string path = ParameterFile(table.file);
+    return EditorContentOf(table, FileExists(path) ? ReadBytes(path) : std::string());
 }
 
 Outcome CheckEditor(const EditorTable& table, const GridText& cells, const std::vector<std::string>& frameTexts)

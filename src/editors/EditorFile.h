@@ -24,7 +24,8 @@ struct EditorContent {
 
 /// The content of a file with these bytes. The last line that holds a comma is the last one that counts.
 EditorContent EditorContentOf(const EditorTable& table, std::string_view bytes);
-/// The content of the table's file in the open project; a missing one is like an empty one.
+/// The content of the table's file in the open project; a missing one is like an empty one. @throws FileError where it
+/// is there and cannot be read
 EditorContent LoadEditor(const EditorTable& table);
 
 /// Why a save must not touch the file, in the order of the checks; nothing where it may.
@@ -33,6 +34,6 @@ Outcome CheckEditor(const EditorTable& table, const GridText& cells, const std::
 /// @throws TypeMismatch where a text has no place in the code page
 std::string EditorBytes(const EditorTable& table, const GridText& cells, const std::vector<std::string>& frameTexts,
                         const std::vector<KeptBytes>& keptFrames = {});
-/// Checks, then writes the table's file in the open project in one go. @throws file errors
+/// Checks, then writes the table's file in the open project in one go. @throws FileError
 Outcome SaveEditor(const EditorTable& table, const GridText& cells, const std::vector<std::string>& frameTexts,
                    const std::vector<KeptBytes>& keptFrames = {});

@@ -1,10 +1,12 @@
 #include "editors/EditorForm.h"
 
 #include "controls/FormScaling.h"
+#include "desk/FileBox.h"
 #include "engine/Numbers.h"
 #include "engine/RunTimeError.h"
 #include "platform/MSFlexGrid.h"
 #include "project/CalcTables.h"
+#include "project/FileError.h"
 #include "project/LoadProject.h"
 
 #include <QGuiApplication>
@@ -176,8 +178,13 @@ void EditorForm::cmdSave_Click()
         if (boxHasCell() && !boxText().empty()) writeCell(CurRow, CurCol, boxText());
         std::vector<std::string> frameTexts;
         for (const QLineEdit* box : m_frameBoxes) frameTexts.push_back(toUtf8(box->text()));
-        if (const Outcome saved = SaveEditor(m_table, m_grid->text(), frameTexts, m_keptFrames); !saved)
-            return refuse(*saved.refusal);
+        try {
+            if (const Outcome saved = SaveEditor(m_table, m_grid->text(), frameTexts, m_keptFrames); !saved)
+                return refuse(*saved.refusal);
+        } catch (const FileError& error) {
+            desk().box(FileBox(error));
+            return;
+        }
         desk().box({"数据保存成功！", "", Icon::Information});
         Edited = false;
         if (m_table.loadsProject) LoadProject();

@@ -2,12 +2,14 @@
 
 #include "controls/FormScaling.h"
 #include "controls/XPButton.h"
+#include "desk/FileBox.h"
 #include "editors/EditorForm.h"
 #include "engine/Numbers.h"
 #include "platform/HouseLook.h"
 #include "platform/Layout.h"
 #include "platform/MSFlexGrid.h"
 #include "project/CalcTables.h"
+#include "project/FileError.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -126,7 +128,13 @@ XPButton* EditorForm::addButton(const char* name, const QString& caption)
 
 void EditorForm::Form_Load()
 {
-    EditorContent content = LoadEditor(m_table);
+    EditorContent content;
+    try {
+        content = LoadEditor(m_table);
+    } catch (const FileError& error) {  // an empty grid would replace what is there
+        desk().box(FileBox(error));
+        return stayClosed();
+    }
     m_keptFrames = std::move(content.keptFrames);
     if (!m_table.columns.empty()) {
         m_grid->setCols(static_cast<int>(m_table.columns.size()));

@@ -1,10 +1,12 @@
 #include "editors/Wizard.h"
 
+#include "desk/FileBox.h"
 #include "editors/EditorRules.h"
 #include "editors/EditorTable.h"
 #include "engine/Numbers.h"
 #include "engine/RunTimeError.h"
 #include "project/CalcTables.h"
+#include "project/FileError.h"
 #include "project/TextFile.h"
 #include "project/Workspace.h"
 
@@ -25,14 +27,15 @@ Msg settingsDamaged() { return Notice("“" + std::string(kSettings) + "”不�
 /// ReplaceLine for each pair of number (from 1) and text, in one rewrite of the file.
 Outcome replaceLines(const std::vector<std::pair<std::size_t, std::string>>& changes)
 {
-    const bool written = attempt([&] {
+    try {
         std::vector<std::string> lines = SplitLines(ReadBytes(settingsPath()));
         if (!lines.empty()) lines.pop_back();
         for (const auto& [lineNo, text] : changes)
             if (lineNo <= lines.size()) lines[lineNo - 1] = Cp936FromUtf8(text);
         WriteBytes(settingsPath(), JoinLines(lines));
-    });
-    if (!written) return {Refusal{Notice("“" + std::string(kSettings) + "”无法写入！"), {}}};
+    } catch (const FileError& error) {
+        return {Refusal{FileBox(error), {}}};
+    }
     return {};
 }
 
@@ -48,9 +51,10 @@ std::optional<Msg> tooMany(std::string_view typed, int limit, std::string_view m
 
 std::optional<std::string> SettingsLine(int index)
 {
-    std::optional<std::string> line;
-    attempt([&] { line = Utf8FromCp936(ReadLine(settingsPath(), toInt16(index))); });
-    return line;
+    if (!FileExists(settingsPath())) return std::nullopt;
+    const auto lines = SplitLines(ReadBytes(settingsPath()));
+    if (index < 0 || index >= std::ssize(lines)) return std::nullopt;
+    return Utf8FromCp936(lines[static_cast<std::size_t>(index)]);
 }
 
 WizardStep NextStep(int option)

@@ -34,7 +34,8 @@ struct WizardStep {
 };
 WizardStep NextStep(int option);
 
-/// Line `index` (from 0) of 其他参数.txt as UTF-8; nothing where the file is missing or too short.
+/// Line `index` (from 0) of 其他参数.txt as UTF-8; nothing where the file is missing or too short. @throws
+/// FileError where it is there and cannot be read, and so do NextStep and LoadSlopeSettings
 std::optional<std::string> SettingsLine(int index);
 
 /// Sets gPqxModel and line 1. Refused where the settings cannot be written.

@@ -1,9 +1,11 @@
 #include "editors/frmBpjs.h"
 
 #include "controls/XPButton.h"
+#include "desk/FileBox.h"
 #include "editors/Wizard.h"
 #include "engine/Numbers.h"
 #include "platform/Layout.h"
+#include "project/FileError.h"
 
 #include <QFocusEvent>
 #include <QLabel>
@@ -44,7 +46,13 @@ frmBpjs::frmBpjs(QWidget* parent)
 
 void frmBpjs::Form_Load()
 {
-    const SlopeSettings stored = LoadSlopeSettings();
+    SlopeSettings stored;
+    try {
+        stored = LoadSlopeSettings();
+    } catch (const FileError& error) {
+        desk().box(FileBox(error));
+        return stayClosed();
+    }
     txtTfJs->setText(fromUtf8(stored.fillGrades));
     txtWfJs->setText(fromUtf8(stored.cutGrades));
     txtXzcs->setText(fromUtf8(stored.heightLimit));

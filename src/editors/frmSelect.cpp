@@ -1,6 +1,7 @@
 #include "editors/frmSelect.h"
 
 #include "controls/XPButton.h"
+#include "desk/FileBox.h"
 #include "editors/Wizard.h"
 #include "editors/frmBpjs.h"
 #include "editors/frmCg.h"
@@ -19,6 +20,7 @@
 #include "engine/RunTimeError.h"
 #include "platform/HouseLook.h"
 #include "platform/Layout.h"
+#include "project/FileError.h"
 #include "project/LoadProject.h"
 
 #include <QButtonGroup>
@@ -100,10 +102,14 @@ bool frmSelect::eventFilter(QObject* watched, QEvent* event)
 
 void frmSelect::cmdSelectNext_Click()
 {
-    const WizardStep step = NextStep(m_option);
-    if (step.message) desk().box(*step.message);
-    for (const auto& [name, show] : kForms)
-        if (name == step.form) show(this);
+    try {
+        const WizardStep step = NextStep(m_option);
+        if (step.message) desk().box(*step.message);
+        for (const auto& [name, show] : kForms)
+            if (name == step.form) show(this);
+    } catch (const FileError& error) {  // the settings, which decide what opens
+        desk().box(FileBox(error));
+    }
 }
 
 void frmSelect::cmdSelectBack_Click()

@@ -28,7 +28,7 @@ void Form::setVisible(bool visible)
         m_life = Life::Failed;
         runHandler([this] {
             Form_Load();
-            m_life = Life::Loaded;
+            if (!m_staysClosed) m_life = Life::Loaded;
         });
     }
     if (visible && m_life != Life::Loaded) return;

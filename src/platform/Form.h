@@ -52,6 +52,8 @@ protected:
 
     /// Once, before the form is first seen. Reads what the window shows; ends with ResizeInit where the window scales.
     virtual void Form_Load() {}
+    /// In Form_Load: there is nothing to show, the form is never seen.
+    void stayClosed() { m_staysClosed = true; }
     /// Close box or Esc: false keeps the window.
     virtual bool QueryUnload() { return true; }
     /// On every closing, before the window goes.
@@ -86,6 +88,7 @@ private:
 
     enum class Life { Fresh, Loaded, Failed, Unloading, Unloaded };
     Life m_life = Life::Fresh;
+    bool m_staysClosed = false;
     const QEvent* m_lastEvent = nullptr;  // the key event seen last and who got it:
     QPointer<QWidget> m_lastReceiver;     // an ignored key goes on to the parents and is no new key there
     bool m_resending = false;

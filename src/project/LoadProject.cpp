@@ -6,6 +6,7 @@
 #include "engine/Chainage.h"
 #include "project/CalcTables.h"
 #include "project/Compile.h"
+#include "project/TextFile.h"
 #include "project/Workspace.h"
 
 #include <algorithm>
@@ -17,6 +18,23 @@ namespace {
 Hang onHang = Hang::ForEver;
 bool stoppedAtGap = false;
 bool changesFiles = true;  // false: what a load would do to the files is done to their bytes alone
+std::vector<FileError> unreadable;
+
+/// attempt, which also remembers the file that could not be read.
+template <class Statement>
+bool attemptFile(Statement statement)
+{
+    return attempt([&] {
+        try {
+            statement();
+        } catch (const FileError& error) {
+            const auto same = [&](const FileError& other) { return other.path() == error.path(); };
+            if (!error.writing() && std::none_of(unreadable.begin(), unreadable.end(), same))
+                unreadable.push_back(error);
+            throw;
+        }
+    });
+}
 
 std::string upgraded(std::string settings)
 {
@@ -38,7 +56,8 @@ std::string bytesInMemory(std::string_view file)
 std::vector<std::string> readLines(std::string_view file)
 {
     std::vector<std::string> lines;
-    attempt([&] { lines = SplitLines(changesFiles ? ReadBytesCreating(ParameterFile(file)) : bytesInMemory(file)); });
+    attemptFile(
+        [&] { lines = SplitLines(changesFiles ? ReadBytesCreating(ParameterFile(file)) : bytesInMemory(file)); });
     return lines;
 }
 
@@ -73,7 +92,7 @@ void cleanFiles()
 {
     for (const auto file : {files::settings, files::horizontal, files::traverse, files::breaks, files::vertical,
                             files::superelevation, files::widths}) {
-        attempt([&] {
+        attemptFile([&] {
             const auto path = ParameterFile(file);
             if (FileExists(path)) RemoveBlankLines(path);
         });
@@ -82,7 +101,7 @@ void cleanFiles()
 
 void upgradeSettings()
 {
-    attempt([] {
+    attemptFile([] {
         const auto path = ParameterFile(files::settings);
         const auto bytes = ReadBytesCreating(path);
         if (const auto grown = upgraded(bytes); grown != bytes) WriteBytes(path, grown);
@@ -128,6 +147,7 @@ void load(bool changing)
 {
     stoppedAtGap = false;
     changesFiles = changing;
+    unreadable.clear();
     try {
         loadInOrder();
     } catch (const StakeInGap&) {
@@ -145,3 +165,5 @@ void LoadProjectInMemory() { load(false); }
 void SetHang(Hang hang) { onHang = hang; }
 
 bool LoadStoppedAtGap() { return stoppedAtGap; }
+
+const std::vector<FileError>& UnreadableFiles() { return unreadable; }

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "project/FileError.h"
+
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 /// Compiles the files of gProject (or of gProjectFolder) into the tables. Damaged fields keep old values without a
 /// word; the one message is the gap box, through the desk, which ends the load there. Nothing is cleared first: a group
@@ -26,3 +29,7 @@ void SetHang(Hang hang);
 
 /// True where the last LoadProject was ended by a stake in a chainage gap.
 bool LoadStoppedAtGap();
+
+/// The files that were there and could not be read by the last LoadProject, each once. Its tables are not those of the
+/// project then: the window says nothing of it, the companion refuses.
+const std::vector<FileError>& UnreadableFiles();

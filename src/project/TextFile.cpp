@@ -89,6 +89,13 @@ void RemoveBlankLines(const std::string& path)
     if (const auto cleaned = WithoutBlankLines(bytes); cleaned != bytes) WriteBytes(path, cleaned);
 }
 
+void RewriteWithoutBlankLines(const std::string& path)
+{
+    const auto bytes = ReadBytes(path);
+    const auto lines = SplitLines(bytes);
+    if (std::find(lines.begin(), lines.end(), "") != lines.end()) WriteBytes(path, WithoutBlankLines(bytes));
+}
+
 std::ptrdiff_t LastCommaLine(const std::vector<std::string>& lines)
 {
     auto last = std::ssize(lines) - 1;

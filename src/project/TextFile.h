@@ -29,10 +29,13 @@ void ReplaceLine(const std::string& path, std::int16_t lineNo, std::string_view 
 void InsertLine(const std::string& path, std::int16_t lineNo, std::string_view text);
 void DeleteLine(const std::string& path, std::int16_t lineNo);
 /// DeleteLine for every empty piece, the one after the final CR LF included, in effect; the user's file is changed for
-/// good, and a last line without CR LF goes with the first blank line.
+/// good, and a last line without CR LF goes with the first blank line. Nothing is written where nothing changes.
 void RemoveBlankLines(const std::string& path);
 /// The bytes that RemoveBlankLines leaves of these.
 std::string WithoutBlankLines(const std::string& bytes);
+/// RemoveBlankLines that writes whenever there is an empty piece, as each deletion does: a file that ends with CR LF
+/// always, changed or not. So it fails wherever the file cannot be written.
+void RewriteWithoutBlankLines(const std::string& path);
 
 /// Index of the last piece that holds a comma, -1 where none does.
 std::ptrdiff_t LastCommaLine(const std::vector<std::string>& lines);

@@ -15,7 +15,7 @@ BatchLine ParseBatchLine(const std::string& line, std::size_t fields)
 
 std::vector<BatchLine> ReadBatchFile(const std::string& path, std::size_t fields)
 {
-    RemoveBlankLines(path);
+    RewriteWithoutBlankLines(path);
     const auto lines = SplitLines(ReadBytes(path));
     const auto last = LastCommaLine(lines);
     if (last < 0) throw RunTimeError(RunTimeError::Subscript);

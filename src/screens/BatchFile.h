@@ -12,7 +12,8 @@ using BatchLine = std::vector<double>;
 BatchLine ParseBatchLine(const std::string& line, std::size_t fields);
 
 /// All lines of a file up to the last one that holds a comma; every line is parsed before the first is used. The blank
-/// lines of the file are removed on disk first, for good.
+/// lines of the file are removed on disk first, for good; a file that ends with CR LF is written anew even so, and
+/// where that fails nothing is read.
 /// @throws what a file error, a line without a comma above the last one or a field that is no number give; Subscript
 ///         where no line holds a comma
 std::vector<BatchLine> ReadBatchFile(const std::string& path, std::size_t fields);

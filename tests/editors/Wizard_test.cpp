@@ -111,7 +111,7 @@ TEST(Wizard, TheTypeIsNeverOfferedAgain)
 TEST(Wizard, SettingsGoneCannotBeStored)
 {
     const ProjectFolder folder;
-    const Refusal refusal{{"“其他参数.txt”无法写入！", "注意", Icon::Exclamation}, ""};
+    const Refusal refusal{{"“其他参数.txt”无法读取！\n文件不存在", "错误", Icon::Exclamation}, ""};
     EXPECT_EQ(StorePqxModel(true).refusal, refusal);
     EXPECT_EQ(StoreCgType(true).refusal, refusal);
     EXPECT_EQ(StoreSlopeSettings({"1", "2", ""}).refusal, refusal);

@@ -624,7 +624,7 @@ private slots:
         QCOMPARE(e.folder.text(kSqx), kTwoRows);
     }
 
-    void aFailedWriteEndsSilently()
+    void aFailedWriteIsSaidAndTheWindowStays()
     {
         Opened<frmDl> e;
         e.w.click(1, 1);
@@ -633,8 +633,10 @@ private slots:
         e.w.type("2");
         std::filesystem::remove_all(ProjectPath(gProject));
         e.w.push("Save");
-        QVERIFY(e.desk.messages.empty());
+        QCOMPARE(e.desk.messages,
+                 (std::vector<Msg>{{"“断链参数.txt”无法写入！\n文件夹不存在", "错误", Icon::Exclamation}}));
         QVERIFY(e.form.Edited);
+        QVERIFY(e.form.isVisible());
         QVERIFY(e.seams.ended.empty());
     }
 

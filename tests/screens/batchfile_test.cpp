@@ -147,6 +147,49 @@ TEST_F(BatchFile, AFileThatCannotBeCleanedFailsAndIsNotTorn)
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.root()), {}), 2) << "and nothing lies beside it";
 }
 
+TEST_F(BatchFile, AFileWithoutBlankLinesIsWrittenAnewToo)
+{
+    for (const std::string text : {"1,2\r\n", "1,2\r\n3,4\r\n"}) {
+        write(text);
+        const std::filesystem::path other = folder.root() + "/同一个.txt";
+        std::filesystem::create_hard_link(path, other);
+        EXPECT_FALSE(ReadBatchFile(path, 2).empty());
+        EXPECT_FALSE(std::filesystem::equivalent(path, other)) << "another file stands there now";
+        EXPECT_EQ(bytes(), text);
+        std::filesystem::remove(other);
+    }
+}
+
+TEST_F(BatchFile, AFileInAReadOnlyFolderEndsTheRunWithoutAWord)
+{
+    shared = {};
+    straightNorth();
+    Screen screen(kInverseColumns);
+    ScriptedDesk desk;
+    desk.open(path).open(path);
+    for (const std::string text : {"1,2\r\n", "1,2"}) {
+        write(text);
+        std::filesystem::permissions(folder.root(), std::filesystem::perms(0555));
+        {
+            const OrdinaryUser user;
+            EXPECT_TRUE(CalcFsFile(screen.rows));
+        }
+        std::filesystem::permissions(folder.root(), std::filesystem::perms(0755));
+        // A file without CR LF at its end and without a blank line has nothing to delete: it is read.
+        EXPECT_EQ(screen.state.changed, !text.ends_with("\r\n"));
+        EXPECT_EQ(bytes(), text);
+    }
+    shared = {};
+}
+
+TEST_F(BatchFile, AWriteProtectedFileEndsTheRunAndStays)
+{
+    write("1,2\r\n\r\n");
+    std::filesystem::permissions(path, std::filesystem::perms(0444));
+    EXPECT_EQ(fatalError([&] { ReadBatchFile(path, 2); }), RunTimeError::PathAccess);
+    EXPECT_EQ(bytes(), "1,2\r\n\r\n");
+}
+
 TEST_F(BatchFile, ThePickIsCancelled)
 {
     ScriptedDesk desk;

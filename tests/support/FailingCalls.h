@@ -34,9 +34,11 @@ public:
     static bool fails(const Call& call)
     {
         if (!current || asking) return false;
-        asking = true;  // what the test itself does in its answer goes through
+        const struct Asking {  // what the test itself does in its answer goes through
+            Asking() { asking = true; }
+            ~Asking() { asking = false; }
+        } guard;
         const int why = current(call);
-        asking = false;
         if (why != 0) errno = why;
         return why != 0;
     }
@@ -85,6 +87,7 @@ VM_FAILING_CALL(int, rename, (const char* from, const char* to) noexcept, (from,
 VM_FAILING_CALL(ssize_t, read, (int fd, void* bytes, size_t count), (fd, bytes, count), (Call{"read"}))
 VM_FAILING_CALL(ssize_t, write, (int fd, const void* bytes, size_t count), (fd, bytes, count), (Call{"write"}))
 VM_FAILING_CALL(int, fsync, (int fd), (fd), (Call{"fsync"}))
+VM_FAILING_CALL(int, close, (int fd), (fd), (Call{"close"}))
 VM_FAILING_CALL(int, mkdir, (const char* path, mode_t mode) noexcept, (path, mode), (Call{"mkdir", path}))
 
 #undef VM_FAILING_CALL
