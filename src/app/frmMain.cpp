@@ -36,7 +36,7 @@ frmMain::frmMain()
       cmdExit(control<XPButton>("cmdExit", QStringLiteral("退出程序")))
 {
     setModal(false);
-    setWindowFlag(Qt::WindowMinimizeButtonHint);
+    setWindowFlags(Qt::Window);
     setWindowIcon(programIcon());
     makeCommands();
     layOut();

@@ -20,6 +20,7 @@ public:
     void reject() override {}  ///< Esc does not end the program
 
 protected:
+    void showEvent(QShowEvent* event) override { QWidget::showEvent(event); }  ///< placed by the desktop
     void Form_Load() override;
     void Form_Unload() override;
 

@@ -55,6 +55,7 @@ void EditorForm::makeControls()
     if (!m_table.frames.empty()) all->addLayout(makeFrames());
 
     m_grid = control<MSFlexGrid>(toUtf8(named("Msfg", m_table.stem)).c_str());
+    m_grid->setLastColumnFills(true);
     all->addWidget(m_grid, 1);
     on(m_grid, &MSFlexGrid::MouseDown, [](int mouseButton, int, int) { gGridLeftDown = mouseButton == 1; });
     on(m_grid, &MSFlexGrid::RowColChange, [this] { Grid_RowColChange(); });

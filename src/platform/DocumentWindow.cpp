@@ -189,9 +189,9 @@ void DocumentWindow::placeBeside(QWidget& form)
 {
     const QRect screen = form.screen()->availableGeometry();
     const QRect frame = form.frameGeometry();
-    const int room = screen.width() - frame.width() - 3 * house::kGrid;
+    const int room = std::max(320, screen.width() - frame.width() - 3 * house::kGrid);
     form.move(screen.right() - frame.width() - house::kGrid + 1, std::max(screen.top(), frame.top()));
-    setGeometry(QRect(screen.left() + house::kGrid, screen.top() + 5 * house::kGrid, std::clamp(room, 640, width()),
+    setGeometry(QRect(screen.left() + house::kGrid, screen.top() + 5 * house::kGrid, std::min(room, width()),
                       std::min(screen.height() - 8 * house::kGrid, 900)));
 }
 

@@ -17,11 +17,36 @@ constexpr int kHandle = 4;  // pixels beside the right edge that drag it
 
 }  // namespace
 
+QString evenLines(const QString& text, const QFontMetrics& metrics, int width)
+{
+    const auto pieces = [&](qsizetype count) {
+        QStringList lines;
+        for (qsizetype i = 0; i < count; ++i) {
+            const qsizetype from = i * text.size() / count, to = (i + 1) * text.size() / count;
+            lines << text.sliced(from, to - from).trimmed();
+        }
+        return lines;
+    };
+    const auto fits = [&](const QString& line) { return metrics.horizontalAdvance(line) <= width; };
+    for (qsizetype count = 1; count < text.size(); ++count)
+        if (const auto lines = pieces(count); std::all_of(lines.begin(), lines.end(), fits)) return lines.join(u'\n');
+    return text;
+}
+
+QString WrappingHeader::textOf(int section) const
+{
+    return evenLines(model()->headerData(section, Qt::Horizontal).toString(), fontMetrics(), sectionSize(section) - 4);
+}
+
 QSize WrappingHeader::sectionSizeFromContents(int section) const
 {
-    const QString text = model()->headerData(section, Qt::Horizontal).toString();
-    const QRect column(0, 0, sectionSize(section) - 4, 1000);
-    return {sectionSize(section), fontMetrics().boundingRect(column, Qt::TextWordWrap, text).height() + 11};
+    return {sectionSize(section), fontMetrics().size(0, textOf(section)).height() + 11};
+}
+
+void WrappingHeader::initStyleOptionForIndex(QStyleOptionHeader* option, int section) const
+{
+    QHeaderView::initStyleOptionForIndex(option, section);
+    option->text = textOf(section);
 }
 
 RowNumbers::RowNumbers(QWidget* parent) : QHeaderView(Qt::Vertical, parent)

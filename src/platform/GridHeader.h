@@ -9,6 +9,9 @@ class QTableView;
 
 inline constexpr int kLeastColumn = 24;  ///< pixels that a dragged column keeps
 
+/// The text in as few lines as the width holds, as even as they can be: no line with one character that is left over.
+QString evenLines(const QString& text, const QFontMetrics& metrics, int width);
+
 /// Header texts that their column cannot hold go on in a second line.
 class WrappingHeader : public QHeaderView {
 public:
@@ -16,6 +19,10 @@ public:
 
 protected:
     QSize sectionSizeFromContents(int section) const override;
+    void initStyleOptionForIndex(QStyleOptionHeader* option, int section) const override;
+
+private:
+    QString textOf(int section) const;
 };
 
 /// The row numbers. A press there and its release on the same number are a click; a drag selects rows for copying.

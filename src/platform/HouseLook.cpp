@@ -1,12 +1,16 @@
 #include "platform/HouseLook.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QLocale>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QStyleFactory>
 #include <QTranslator>
+
+#include <cmath>
 
 namespace {
 
@@ -33,12 +37,30 @@ QPalette housePalette()
     return palette;
 }
 
+/// Where a pixel of a window is one and a half of the screen's, what a frame encloses would cover parts of a frame of
+/// one pixel.
+class WholeFrames : public QProxyStyle {
+public:
+    using QProxyStyle::QProxyStyle;
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override
+    {
+        if (metric == PM_DefaultFrameWidth && qobject_cast<const QAbstractScrollArea*>(widget)) return 2;
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+};
+
+QStyle* houseStyle(double pixelRatio)
+{
+    auto* fusion = QStyleFactory::create(QStringLiteral("Fusion"));
+    return pixelRatio == std::floor(pixelRatio) ? fusion : new WholeFrames(fusion);
+}
+
 }  // namespace
 
 void applyHouseLook(QApplication& app)
 {
     Q_INIT_RESOURCE(translations);
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(houseStyle(app.devicePixelRatio()));
     QApplication::setPalette(housePalette());
     QFont font = QApplication::font();
     if (font.pointSizeF() > 0 && font.pointSizeF() < kSmallestFont) font.setPointSizeF(kSmallestFont);

@@ -16,6 +16,7 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -62,7 +63,9 @@ MSFlexGrid::MSFlexGrid(QWidget* parent) : QTableView(parent), m_model(new GridMo
     connect(numbers, &RowNumbers::clicked, this, [this](int section) { click({section + 1, 1}); });
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int section, int, int pixels) {
         const auto col = static_cast<std::size_t>(section) + 1;
-        if (!m_placing && col < m_widths.size()) m_widths[col] = pixelsToTwips(pixels, *this);
+        if (m_placing || col >= m_widths.size()) return;
+        m_widths[col] = pixelsToTwips(pixels, *this);
+        fillWidth();
     });
     for (const auto* bar : {horizontalScrollBar(), verticalScrollBar()})
         connect(bar, &QScrollBar::valueChanged, this, &MSFlexGrid::Scroll);
@@ -174,6 +177,65 @@ void MSFlexGrid::setColWidth(int col, int twips)
         horizontalHeader()->resizeSection(col - 1, pixels);
     }
     m_placing = false;
+    fillWidth();
+}
+
+void MSFlexGrid::fillWidth()
+{
+    const int last = Cols() - 1;
+    if (last < 1) return;
+    int pixels = twipsToPixels(m_widths[static_cast<std::size_t>(last)], *this);
+    if (m_lastColumnFills) {
+        int before = 0;
+        for (int col = 1; col < last; ++col) before += horizontalHeader()->sectionSize(col - 1);
+        pixels = std::max(pixels, viewport()->width() - before);
+    }
+    const bool placing = std::exchange(m_placing, true);
+    horizontalHeader()->resizeSection(last - 1, pixels);
+    m_placing = placing;
+}
+
+void MSFlexGrid::setLastColumnFills(bool fills)
+{
+    m_lastColumnFills = fills;
+    fillWidth();
+}
+
+int MSFlexGrid::heightForAllRows() const
+{
+    int width = 0;
+    for (const int twips : m_widths) width += twipsToPixels(twips, *this);
+    return 2 * frameWidth() + horizontalHeader()->sizeHint().height() +
+           (Rows() - 1) * verticalHeader()->defaultSectionSize() +
+           (width > sizeHint().width() ? horizontalScrollBar()->sizeHint().height() : 0);
+}
+
+/// Scrolled by rows to the end, a view puts the last row at its foot and cuts the top one: there is room for both.
+void MSFlexGrid::showTopRowWhole()
+{
+    const auto& bar = *verticalScrollBar();
+    if (verticalScrollMode() != ScrollPerItem || bar.maximum() == 0 || bar.value() != bar.maximum()) return;
+    const int before = verticalHeader()->offset();
+    verticalHeader()->setOffsetToSectionPosition(bar.value());
+    if (verticalHeader()->offset() != before) viewport()->update();
+}
+
+void MSFlexGrid::scrollContentsBy(int dx, int dy)
+{
+    QTableView::scrollContentsBy(dx, dy);
+    showTopRowWhole();
+}
+
+void MSFlexGrid::updateGeometries()
+{
+    QTableView::updateGeometries();
+    showTopRowWhole();
+}
+
+void MSFlexGrid::resizeEvent(QResizeEvent* event)
+{
+    QTableView::resizeEvent(event);
+    fillWidth();
 }
 
 void MSFlexGrid::setColAlignment(int col, Qt::Alignment alignment)

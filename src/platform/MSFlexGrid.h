@@ -33,6 +33,9 @@ public:
     void keepBytes(int row, int col, std::string bytes);  ///< see GridText
     int ColWidth(int col) const;                          ///< twips
     void setColWidth(int col, int twips);
+    /// The last column is drawn over the width that the others leave free. Its ColWidth stays.
+    void setLastColumnFills(bool fills);
+    int heightForAllRows() const;  ///< pixels in which no row has to be scrolled
     void setColAlignment(int col, Qt::Alignment alignment);
     int ColPos(int col) const;  ///< twips to the column, scrolling included, from inside the grid's border of 45 twips
     int RowPos(int row) const;  ///< twips to the row, likewise: grid Top + RowPos + 45 is the row's place on the form
@@ -76,6 +79,9 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void updateGeometries() override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     bool viewportEvent(QEvent* event) override;
 
@@ -95,6 +101,8 @@ private:
     Cell cellAt(const QMouseEvent& event) const;
     void copy(bool withHeader) const;
     void fitRows();
+    void fillWidth();
+    void showTopRowWhole();
 
     GridModel* m_model;
     GridSelection* m_selection;
@@ -106,6 +114,7 @@ private:
     int m_col = 1;
     bool m_placing = false;
     bool m_heldBack = false;
+    bool m_lastColumnFills = false;
     Cell m_pressed;  // by the left button, until its release
 };
 

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <set>
 
 namespace {
@@ -165,7 +166,8 @@ private:
             clip = withEmptyNeighbours(area, alignment);
 
         p.save();
-        p.setClipRect(clip, Qt::IntersectClip);
+        // What hangs below the line stays whole where a row is a little lower than its font.
+        p.setClipRect(clip.adjusted(0, 0, 0, static_cast<int>(std::ceil(font.pixelSize() / 8.0))), Qt::IntersectClip);
         p.setFont(font);
         p.setPen(Qt::black);
         const QRectF room = QRectF(cell).adjusted(gap, 0, -gap, 0);
@@ -221,7 +223,13 @@ private:
         double x = room.left();
         if (alignment & Qt::AlignHCenter) x = room.center().x() - drawn / 2;
         if (alignment & Qt::AlignRight) x = room.right() - drawn;
-        p.translate(x, lines.firstBase(room, alignment, 1));
+        double base = lines.firstBase(room, alignment, 1);
+        if (alignment & Qt::AlignBottom) {  // as far up as the ink below the line needs and the ink above it allows
+            const QRectF ink = QFontMetricsF(p.font()).tightBoundingRect(shown);
+            base = std::max(std::min(base, room.bottom() - ink.bottom() - lines.size / 16),
+                            std::min(base, room.top() - ink.top()));
+        }
+        p.translate(x, base);
         p.scale(narrow, 1);
         p.drawText(QPointF(0, 0), shown);
     }
@@ -266,13 +274,56 @@ void substituteSheetFonts()
                                            QStringLiteral("WenQuanYi Micro Hei")});
 }
 
-QPageLayout pageLayout(const PageSetup& page)
+QPageLayout pageLayout(const PageSetup& page, const SheetPrint& how)
 {
-    return {QPageSize(QPageSize::A4), page.landscape ? QPageLayout::Landscape : QPageLayout::Portrait,
+    return {QPageSize(QPageSize::A4), page.landscape || how.landscape ? QPageLayout::Landscape : QPageLayout::Portrait,
             QMarginsF(page.left, page.top, page.right, page.bottom), QPageLayout::Inch};
 }
 
-void printSheet(const Worksheet& sheet, QPagedPaintDevice& device)
+namespace {
+
+/// The first lines of the pages, by the edges of rows or columns, and the one behind the last.
+/// @param room of the first page; the others have `repeated` less @param mayBegin which lines may be first
+std::vector<int> pageStarts(const std::vector<int>& edges, int room, int repeated,
+                            const std::function<bool(int)>& mayBegin)
+{
+    const int end = static_cast<int>(edges.size());
+    const auto top = [&](int line) { return edges[static_cast<std::size_t>(line - 1)]; };
+    std::vector<int> first{1};
+    for (int line = 1; line < end; ++line) {
+        const int fits = room - (first.back() > 1 ? repeated : 0);
+        if (line == first.back() || edges[static_cast<std::size_t>(line)] - top(first.back()) <= fits) continue;
+        int next = line;
+        while (next > first.back() && !mayBegin(next)) --next;
+        first.push_back(next > first.back() ? next : line);
+        line = first.back();
+    }
+    first.push_back(end);
+    return first;
+}
+
+}  // namespace
+
+std::vector<SheetPage> sheetPages(const SheetGeometry& geometry, QSize page, const SheetPrint& how)
+{
+    const int rows = geometry.rows(), heads = std::clamp(how.headRows, 0, rows);
+    const auto top = [&](int row) { return geometry.lines()[static_cast<std::size_t>(row - 1)]; };
+    const int repeated = top(heads + 1);
+    const bool blockFits = how.lastBlock > 0 && how.lastBlock <= rows &&
+                           geometry.size().height() - top(how.lastBlock) <= page.height() - repeated;
+    const auto rowStarts = pageStarts(geometry.lines(), page.height(), repeated, [&](int row) {
+        return row > heads + 1 && !geometry.covered(CellRef(row, 1)) && !(blockFits && row > how.lastBlock);
+    });
+    const auto colStarts = pageStarts(geometry.columns(), page.width(), 0, [](int) { return true; });
+    std::vector<SheetPage> pages;
+    for (std::size_t c = 0; c + 1 < colStarts.size(); ++c)
+        for (std::size_t r = 0; r + 1 < rowStarts.size(); ++r)
+            pages.push_back(
+                {CellRange(rowStarts[r], colStarts[c], rowStarts[r + 1] - 1, colStarts[c + 1] - 1), r > 0 ? heads : 0});
+    return pages;
+}
+
+void printSheet(const Worksheet& sheet, QPagedPaintDevice& device, const SheetPrint& how)
 {
     const int rows = std::max(1, sheet.rows()), cols = std::max(1, sheet.cols());
     QPainter painter(&device);
@@ -280,33 +331,23 @@ void printSheet(const Worksheet& sheet, QPagedPaintDevice& device)
     const QRect page = painter.viewport();
     double scale = dpi / 96;
     const int natural = SheetGeometry(sheet, scale, 1, cols).size().width();
-    if (sheet.page.fitToWidth && natural > page.width()) scale *= static_cast<double>(page.width() - 2) / natural;
+    if ((sheet.page.fitToWidth || how.fitToWidth) && natural > page.width())
+        scale *= static_cast<double>(page.width() - 2) / natural;
     const SheetGeometry geometry(sheet, scale, rows, cols);
-
-    /// Where a page begins, by the edges of rows or columns.
-    const auto starts = [](const std::vector<int>& edges, int room) {
-        std::vector<int> first{1};
-        for (int i = 1; i < static_cast<int>(edges.size()); ++i)
-            if (i > first.back() &&
-                edges[static_cast<std::size_t>(i)] - edges[static_cast<std::size_t>(first.back() - 1)] > room)
-                first.push_back(i);
-        first.push_back(static_cast<int>(edges.size()));
-        return first;
+    const auto paint = [&](const CellRange& cells, int down) {
+        const QRect shown = geometry.rect(cells);
+        const int line = static_cast<int>(3 * scale);
+        painter.save();
+        painter.translate(-shown.left(), down - shown.top());
+        painter.setClipRect(shown.adjusted(-line, -line, line, line));
+        paintSheet(painter, sheet, geometry, cells);
+        painter.restore();
     };
-    const auto rowStarts = starts(geometry.lines(), page.height()),
-               colStarts = starts(geometry.columns(), page.width());
     bool newPage = false;
-    for (std::size_t c = 0; c + 1 < colStarts.size(); ++c)
-        for (std::size_t r = 0; r + 1 < rowStarts.size(); ++r) {
-            if (newPage) device.newPage();
-            newPage = true;
-            const CellRange cells(rowStarts[r], colStarts[c], rowStarts[r + 1] - 1, colStarts[c + 1] - 1);
-            const QRect shown = geometry.rect(cells);
-            painter.save();
-            painter.translate(-shown.topLeft());
-            const int line = static_cast<int>(3 * scale);
-            painter.setClipRect(shown.adjusted(-line, -line, line, line));
-            paintSheet(painter, sheet, geometry, cells);
-            painter.restore();
-        }
+    for (const auto& [cells, heads] : sheetPages(geometry, page.size(), how)) {
+        if (newPage) device.newPage();
+        newPage = true;
+        paint(cells, geometry.lines()[static_cast<std::size_t>(heads)]);
+        if (heads > 0) paint({1, cells.first.col, heads, cells.last.col}, 0);
+    }
 }

@@ -288,6 +288,7 @@ void SheetView::measure()
     m_geometry = SheetGeometry(m_sheet, m_zoom * logicalDpiX() / 96.0,
                                std::min(kSheetRows, std::max(m_sheet.rows() + kSpareRows, kLeastRows)),
                                std::min(kSheetCols, std::max(m_sheet.cols() + kSpareCols, kLeastCols)));
+    m_ink = SheetGeometry();
     const QSize room = viewport()->size() - QSize(headWidth(), headHeight());
     horizontalScrollBar()->setRange(0, std::max(0, m_geometry.size().width() - room.width()));
     verticalScrollBar()->setRange(0, std::max(0, m_geometry.size().height() - room.height()));
@@ -338,9 +339,17 @@ void SheetView::paintEvent(QPaintEvent*)
     const CellRange cells = m_geometry.cellsIn(inner.translated(-origin()));
     painter.save();
     painter.setClipRect(inner);
-    painter.translate(origin());
-    paintSheet(painter, m_sheet, m_geometry, cells,
+    // Lines are whole pixels of the screen, all of one width, also where a pixel of the window is one and a half.
+    const double ratio = devicePixelRatioF();
+    if (m_ink.scale() != m_geometry.scale() * ratio)
+        m_ink = SheetGeometry(m_sheet, m_geometry.scale() * ratio, m_geometry.rows(), m_geometry.cols());
+    painter.save();
+    painter.scale(1 / ratio, 1 / ratio);
+    painter.translate((QPointF(origin()) * ratio).toPoint());
+    paintSheet(painter, m_sheet, m_ink, cells,
                {.gridLines = true, .hidden = isEditing() ? current() : CellRef(kSheetRows, kSheetCols)});
+    painter.restore();
+    painter.translate(origin());
     paintSelection(painter);
     painter.restore();
     paintHeads(painter, cells);

@@ -92,7 +92,8 @@ private:
     void paintSelection(QPainter& painter);
 
     Worksheet m_sheet;
-    SheetGeometry m_geometry;
+    SheetGeometry m_geometry;  // in pixels of the window
+    SheetGeometry m_ink;       // in pixels of the screen; made when painted
     double m_zoom = 1;
     CellRef m_anchor, m_active;
     Editing m_editing = Editing::No;

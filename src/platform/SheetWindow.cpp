@@ -31,6 +31,9 @@ SheetWindow::SheetWindow(Worksheet sheet, const QString& title)
         command(QStringLiteral("撤销"), QKeySequence::Undo, QStringLiteral("撤销上一步"), [this] { m_view->undo(); });
     m_redo = command(QStringLiteral("重做"), QKeySequence::Redo, QStringLiteral("重做撤销的一步"),
                      [this] { m_view->redo(); });
+    auto redoKeys = QKeySequence::keyBindings(QKeySequence::Redo);
+    const QKeySequence ctrlY(Qt::CTRL | Qt::Key_Y);  // as in a spreadsheet, whatever the desktop's own key
+    if (!redoKeys.contains(ctrlY)) m_redo->setShortcuts(redoKeys << ctrlY);
     separator();
     auto* cut = command(QStringLiteral("剪切"), QKeySequence::Cut, QStringLiteral("剪切选中的单元格"),
                         [this] { m_view->cut(); });
@@ -117,5 +120,5 @@ void SheetWindow::showCurrent()
 
 void SheetWindow::settle() { m_view->commit(); }
 std::string SheetWindow::fileBytes() const { return XlsBytes(sheet()); }
-QPageLayout SheetWindow::page() const { return pageLayout(sheet().page); }
-void SheetWindow::print(QPagedPaintDevice& device) const { printSheet(sheet(), device); }
+QPageLayout SheetWindow::page() const { return pageLayout(sheet().page, m_print); }
+void SheetWindow::print(QPagedPaintDevice& device) const { printSheet(sheet(), device, m_print); }

@@ -3,6 +3,7 @@
 
 #ifndef Q_MOC_RUN  // moc does not read concepts
 #include "office/Worksheet.h"
+#include "platform/SheetPainter.h"
 #endif
 #include "platform/DocumentWindow.h"
 
@@ -23,6 +24,7 @@ public:
     SheetView& view() { return *m_view; }
     /// A program's change: shown when it ends, however it ends; one step for undo; unsaved work.
     void change(const std::function<void(Worksheet&)>& body);
+    void setPrint(const SheetPrint& how) { m_print = how; }
     double zoom() const { return m_zoom; }
     void setZoom(double zoom);  ///< 1 is as large as on paper; 0.25 to 4
 
@@ -42,4 +44,5 @@ private:
     QAction *m_undo, *m_redo;
     QComboBox* m_zoomBox;
     double m_zoom = 1;
+    SheetPrint m_print;
 };

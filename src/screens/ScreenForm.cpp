@@ -162,6 +162,8 @@ void ScreenForm::layOut(std::vector<house::Piece> fields, std::vector<QWidget*> 
 
     grid = control<MSFlexGrid>(m_parts.grid);
     grid->setHint(m_parts.hint);
+    grid->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+    grid->setLastColumnFills(true);
     wait = control<QLineEdit>(m_parts.wait);
     house::placeWaitBox(wait, grid);
     fields.insert(fields.end(), {grid, house::buttonRow(buttons)});

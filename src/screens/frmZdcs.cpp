@@ -1,5 +1,7 @@
 #include "screens/frmZdcs.h"
 
+#include "controls/FormScaling.h"
+#include "platform/PinnedColumn.h"
 #include "project/CalcTables.h"
 #include "screens/Zdcs.h"
 
@@ -27,6 +29,8 @@ void frmZdcs::Form_Load()
         LoadZdcs(rows);
         return Outcome{};
     });
+    new PinnedColumn(*grid);  // the curve's number
+    fitToContent(*this, {0, sizeHint().height() - grid->sizeHint().height() + grid->heightForAllRows()});
 }
 
 ExportData frmZdcs::exportData() { return {grid->text(), gZdCount, {}}; }

@@ -100,7 +100,6 @@ void LayOutFhdx(Worksheet& sheet, bool leftAngles)
     sheet.setNumberFormat(block('a', 4, 'a', 2 * n + 2), "@");
     sheet.setNumberFormat(block('a', 2 * n + 4, 'm', 2 * n + 7), "@");
     sheet.page.left = sheet.page.right = 0.5;
-    sheet.page.landscape = sheet.page.fitToWidth = true;
 }
 
 Outcome MakeFhdxSheet(std::string_view typedCount, bool leftAngles, const std::function<Worksheet&()>& newSheet)

@@ -7,6 +7,7 @@
 #include "platform/Layout.h"
 #include "platform/SheetView.h"
 #include "platform/SheetWindow.h"
+#include "project/CalcTables.h"
 #include "tools/Fhdx.h"
 
 #include <QGroupBox>
@@ -54,6 +55,8 @@ void frmFhdx::butFhdxBg_Click()
     });
     if (sheet) {  // as far as it got
         m_sheet = new SheetWindow(std::move(*sheet), QStringLiteral("附合导线计算表"));
+        // Two points at least go with the conclusion.
+        m_sheet->setPrint({.landscape = true, .fitToWidth = true, .headRows = 3, .lastBlock = 2 * gFhdxN});
         m_sheet->placeBeside(*this);
         m_sheet->view().setCurrent("a4");  // the first name to type
         m_sheet->show();

@@ -142,7 +142,8 @@ TEST(FhdxSheet, Page)
     const PageSetup page = formOf(6).page;
     EXPECT_EQ(page.left, 0.5);
     EXPECT_EQ(page.right, 0.5);
-    EXPECT_TRUE(page.fitToWidth);
+    EXPECT_FALSE(page.landscape);
+    EXPECT_FALSE(page.fitToWidth);
 }
 
 // --- The button ------------------------------------------------------------------------------------------------------

@@ -1,4 +1,4 @@
-// traverse_sheet FILE.xls: an adjusted traverse of seven points, as the sheet window saves it.
+// traverse_sheet FILE.xls: an adjusted traverse of seven points as the sheet window saves it, on one page for pictures.
 
 #include "office/Xls.h"
 #include "tools/ExampleTraverse.h"
@@ -14,6 +14,7 @@ int main(int argc, char** argv)
     }
     Worksheet sheet = exampleTraverse();
     AdjustFhdx(sheet, true);
+    sheet.page.landscape = sheet.page.fitToWidth = true;
     std::ofstream out(argv[1], std::ios::binary);
     SaveXls(sheet, out);
     return out.flush() ? 0 : 1;

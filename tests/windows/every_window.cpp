@@ -1,6 +1,8 @@
 // Every window of the program on the screen that the platform gives: each control inside window and screen, nothing
 // cut, nothing overlapping; when it opens, with every option set, at its smallest, and as large as the screen.
 
+#include "platform/GridHeader.h"
+#include "platform/MSFlexGrid.h"
 #include "support/EveryWindow.h"
 #include "support/QtTests.h"
 
@@ -9,6 +11,7 @@
 #include <QMenuBar>
 #include <QRadioButton>
 #include <QScreen>
+#include <QScrollBar>
 #include <QToolBar>
 #include <QToolButton>
 #include <QtTest>
@@ -96,11 +99,45 @@ QStringList faultsOf(QWidget& window)
         if (needed.width() > place.width() || needed.height() > place.height())
             faults << nameOf(*control) +
                           QStringLiteral(" is cut: needs %1x%2").arg(needed.width()).arg(needed.height());
-        for (const auto* other : controls)
-            if (control < other && !isGroup(*control) && !isGroup(*other) && place.intersects(placeOf(*other)))
+        for (const auto* other : controls) {
+            if (qobject_cast<const QLabel*>(control) && qobject_cast<const XPButton*>(other) &&
+                place.adjusted(-7, 0, 7, 0).intersects(placeOf(*other)))
+                faults << nameOf(*control) + QStringLiteral(" touches ") + nameOf(*other);
+            else if (control < other && !isGroup(*control) && !isGroup(*other) && place.intersects(placeOf(*other)))
                 faults << nameOf(*control) + QStringLiteral(" overlaps ") + nameOf(*other);
+        }
     }
     return faults;
+}
+
+/// Edges of a control along which no line is seen.
+QStringList brokenBorders(QWidget& window)
+{
+    const QImage image = window.grab().toImage();
+    const double ratio = image.devicePixelRatio();
+    const auto isLine = [&](QPointF at) {
+        const QPoint pixel = (at * ratio).toPoint();
+        return image.rect().contains(pixel) && qGray(image.pixel(pixel)) < 200;
+    };
+    QStringList broken;
+    for (const auto* control : controlsOf(window)) {
+        if (!control->inherits("QLineEdit") && !control->inherits("QAbstractItemView") &&
+            !control->inherits("XPButton"))
+            continue;
+        const QRectF r = placeOf(*control);
+        const struct {
+            const char* name;
+            QPointF middle, inwards;
+        } edges[] = {{"left", {r.left(), r.center().y()}, {1, 0}},
+                     {"right", {r.right(), r.center().y()}, {-1, 0}},
+                     {"bottom", {r.center().x(), r.bottom()}, {0, -1}}};
+        for (const auto& [name, middle, inwards] : edges) {
+            bool seen = false;
+            for (double depth = -1; depth <= 2.5; depth += 0.5 / ratio) seen = seen || isLine(middle + inwards * depth);
+            if (!seen) broken << nameOf(*control) + QStringLiteral(" has no %1 border").arg(QString::fromUtf8(name));
+        }
+    }
+    return broken;
 }
 
 /// The largest content that a window may have on its screen.
@@ -165,6 +202,78 @@ private slots:
         for (auto state = faults.begin(); state != faults.end(); ++state)
             for (const auto& fault : state.value()) qWarning("%s: %s", qPrintable(state.key()), qPrintable(fault));
         QCOMPARE(faults.keys(), QStringList());
+    }
+
+    void bordersAreWhole()
+    {
+        QStringList broken;
+        forEveryWindow([&](QWidget& window) {
+            for (const auto& fault : brokenBorders(window)) broken << window.objectName() + u' ' + fault;
+        });
+        QCOMPARE(broken, QStringList());
+    }
+
+    void theLastColumnReachesTheEdgeOrIsScrolledTo()
+    {
+        forEveryWindow([&](QWidget& window) {
+            for (auto* grid : window.findChildren<MSFlexGrid*>()) {
+                const int right = grid->cellRect(0, grid->Cols() - 1).right(),
+                          edge = grid->viewport()->geometry().right();
+                QVERIFY2(right == edge || (right > edge && grid->horizontalScrollBar()->maximum() > 0),
+                         qPrintable(window.objectName()));
+            }
+        });
+    }
+
+    void headerWordsAreNotBrokenOffByOneCharacter()
+    {
+        forEveryWindow([&](QWidget& window) {
+            for (auto* grid : window.findChildren<MSFlexGrid*>())
+                for (int col = 1; col < grid->Cols(); ++col) {
+                    const int width = grid->cellRect(0, col).width() - 4;
+                    const auto lines = evenLines(grid->TextMatrix(0, col), grid->fontMetrics(), width).split(u'\n');
+                    for (const auto& line : lines) {
+                        QVERIFY(grid->fontMetrics().horizontalAdvance(line) <= width);
+                        QVERIFY2(lines.size() == 1 || line.size() > 2, qPrintable(lines.join(u'|')));
+                    }
+                }
+        });
+    }
+
+    void resultGridsScrollByRows()
+    {
+        int asked = 0;
+        forEveryWindow([&](QWidget& window) {
+            if (!window.inherits("ScreenForm")) return;
+            auto* grid = window.findChild<MSFlexGrid*>();
+            window.resize(1, 1);
+            QApplication::processEvents();
+            for (int step = 0; step <= grid->verticalScrollBar()->maximum(); ++step) {
+                grid->verticalScrollBar()->setValue(step);
+                QCOMPARE(grid->rowViewportPosition(grid->rowAt(0)), 0);
+                ++asked;
+            }
+            const QRect last = grid->cellRect(grid->Rows() - 1, 1);
+            QVERIFY(grid->Rows() == 1 || grid->viewport()->geometry().bottom() >= last.bottom());
+        });
+        QVERIFY(asked > 10);
+    }
+
+    void theMainPointsOpenWithEveryCurveInSight()
+    {
+        int asked = 0;
+        forEveryWindow([&](QWidget& window) {
+            if (window.objectName() != u"frmZdcs") return;
+            auto* grid = window.findChild<MSFlexGrid*>();
+            QVERIFY(grid->Rows() > 10);
+            QCOMPARE(grid->verticalScrollBar()->maximum(), 0);
+            grid->horizontalScrollBar()->setValue(grid->horizontalScrollBar()->maximum());
+            auto* pinned = window.findChild<QWidget*>(QStringLiteral("pinnedColumn"));
+            QVERIFY(pinned && pinned->isVisible());
+            QCOMPARE(pinned->x(), grid->viewport()->x());
+            ++asked;
+        });
+        QCOMPARE(asked, 1);
     }
 
     /// No window of the sources is left out.
