@@ -83,6 +83,8 @@ int listAccuracy(const Call& call)
         call.err << ParameterFile(hang.file) << "：没有一行含有逗号，打开项目时程序会停住不动\n";
         return kRefused;
     }
+    for (const FileError& error : UnreadableFiles()) call.err << error.what() << '\n';
+    if (!UnreadableFiles().empty()) return kRefused;
     std::vector<std::string> lines;
     if (const auto settings = ParameterFile(files::settings); FileExists(settings))
         lines = SplitLines(Utf8FromCp936(WithoutBlankLines(ReadBytes(settings))));

@@ -76,7 +76,8 @@ bool loadProject(const std::string& folder, std::ostream& err)
             << (hang.line > 1 ? "行及以前没有一行含有逗号\n" : "行没有逗号\n");
         return false;
     }
-    return true;
+    for (const FileError& error : UnreadableFiles()) err << error.what() << '\n';
+    return UnreadableFiles().empty();
 }
 
 /// Finds the project that the options name, and loads it. False: refused, its text is on `err`.

@@ -76,7 +76,10 @@ Project look(const std::string& name)
     gProject = name;
     try {
         LoadProjectInMemory();
-        readEnds(project);
+        if (UnreadableFiles().empty())
+            readEnds(project);
+        else
+            project.remark = UnreadableFiles().front().what();
     } catch (const LoadWouldHang& hang) {
         project.remark = hang.file + "没有一行含有逗号，打开项目时程序会停住不动";
     } catch (const RunTimeError& error) {

@@ -2,6 +2,8 @@
 
 #include "CompanionTest.h"
 
+#include <sys/stat.h>
+
 TEST_F(Companion, AnOffsetThatIsNoNumberIsRefusedAndNotTheCentreLine)
 {
     for (const char* offset : {"-", ".", "0.0.0", "-+", "+", "--5", "-.", "0-", "..", "-0-", "x"}) {
@@ -122,6 +124,54 @@ TEST_F(Companion, CornersTakeWords)
     EXPECT_EQ(with({"--kq", "2", "--kh", "3", "--zz", "12", "--zy", "13", "--mode", "xz"}).out, skew.out);
     EXPECT_EQ(with({"--kq", "2", "--kh", "3", "--zz", "12", "--zy", "13"}).out, skew.out);
     EXPECT_NE(bare({"corners", "--help"}).out.find("也可写作 --kq"), std::string::npos);
+}
+
+TEST_F(Companion, AnUnreadableParameterFileIsRefusedByName)
+{
+    const std::vector<std::string> loaded{"其他参数.txt",   "平曲线参数.txt", "导线点参数.txt",  "断链参数.txt",
+                                          "竖曲线参数.txt", "超高参数.txt",   "超高宽度参数.txt"};
+    const fs::path project = fs::path(WorkspacePath()) / "示例一";
+    for (const auto& name : loaded) {
+        const fs::path path = project / name, kept = workspace.root() + "/kept";
+        fs::rename(path, kept);
+        const auto refused = [&](const char* what) {
+            for (const auto& command : {std::vector<std::string>{"coords", "--at", "12500", "--offset", "5"},
+                                        {"elevation", "--at", "12500"},
+                                        {"tables"},
+                                        {"check", "--accuracy"}}) {
+                auto args = command;
+                args.insert(args.begin(), "示例一");
+                const auto ran = calc(args);
+                EXPECT_EQ(ran.code, 1) << what << " " << name << " " << command[0];
+                EXPECT_EQ(ran.out, "") << what << " " << name << " " << command[0];
+                EXPECT_NE(ran.err.find("“" + path.string() + "”无法读取："), std::string::npos) << what << ran.err;
+            }
+            EXPECT_NE(calc({"list"}).out.find(name + "”无法读取"), std::string::npos) << what;
+        };
+        fs::create_symlink("nowhere", path);
+        refused("a link to nowhere");
+        fs::remove(path);
+        fs::create_directory(path);
+        refused("a folder");
+        fs::remove(path);
+        ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+        refused("a pipe");
+        fs::remove(path);
+        fs::rename(kept, path);
+    }
+    EXPECT_EQ(calc({"示例一", "coords", "--at", "12500", "--offset", "5"}).code, 0);
+}
+
+TEST_F(Companion, AnotherUsersFileIsRefusedByName)
+{
+    fs::permissions(workspace.root(), fs::perms(0755));
+    const std::string path = WorkspacePath() + "/示例一/超高参数.txt";
+    calc({"示例一", "coords", "--at", "12500"});
+    fs::permissions(path, fs::perms(0200));
+    const auto ran = bare({"--workspace", workspace.root(), "示例一", "elevation", "--at", "12500"}, {}, 65534);
+    EXPECT_EQ(ran.code, 1);
+    EXPECT_EQ(ran.out, "");
+    EXPECT_EQ(ran.err, "“" + path + "”无法读取：没有读取权限\n");
 }
 
 TEST_F(Companion, AFolderWithoutParameterFilesIsRefusedAndLeftAlone)
