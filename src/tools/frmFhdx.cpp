@@ -21,6 +21,8 @@ frmFhdx::frmFhdx(QWidget* parent)
       butFhdxZd(control<XPButton>("butFhdxZd", QStringLiteral("展 点"))),
       butFhdxBack(control<XPButton>("butFhdxBack", QStringLiteral("返 回")))
 {
+    // No dialog to the desktop: with a dialog comes the window that it belongs to, and covers the open sheet.
+    setWindowFlags(Qt::Window);
     filterKeys(txtDxd, IsIntegerKey);
     house::fitDigits(txtDxd, 5);
     txtDxd->setToolTip(QStringLiteral("包括两端已知边的四个点，至少5个"));

@@ -69,6 +69,17 @@ class tst_frmMain : public QObject {
     Q_OBJECT
 
 private slots:
+    void isANormalWindowThatTheDesktopPlaces()
+    {
+        ProjectFolder folder;
+        frmMain main;
+        main.show();
+        QCOMPARE(main.windowType(), Qt::Window);
+        QVERIFY(!main.isModal());
+        QVERIFY(!main.testAttribute(Qt::WA_Moved));
+        QCOMPARE(main.pos(), QPoint(0, 0));  // untouched: not in the middle of the screen, as a dialog
+    }
+
     void controls_data()
     {
         QTest::addColumn<QString>("caption");

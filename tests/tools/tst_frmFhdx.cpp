@@ -102,6 +102,20 @@ private slots:
             if (text->buddy() == j.form.findChild<QLineEdit*>("txtDxd")) label = text->text();
         QCOMPARE(label, "导线点个数");
     }
+    void theWindowItCameFromIsBlockedButDoesNotComeBeforeTheSheet()
+    {
+        ScriptedDesk desk;
+        QWidget main;
+        QLineEdit field(&main);
+        main.show();
+        frmFhdx form(&main);
+        form.show();
+        QCOMPARE(form.windowType(), Qt::Window);  // a desktop raises what a dialog belongs to
+        QVERIFY(form.isModal());
+        QTest::mouseClick(main.windowHandle(), Qt::LeftButton, {}, field.geometry().center());
+        QVERIFY(!field.hasFocus());
+        form.unload();
+    }
     void onlyDigitsEnterTheCount()
     {
         Journey j;
