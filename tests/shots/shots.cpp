@@ -11,6 +11,7 @@ int main(int argc, char** argv)
     const QString folder = QString::fromLocal8Bit(argc > 1 ? argv[1] : ".");
     const QString suffix = QString::fromLocal8Bit(argc > 2 ? argv[2] : "");
     forEveryWindow([&](QWidget& window) {
+        if (window.objectName() == u"frmTfy" || window.objectName() == u"frmWfy") return;  // look as 左幅 does
         const auto file = folder + u'/' + window.objectName() + suffix + QStringLiteral(".png");
         if (!window.grab().save(file)) qFatal("cannot write %s", qPrintable(file));
     });
