@@ -317,9 +317,17 @@ int main(int argc, char** argv)
     });
     QApplication app(argc, argv);
     applyHouseLook(app);
+    Answers atStart;
+    setDesk(&atStart);
+    const auto load = [](const fs::path& original) {
+        gAppPath = original.string();
+        gProject = "示例一";
+        LoadProject();
+        return shared;
+    };
     if (at >= 0) {
-        const Shared none;
-        loaded = &none;
+        const Shared roads = load(fs::path(folder).parent_path() / "original");
+        loaded = &roads;
         gAppPath = folder;
         if (::write(STDOUT_FILENO, "x", 1) != 1) return 1;
         carryOut(*chosen.front(), at, 0);
@@ -328,15 +336,8 @@ int main(int argc, char** argv)
     const fs::path scratch = fs::temp_directory_path() / ("velumark-faults-" + std::to_string(getpid()));
     const fs::path original = scratch / "original";
     gAppPath = original.string();
-    {
-        Answers answers;
-        setDesk(&answers);
-        makeWorkspace(VM_SOURCE_DIR "/samples");
-        gProject = "示例一";
-        LoadProject();
-        setDesk(nullptr);
-    }
-    const Shared roads = shared;
+    makeWorkspace(VM_SOURCE_DIR "/samples");
+    const Shared roads = load(original);
     loaded = &roads;
     gAppPath = (scratch / "work").string();
     fs::create_directories(gAppPath);
