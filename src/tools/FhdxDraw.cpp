@@ -71,4 +71,4 @@ Drawing DrawFhdx(const Worksheet& sheet)
     return drawing;
 }
 
-Msg FhdxDrawFault() { return {"输入数据有误，请检查后再运行", "错误", Icon::Critical}; }
+Msg FhdxDrawFault() { return {"输入数据有误，请检查后再运行", "错误", Icon::Exclamation}; }

@@ -108,7 +108,7 @@ Outcome MakeFhdxSheet(std::string_view typedCount, bool leftAngles, const std::f
     const double count = std::nearbyint(ParseNumber(typedCount));
     if (std::abs(count) > 1e9) throw RunTimeError(RunTimeError::Overflow);
     gFhdxN = toInt16(static_cast<long long>(count));
-    if (gFhdxN < 5) return {Refusal{{"导线点个数不能小于5", "错误", Icon::Critical}, ""}};
+    if (gFhdxN < 5) return {Refusal{{"导线点个数不能小于5", "错误", Icon::Exclamation}, ""}};
     LayOutFhdx(newSheet(), leftAngles);
     return {};
 }

@@ -175,7 +175,7 @@ TEST(FhdxMake, FourPointsAreTooFewButStayTheCount)
     Press press;
     const auto outcome = press("4");
     ASSERT_TRUE(outcome.refusal);
-    EXPECT_EQ(*outcome.refusal, (Refusal{{"导线点个数不能小于5", "错误", Icon::Critical}, ""}));
+    EXPECT_EQ(*outcome.refusal, (Refusal{{"导线点个数不能小于5", "错误", Icon::Exclamation}, ""}));
     EXPECT_EQ(gFhdxN, 4);
     EXPECT_EQ(press.opened, 0);
 }

@@ -19,7 +19,7 @@
 namespace {
 
 const Msg kCalcFault{"输入数据有误，请检查后再计算", "错误", Icon::None};
-const Msg kDrawFault{"输入数据有误，请检查后再运行", "错误", Icon::Critical};
+const Msg kDrawFault{"输入数据有误，请检查后再运行", "错误", Icon::Exclamation};
 
 template <class Kind>
 QList<Kind*> windows()
@@ -130,7 +130,7 @@ private slots:
         QCOMPARE(j.desk.last(), (Msg{"请输入导线点个数", "注意", Icon::Exclamation}));
         QCOMPARE(j.form.focusWidget()->objectName(), "txtDxd");
         QVERIFY(!j.makeSheet("4"));
-        QCOMPARE(j.desk.last(), (Msg{"导线点个数不能小于5", "错误", Icon::Critical}));
+        QCOMPARE(j.desk.last(), (Msg{"导线点个数不能小于5", "错误", Icon::Exclamation}));
         QVERIFY(j.enabled("butFhdxBg") && !j.enabled("butFhdxCalc"));
         QCOMPARE(j.desk.messages.size(), 2u);
     }
