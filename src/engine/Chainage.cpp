@@ -1,5 +1,6 @@
 #include "engine/Chainage.h"
 
+#include "engine/RunTimeError.h"
 #include "project/CalcTables.h"
 
 #include <cmath>
@@ -62,4 +63,4 @@ NominalStake ToNominal(double continuous)
     return n;
 }
 
-double RoundHalfUp3(double value) { return std::floor((value + 0.0005) * 1000) / 1000; }
+double RoundHalfUp3(double value) { return std::floor(checked((value + 0.0005) * 1000)) / 1000; }

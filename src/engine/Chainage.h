@@ -60,7 +60,8 @@ struct NominalStake {
     bool secondPass = false;  ///< the stake lies on the second pass through an overlap: a "-" goes before its text
 };
 /// Continuous to nominal stake, rounded by RoundHalfUp3; the value itself where there are no breaks.
+/// @throws Overflow
 /// Kept on purpose: the running value, earlier amounts included, meets the positions of the later breaks.
 NominalStake ToNominal(double continuous);
-/// To three decimals, half up towards plus infinity.
+/// To three decimals, half up towards plus infinity. @throws Overflow
 double RoundHalfUp3(double value);

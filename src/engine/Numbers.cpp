@@ -122,7 +122,7 @@ std::string secondsPart(double value)
 
 std::string FormatStake(double stake)
 {
-    const std::string t = NumText(std::abs(stake));
+    const std::string t = NumText(checked(std::abs(stake)));
     const std::string sign = stake < 0 ? "-K" : "K";
     const auto point = t.find('.');
     if (point == std::string::npos) return sign + kilometres(t) + ".000";

@@ -33,6 +33,7 @@ std::string FormatFixed3(double value);
 /// The value after its text of three decimals: ParseNumber(FormatFixed3(value)).
 double Fixed3(double value);
 /// K12+345.678; a minus stands before the K; further decimals show as they come. @param stake m
+/// @throws Overflow
 std::string FormatStake(double stake);
 /// 123度45分06秒, seconds truncated. @param[in,out] dms packed dd.mmss, left reduced by a turn and 1e-10 higher
 std::string FormatDms(double& dms);

@@ -1,4 +1,6 @@
 #include "engine/Chainage.h"
+
+#include "engine/RunTimeError.h"
 #include "project/CalcTables.h"
 #include "support/Tables.h"
 
@@ -447,6 +449,20 @@ TEST_F(Chainage, WayBackRoundsHalfUp)
     setBreaks({{100, 120}});
     EXPECT_EQ(ToNominal(130.0625).value, 150.063);
     EXPECT_EQ(ToNominal(-0.0625).value, -0.062);
+}
+
+TEST_F(Chainage, AStakeBeyondAllNumbersIsAnOverflow)
+{
+    setBreaks({{0, 1e308}});
+    for (const double stake : {0.001, 1000.0, 1e308}) {
+        try {
+            const double nominal = ToNominal(stake).value;
+            FAIL() << stake << " became " << nominal;
+        } catch (const RunTimeError& error) {
+            EXPECT_EQ(error.number(), RunTimeError::Overflow) << stake;
+        }
+    }
+    EXPECT_EQ(ToNominal(-5).value, -5);  // before the break
 }
 
 TEST_F(Chainage, RowIsConvertedInPlaceAndAGapKeepsWhatWasSubtracted)

@@ -204,6 +204,13 @@ TEST(FormatStake, Table)
     for (const auto& row : rows) EXPECT_EQ(FormatStake(row.stake), row.text);
 }
 
+TEST(FormatStake, NoNumberIsAnOverflow)
+{
+    for (const double stake : {std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
+                               std::numeric_limits<double>::quiet_NaN()})
+        EXPECT_EQ(errorOf([&] { FormatStake(stake); }), RunTimeError::Overflow) << stake;
+}
+
 TEST(FormatStake, MinusStandsBeforeTheK) { EXPECT_EQ(FormatStake(-1200), "-K1+200.000"); }
 
 std::string formatDms(double dms) { return FormatDms(dms); }
