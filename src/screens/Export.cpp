@@ -90,18 +90,6 @@ bool say(std::string_view text, std::string_view title, Icon icon, Msg::Buttons 
     return desk().box({std::string(text), std::string(title), icon, buttons, preset});
 }
 
-/// The wait box stands as long as this lives.
-class Waiting {
-public:
-    explicit Waiting(const std::function<void(bool)>& show) : m_show(show) { m_show(true); }
-    ~Waiting() { m_show(false); }
-    Waiting(const Waiting&) = delete;
-    Waiting& operator=(const Waiting&) = delete;
-
-private:
-    const std::function<void(bool)>& m_show;
-};
-
 }  // namespace
 
 void SaveResult(const ExportLayout& layout, const ExportData& data, ScreenState* state,
@@ -117,17 +105,17 @@ void SaveResult(const ExportLayout& layout, const ExportData& data, ScreenState*
         !say(message::kOverwrite, message::kNotice, Icon::Question, Msg::YesNo, Msg::No))
         return;
 
+    showWait(true);
+    std::string bytes;
+    // Kept on purpose: where the sheet fails nothing is said, and the wait box stays until the window closes.
+    if (!attempt([&] { bytes = XlsBytes(ResultSheet(layout, data)); })) return;
     std::string failure;
-    const bool saved = attempt([&] {
-        const Waiting waiting(showWait);
-        const std::string bytes = XlsBytes(ResultSheet(layout, data));
-        try {
-            WriteResult(*path, bytes);
-        } catch (const FileError& error) {
-            failure = error.reason();
-        }
-    });
-    if (!saved) return;
+    try {
+        WriteResult(*path, bytes);
+    } catch (const FileError& error) {
+        failure = error.reason();
+    }
+    showWait(false);
     if (!failure.empty()) {
         say("无法保存文件：\n" + *path + "\n" + failure, message::kError, Icon::Critical);
         return;

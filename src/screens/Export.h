@@ -118,7 +118,7 @@ Worksheet ResultSheet(const ExportLayout& layout, const ExportData& data);
 /// A cancelled dialog, No, and rows that do not fit end without a word; a file that can't be written gets a box that
 /// names it and the reason, the old file still stands and the flag stays.
 /// @param state  nullptr for a screen without a data-changed flag
-/// @param showWait  shows (true) and hides the wait box
+/// @param showWait  shows (true) and hides the wait box; it stays where the sheet fails without a word
 void SaveResult(const ExportLayout& layout, const ExportData& data, ScreenState* state,
                 const std::function<void(bool)>& showWait);
 

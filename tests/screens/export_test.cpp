@@ -373,7 +373,7 @@ TEST_F(Save, TheOldFileStandsUntilTheNewOneIsWritten)
     EXPECT_NE(bytes(), "old");
 }
 
-TEST_F(Save, RowsThatDoNotFitEndWithoutAWordAndKeepTheOldFile)
+TEST_F(Save, RowsThatDoNotFitEndWithoutAWordAndKeepTheOldFileAndTheWaitBox)
 {
     WriteBytes(path, "old");
     screen.state.rows = 32766;
@@ -381,7 +381,7 @@ TEST_F(Save, RowsThatDoNotFitEndWithoutAWordAndKeepTheOldFile)
     save();
     EXPECT_EQ(bytes(), "old");
     EXPECT_EQ(desk.messages, (std::vector<Msg>{kOverwriteQuestion}));
-    EXPECT_EQ(waits, (std::vector<bool>{true, false}));
+    EXPECT_EQ(waits, (std::vector<bool>{true}));
     EXPECT_TRUE(screen.state.changed);
 }
 
@@ -391,8 +391,32 @@ TEST_F(Save, ACounterOfAnEarlierRunEndsWithoutAWord)
     desk.save(path);
     save();
     EXPECT_FALSE(std::filesystem::exists(path));
+    EXPECT_EQ(waits, (std::vector<bool>{true})) << "the wait box stays until the window closes";
     EXPECT_TRUE(desk.messages.empty());
     EXPECT_TRUE(screen.state.changed);
+}
+
+TEST_F(Save, EverySilentFailureLeavesTheWaitBox)
+{
+    JgwStructures structures;  // of the first hundred
+    structures.count = 101;
+    for (int i = screen.state.rows; i < 4 * 101; ++i) screen.rows.row({{"K0+100.000"}, {}});
+    desk.save(path);
+    SaveResult(kJgwExport, {screen.grid.text(), screen.state.rows, {}, &structures}, &screen.state,
+               [this](bool shown) { waits.push_back(shown); });
+    EXPECT_EQ(waits, (std::vector<bool>{true})) << "101 structures";
+
+    Screen many(kElevationColumns);
+    while (many.state.rows < 32767) many.rows.row({{"a"}, {}});
+    EXPECT_THROW(many.rows.row({{"a"}, {}}), RunTimeError);
+    waits.clear();
+    desk.save(path);
+    SaveResult(kDgdGcExport, {many.grid.text(), many.state.rows, {}}, &many.state,
+               [this](bool shown) { waits.push_back(shown); });
+    EXPECT_EQ(waits, (std::vector<bool>{true})) << "32,768 rows";
+
+    EXPECT_TRUE(desk.messages.empty());
+    EXPECT_FALSE(std::filesystem::exists(path));
 }
 
 TEST_F(Save, AFolderOfThatNameIsNotHarmed)
