@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QWheelEvent>
 
 #include <functional>
 #include <string>
@@ -29,7 +30,7 @@ void keepTabOnChosen(QRadioButton* option);
 void setLocked(QLineEdit* box, bool locked);
 
 /// A pick list with an editable text: typing sets the text back through `Change`; picking fires `Click`, the same item
-/// included; nothing is picked at first.
+/// included; nothing is picked at first. Keys and the open list pick, the wheel does not: it turns over the window.
 class PickList : public QComboBox {
     Q_OBJECT
 public:
@@ -41,6 +42,9 @@ public:
 signals:
     void Click();
     void Change();  ///< after each character typed
+
+protected:
+    void wheelEvent(QWheelEvent* event) override { event->ignore(); }
 
 private:
     int m_picked = -1;

@@ -4,14 +4,18 @@
 
 #include <QApplication>
 #include <QDeadlineTimer>
+#include <QDialogButtonBox>
 #include <QEventLoop>
 #include <QFileDialog>
 #include <QFileIconProvider>
+#include <QFileInfo>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
 #include <QTimer>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -34,6 +38,14 @@ QMessageBox::Icon boxIcon(Icon icon)
     return QMessageBox::NoIcon;
 }
 
+/// The window system shows the program's file name over a window without a title: it gets a character that nobody sees.
+void hideFileName(QWidget& box)
+{
+    if (!box.windowTitle().isEmpty()) return;
+    box.winId();
+    box.windowHandle()->setTitle(QChar(0x200B));
+}
+
 class Box : public QMessageBox {
 public:
     Box(const Msg& msg, QWidget* over)
@@ -41,6 +53,7 @@ public:
                       over)
     {
         setTextFormat(Qt::PlainText);
+        hideFileName(*this);
     }
 };
 
@@ -114,10 +127,57 @@ public:
     }
 };
 
+/// What is typed is one name, quotation marks and all: they don't enclose the names of a list here.
+class OneFileDialog : public QFileDialog {
+public:
+    OneFileDialog() : QFileDialog(windowBelow()), m_name(findChild<QLineEdit*>())
+    {
+        // A name with quotation marks is judged by the pieces between them, which may be nothing at all.
+        connect(m_name, &QLineEdit::textChanged, this, [this] {
+            if (quoted()) acceptButton()->setEnabled(true);
+        });
+    }
+    QString chosen() const { return m_chosen; }
+
+protected:
+    void accept() override
+    {
+        if (!quoted()) return QFileDialog::accept();
+        const QFileInfo file(directory(), m_name->text());
+        if (file.isDir()) {
+            setDirectory(file.filePath());
+            m_name->clear();
+        } else if (acceptMode() == AcceptSave || file.exists()) {
+            m_chosen = file.filePath();
+            done(Accepted);
+        } else {
+            QMessageBox::warning(
+                this, windowTitle(),
+                tr("%1\nFile not found.\nPlease verify the correct file name was given.").arg(file.fileName()));
+        }
+    }
+    void done(int result) override
+    {
+        if (m_chosen.isEmpty()) m_chosen = selectedFiles().value(0);
+        QFileDialog::done(result);
+    }
+
+private:
+    bool quoted() const { return m_name->text().contains(u'"'); }
+    QPushButton* acceptButton() const
+    {
+        auto* buttons = findChild<QDialogButtonBox*>();
+        return buttons->button(acceptMode() == AcceptOpen ? QDialogButtonBox::Open : QDialogButtonBox::Save);
+    }
+
+    QLineEdit* m_name;
+    QString m_chosen;
+};
+
 std::optional<std::string> chosenFile(std::string_view filter, QFileDialog::AcceptMode mode)
 {
     FileIcons icons;  // outlives the dialog
-    QFileDialog dialog(QApplication::activeWindow());
+    OneFileDialog dialog;
     dialog.setAcceptMode(mode);
     dialog.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
     // The dialog's own drawing: a desktop's native one may ask about overwriting or add an extension by itself.
@@ -126,8 +186,8 @@ std::optional<std::string> chosenFile(std::string_view filter, QFileDialog::Acce
     dialog.setIconProvider(&icons);
     dialog.setWindowTitle(mode == QFileDialog::AcceptOpen ? QStringLiteral("打开") : QStringLiteral("另存为"));
     dialog.setNameFilters(nameFilters(QString::fromUtf8(filter.data(), static_cast<qsizetype>(filter.size()))));
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-    return dialog.selectedFiles().constFirst().toStdString();
+    if (dialog.exec() != QDialog::Accepted || dialog.chosen().isEmpty()) return std::nullopt;
+    return dialog.chosen().toStdString();
 }
 
 }  // namespace

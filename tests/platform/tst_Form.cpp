@@ -571,17 +571,31 @@ private slots:
         QCOMPARE(list.ListIndex(), -1);
         QCOMPARE(picked.size(), 4);
     }
-    void wheelPicksClick()
+    void theWheelOverAPickListPicksNothing()
     {
         PickList list;
-        for (const auto* item : {"中桩", "左边桩"}) list.AddItem(item);
+        for (const auto* item : {"中桩", "左边桩", "右边桩"}) list.AddItem(item);
+        list.setText("中桩");
         QSignalSpy clicks(&list, &PickList::Click);
+        QSignalSpy changes(&list, &PickList::Change);
         list.show();
         QVERIFY(QTest::qWaitForWindowActive(&list));
-        QWheelEvent wheel({5, 5}, list.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(&list, &wheel);
-        QCOMPARE(clicks.count(), 1);
-        QCOMPARE(list.ListIndex(), 0);
+        for (QWidget* under : {static_cast<QWidget*>(&list), static_cast<QWidget*>(list.lineEdit())})
+            for (const int turned : {-120, 120})
+                for (const Qt::KeyboardModifiers held : {Qt::NoModifier, Qt::ControlModifier}) {
+                    QWheelEvent wheel({5, 5}, under->mapToGlobal(QPointF(5, 5)), {}, {0, turned}, {}, held,
+                                      Qt::NoScrollPhase, false);
+                    QApplication::sendEvent(under, &wheel);
+                    QVERIFY(!wheel.isAccepted());  // what stands beneath may scroll
+                }
+        QCOMPARE(clicks.count() + changes.count(), 0);
+        QCOMPARE(list.ListIndex(), -1);
+        QCOMPARE(list.Text(), "中桩");
+        list.showPopup();
+        QTRY_VERIFY(list.view()->isVisible());
+        QTest::keyClick(list.view(), Qt::Key_Down);
+        QTest::keyClick(list.view(), Qt::Key_Return);
+        QCOMPARE(clicks.count(), 1);  // the open list picks
     }
     void typingIsAChangeAndNoPick()
     {

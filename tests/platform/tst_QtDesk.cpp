@@ -99,6 +99,21 @@ private slots:
         QCOMPARE(buttons, QStringList{"确定"});
     }
 
+    void aBoxWithoutATitleShowsNoFileName()
+    {
+        for (const QString title : {"", "注意"}) {
+            QString shown, kept;
+            whenUp<QMessageBox>([&](QMessageBox* box) {
+                shown = box->windowHandle()->title();
+                kept = box->windowTitle();
+                box->close();
+            });
+            m_desk.box({.text = "数据保存成功！", .title = title.toStdString(), .icon = Icon::Information});
+            QCOMPARE(kept, title);
+            QCOMPARE(shown, title.isEmpty() ? QString(QChar(0x200B)) : title);
+        }
+    }
+
     void questionsAreAnswered_data()
     {
         QTest::addColumn<bool>("defaultIsYes");
@@ -259,6 +274,50 @@ private slots:
             QTest::keyClick(dialog->findChild<QLineEdit*>(), Qt::Key_Return);
         });
         QCOMPARE(m_desk.saveFile("(*.xls)|*.xls|"), std::optional(path.toStdString()));  // no extension added
+    }
+    void aQuotationMarkIsACharacterOfTheName_data()
+    {
+        QTest::addColumn<QString>("name");
+        for (const char* name : {"3\"管.xls", "\"成果\"", "a\"", "\"b.xls", "\"a\" \"b\"", "\""})
+            QTest::newRow(name) << QString::fromUtf8(name);
+    }
+    void aQuotationMarkIsACharacterOfTheName()
+    {
+        QFETCH(QString, name);
+        QTemporaryDir folder;
+        const auto typeIt = [&](QFileDialog* dialog) {
+            dialog->setDirectory(folder.path());
+            auto* typed = dialog->findChild<QLineEdit*>();
+            typed->clear();
+            typed->insert(name);
+            QTest::keyClick(typed, Qt::Key_Return);
+            if (dialog->isVisible()) dialog->reject();
+        };
+        whenUp<QFileDialog>(typeIt);
+        const std::string path = folder.filePath(name).toStdString();
+        QCOMPARE(m_desk.saveFile("(*.xls)|*.xls|"), std::optional(path));
+        QVERIFY(QFile(folder.filePath(name)).open(QIODevice::WriteOnly));
+        whenUp<QFileDialog>(typeIt);
+        QCOMPARE(m_desk.openFile("(*.*)|*.*|"), std::optional(path));
+    }
+    void aMissingFileWithAQuotationMarkOpensNoOther()
+    {
+        QTemporaryDir folder;
+        QVERIFY(QFile(folder.filePath("b.txt")).open(QIODevice::WriteOnly));
+        whenUp<QFileDialog>([&](QFileDialog* dialog) {
+            dialog->setDirectory(folder.path());
+            auto* typed = dialog->findChild<QLineEdit*>();
+            typed->setFocus();
+            QTRY_VERIFY(typed->hasFocus());
+            typed->setText("a\"b.txt");
+            whenUp<QMessageBox>([dialog](QMessageBox* told) {
+                QVERIFY(told->text().contains("a\"b.txt"));
+                told->close();
+                QTimer::singleShot(0, dialog, [dialog] { dialog->reject(); });
+            });
+            QTest::keyClick(typed, Qt::Key_Return);
+        });
+        QCOMPARE(QString::fromStdString(m_desk.openFile("(*.txt)|*.txt|").value_or("none")), "none");
     }
     void dialogsAreCancelled()
     {
