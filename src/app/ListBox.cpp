@@ -45,6 +45,14 @@ void ListBox::keyPressEvent(QKeyEvent* event)
         QListWidget::keyPressEvent(event);
 }
 
+QItemSelectionModel::SelectionFlags ListBox::selectionCommand(const QModelIndex& index, const QEvent* event) const
+{
+    const auto command = QListWidget::selectionCommand(index, event);
+    const bool takesAway = !index.isValid() || command.testFlag(QItemSelectionModel::Deselect) ||
+                           command.testFlag(QItemSelectionModel::Toggle);
+    return takesAway ? QItemSelectionModel::NoUpdate : command;
+}
+
 void ListBox::paintEvent(QPaintEvent* event)
 {
     QListWidget::paintEvent(event);

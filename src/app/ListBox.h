@@ -1,5 +1,5 @@
 #pragma once
-// A list of names: one may be selected, none is at first.
+// A list of names: one may be selected, none is at first; once there is a selection, only another row replaces it.
 
 #include <QListWidget>
 
@@ -20,6 +20,7 @@ signals:
 protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
     void paintEvent(QPaintEvent* event) override;
 
 private:

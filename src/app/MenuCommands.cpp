@@ -20,14 +20,14 @@ namespace {
 
 /// A fresh form at each opening; the main window waits until it has unloaded.
 template <class Screen>
-void show()
+void show(QWidget* caller)
 {
     Screen screen;
-    screen.showModal();
+    screen.showModal(caller);
 }
 
 /// Nothing is said where the file or a viewer for it is missing.
-void showHelp()
+void showHelp(QWidget*)
 {
 #ifdef Q_OS_WIN
     const char* const names[] = {"/Velumark帮助.chm", "/Velumark帮助.html"};

@@ -3,14 +3,17 @@
 #include "app/Icons.h"
 #include "app/frmMain.h"
 #include "platform/HouseLook.h"
+#include "platform/Platform.h"
 #include "platform/QtDesk.h"
 #include "platform/RunHandler.h"
+#include "project/FilePath.h"
 #include "project/Workspace.h"
 
 #include <QApplication>
-#include <QDir>
 
 #include <exception>
+#include <filesystem>
+#include <system_error>
 
 namespace {
 
@@ -33,14 +36,16 @@ public:
 
 int runVelumark(int argc, char** argv)
 {
+    keepNoSettings();
     Application app(argc, argv);
     QApplication::setDesktopFileName(QStringLiteral("velumark"));
     applyHouseLook(app);
     QApplication::setWindowIcon(programIcon());
     QtDesk qtDesk;
     setDesk(&qtDesk);
-    gAppPath = QApplication::applicationDirPath().toStdString();
-    QDir::setCurrent(QApplication::applicationDirPath());
+    gAppPath = ProgramFolder(argv[0]);
+    std::error_code ignored;
+    std::filesystem::current_path(filePath(gAppPath), ignored);
 
     frmMain window;
     window.show();

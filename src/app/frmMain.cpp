@@ -2,9 +2,11 @@
 
 #include "app/Icons.h"
 #include "app/MenuCommands.h"
+#include "app/WaysOut.h"
 #include "app/frmNewProjects.h"
 #include "controls/FormScaling.h"
 #include "controls/XPButton.h"
+#include "desk/FileBox.h"
 #include "engine/Numbers.h"
 #include "engine/RunTimeError.h"
 #include "phone/Phone.h"
@@ -12,9 +14,11 @@
 #include "platform/DocumentWindow.h"
 #include "platform/HouseLook.h"
 #include "platform/Layout.h"
+#include "project/FileError.h"
 #include "project/LoadProject.h"
 #include "project/Workspace.h"
 
+#include <QApplication>
 #include <QBoxLayout>
 #include <QMenu>
 #include <QMenuBar>
@@ -41,14 +45,17 @@ frmMain::frmMain()
     makeCommands();
     layOut();
     onIdle(lstProjects, &ListBox::DblClick, &frmMain::cmdOpenProjects_Click);
-    on(cmdExit, &XPButton::Click, leaveProgram);
+    on(cmdExit, &XPButton::Click, [this] { leave(); });
+    WhenLoadHangs([this] { leaveOnlyTheWaysOut(); });
 }
+
+frmMain::~frmMain() { WhenLoadHangs({}); }
 
 template <class Sender, class Signal>
 void frmMain::onIdle(Sender* sender, Signal signal, Handler handler)
 {
     on(sender, signal, [this, handler] {
-        if (!m_loading) (this->*handler)();
+        if (!m_hanging) (this->*handler)();
     });
 }
 
@@ -75,7 +82,7 @@ void frmMain::makeCommands()
         } else {
             action = parent->addAction(commandIcon(command.name), caption);
             on(action, &QAction::triggered, [this, open = command.open] {
-                if (!m_loading) open();
+                if (!m_hanging) open(this);
             });
         }
         action->setObjectName(QString::fromUtf8(command.name));
@@ -114,10 +121,10 @@ void frmMain::layOut()
 void frmMain::Form_Load()
 {
     fill(*lstProjects, OpenCatalogue());
-    fill(*lstSj, ReadPhoneCatalogue());
+    tellFileErrors([this] { fill(*lstSj, ReadPhoneCatalogue()); });
 }
 
-void frmMain::Form_Unload() { leaveProgram(); }
+void frmMain::Form_Unload() { leave(); }
 
 void frmMain::fill(ListBox& list, const std::vector<std::string>& names)
 {
@@ -136,16 +143,14 @@ void frmMain::cmdNewProjects_Click()
 {
     frmNewProjects dialog;
     on(&dialog, &frmNewProjects::created, [this](const QString& name) { lstProjects->AddItem(name); });
-    dialog.showModal();
+    dialog.showModal(this);
 }
 
 void frmMain::cmdOpenProjects_Click()
 {
     if (refuseNoSelection(*lstProjects)) return;
     gProject = Trim(toUtf8(lstProjects->Text()));
-    m_loading = true;
     LoadProject();
-    m_loading = false;
     // Said whatever the load met, a stake in a chainage gap included.
     showBox(QStringLiteral("打开项目成功！"), QString(), Icon::Information);
     for (auto* action : m_needProject) action->setEnabled(true);
@@ -155,10 +160,11 @@ void frmMain::cmdProjectsDel_Click()
 {
     if (refuseNoSelection(*lstProjects)) return;
     if (!desk().box({"确定要删除线路参数？", "注意", Icon::Question, Msg::YesNo, Msg::No})) return;
-    const int index = lstProjects->ListIndex();
-    const auto name = toUtf8(lstProjects->Text());
-    attempt([&] { DeleteProject(index, name); });
-    fill(*lstProjects, OpenCatalogue());
+    tellFileErrors([this] {
+        const Outcome done = DeleteProject(lstProjects->ListIndex(), toUtf8(lstProjects->Text()));
+        if (!done) refuse(*done.refusal);
+        fill(*lstProjects, OpenCatalogue());
+    });
 }
 
 void frmMain::butZh_Click()
@@ -167,15 +173,44 @@ void frmMain::butZh_Click()
     gProject = toUtf8(lstProjects->Text());
     frmSjName dialog;
     on(&dialog, &frmSjName::listed, [this](const QString& name) { lstSj->AddItem(name); });
-    dialog.showModal();
+    dialog.showModal(this);
 }
 
 void frmMain::butDel_Click()
 {
     if (refuseNoSelection(*lstSj)) return;
     if (!desk().box({"确定要删除手机版参数？", "注意", Icon::Question, Msg::YesNo, Msg::No})) return;
-    const int index = lstSj->ListIndex();
-    const auto name = toUtf8(lstSj->Text());
-    attempt([&] { RemovePhoneProject(index, lstSj->count(), name); });
-    fill(*lstSj, ReadPhoneCatalogue());
+    tellFileErrors([this] {
+        const Outcome done = RemovePhoneProject(lstSj->ListIndex(), lstSj->count(), toUtf8(lstSj->Text()));
+        if (!done) refuse(*done.refusal);
+        fill(*lstSj, ReadPhoneCatalogue());
+    });
+}
+
+/// A file that fails is said; any other error ends the handler without a word. The list stays as it is then.
+void frmMain::tellFileErrors(const std::function<void()>& body)
+{
+    try {
+        body();
+    } catch (const FileError& error) {
+        desk().box(FileBox(error));
+    } catch (const RunTimeError&) {  // the list of the file is shorter than what is shown
+    }
+}
+
+/// A load that hangs has been called by this window or by one over it: none of those comes back. The way out is here.
+void frmMain::leaveOnlyTheWaysOut()
+{
+    m_hanging = true;
+    for (auto* window : QApplication::topLevelWidgets())
+        if (window != this && qobject_cast<Form*>(window)) window->hide();
+    m_waysOut = std::make_unique<WaysOut>(*this, *cmdExit);
+    cmdExit->setFocus();
+    activateWindow();
+}
+
+void frmMain::leave()
+{
+    m_waysOut.reset();  // open sheets and drawings are asked about
+    leaveProgram();
 }

@@ -8,14 +8,21 @@
 #include <QLabel>
 #include <QList>
 
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
 class QMenuBar;
 class QToolBar;
+class WaysOut;
 class XPButton;
 
 class frmMain : public Form {
     Q_OBJECT
 public:
     frmMain();
+    ~frmMain() override;
 
     void reject() override {}  ///< Esc does not end the program
 
@@ -40,6 +47,9 @@ private:
 
     bool refuseNoSelection(const ListBox& list);
     static void fill(ListBox& list, const std::vector<std::string>& names);
+    static void tellFileErrors(const std::function<void()>& body);
+    void leaveOnlyTheWaysOut();
+    void leave();
 
     // In the order of the tab key.
     QMenuBar* m_menuBar;
@@ -51,5 +61,6 @@ private:
     ListBox* lstSj;
     XPButton *butZh, *butDel, *cmdExit;
     QList<QAction*> m_needProject;  ///< enabled by the first project that is opened, never disabled again
-    bool m_loading = false;         ///< a load that never comes back leaves only the ways out of the program
+    bool m_hanging = false;         ///< a load never comes back
+    std::unique_ptr<WaysOut> m_waysOut;
 };

@@ -21,12 +21,12 @@ frmNewProjects::frmNewProjects()
 
 void frmNewProjects::cmdNewProjectsOK_Click()
 {
-    if (const auto outcome = CreateProject(toUtf8(txtNewProjects->text())); !outcome) {
+    const auto listed = [this] { emit created(fromUtf8(gProject)); };
+    if (const auto outcome = CreateProject(toUtf8(txtNewProjects->text()), listed); !outcome) {
         desk().box(outcome.refusal->msg);
         txtNewProjects->clear();
         txtNewProjects->setFocus();
         return;
     }
-    emit created(fromUtf8(gProject));
     unload();
 }

@@ -11,7 +11,7 @@ public:
     frmNewProjects();
 
 signals:
-    void created(const QString& name);
+    void created(const QString& name);  ///< the catalogue has it; its settings are still to be written
 
 private:
     void cmdNewProjectsOK_Click();

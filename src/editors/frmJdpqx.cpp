@@ -13,5 +13,5 @@ frmJdpqx::frmJdpqx(QWidget* parent) : EditorForm(JdpqxTable(), parent)
 void frmJdpqx::butJdView_Click()
 {
     if (gZdCount < 1) return showBox(QStringLiteral("请先输入参数！"), QStringLiteral("注意"), Icon::None);
-    frmZdcs().showModal();
+    frmZdcs().showModal(this);
 }

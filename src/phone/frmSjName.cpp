@@ -2,7 +2,6 @@
 
 #include "controls/XPButton.h"
 #include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
 #include "phone/Phone.h"
 #include "platform/Layout.h"
 
@@ -32,8 +31,7 @@ frmSjName::frmSjName()
 
 void frmSjName::sjXmOK_Click()
 {
-    auto done = PhoneExport::Stopped;
-    attempt([&] { done = ExportForPhone(toUtf8(txtsjName->text())); });  // a file that fails ends it without a word
+    const auto done = ExportForPhone(toUtf8(txtsjName->text()));
     if (done == PhoneExport::Declined) {
         txtsjName->clear();
         txtsjName->setFocus();

@@ -36,10 +36,9 @@ void Form::setVisible(bool visible)
     QDialog::setVisible(visible);
 }
 
-void Form::showModal()
+void Form::showModal(QWidget* caller)
 {
-    auto* over = QApplication::activeWindow();
-    if (over && over != this && !parentWidget()) setParent(over, windowFlags());
+    if (caller) setParent(caller, windowFlags());
     setVisible(true);
     if (isVisible()) exec();
 }

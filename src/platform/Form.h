@@ -20,8 +20,10 @@ public:
     Form(const QString& name, const QString& caption, QWidget* parent = nullptr);
     ~Form() override;
 
-    /// Shows the form modally over the active one and returns when it has unloaded.
-    void showModal();
+    /// Shows the form modally over the one that calls it, and returns when it has unloaded.
+    /// @param caller  becomes the parent; nullptr: the one that it was made with. Never the window that happens to be
+    ///                active: that may be none, or a sheet, and the caller would go on taking input.
+    void showModal(QWidget* caller = nullptr);
     /// Closes by program: Form_Unload runs, QueryUnload does not.
     void unload();
     /// Before the form is first seen Form_Load runs; where it fails the form stays hidden.

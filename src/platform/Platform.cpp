@@ -7,6 +7,7 @@
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QSettings>
 #include <QUrl>
 
 #include <cstdio>
@@ -53,6 +54,12 @@ Platform& platform()
 {
     static Platform seams{modifierIsHeld, openOnDesktop, endAtOnce};
     return seams;
+}
+
+void keepNoSettings()
+{
+    // Nothing can be made below a file, so what the file dialog would write on closing is dropped.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
 }
 
 bool KeyIsDown(int virtualKey) { return platform().keyIsDown(virtualKey); }

@@ -16,5 +16,8 @@ Platform& platform();
 
 inline constexpr int kVirtualKeyControl = 17;
 
+/// Before the first window: nothing that dialogs remember goes to disk. All that the program keeps lies beside it.
+void keepNoSettings();
+
 /// True while the key is held. @param virtualKey 16 is Shift, 17 Ctrl, 18 Alt; any other is never down
 bool KeyIsDown(int virtualKey);

@@ -11,11 +11,14 @@
 
 #include <algorithm>
 #include <chrono>
+#include <functional>
 #include <thread>
+#include <utility>
 
 namespace {
 
 Hang onHang = Hang::ForEver;
+std::function<void()> beginOfHang;
 bool stoppedAtGap = false;
 bool changesFiles = true;  // false: what a load would do to the files is done to their bytes alone
 std::vector<FileError> unreadable;
@@ -67,6 +70,7 @@ std::vector<std::string> readLines(std::string_view file)
         const auto text = std::find_if(lines.rbegin(), lines.rend(), [](const auto& line) { return !line.empty(); });
         throw LoadWouldHang(std::string(file), static_cast<int>(lines.rend() - text));
     }
+    if (beginOfHang) beginOfHang();
     while (true) {
         desk().turnWithInput();
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
@@ -163,6 +167,7 @@ void LoadProject() { load(true); }
 void LoadProjectInMemory() { load(false); }
 
 void SetHang(Hang hang) { onHang = hang; }
+void WhenLoadHangs(std::function<void()> begin) { beginOfHang = std::move(begin); }
 
 bool LoadStoppedAtGap() { return stoppedAtGap; }
 

@@ -2,6 +2,7 @@
 
 #include "project/FileError.h"
 
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -26,6 +27,8 @@ struct LoadWouldHang : std::runtime_error {
 /// What LoadProject does at such a file: hang (the program) or throw LoadWouldHang (the companion, the probe, fuzzers).
 enum class Hang { ForEver, Throw };
 void SetHang(Hang hang);
+/// Runs once when a load begins to hang, whoever called it; an empty one takes it back.
+void WhenLoadHangs(std::function<void()> begin);
 
 /// True where the last LoadProject was ended by a stake in a chainage gap.
 bool LoadStoppedAtGap();

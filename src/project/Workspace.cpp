@@ -16,10 +16,23 @@ namespace {
 std::string catalogue() { return WorkspacePath() + "/项目名称.txt"; }
 std::string phoneCatalogue() { return PhonePath() + "/XMMC.txt"; }
 
-/// `name` below `folder`; below the file `list`, where nothing can exist, if it is no direct child.
+std::string withoutCase(std::string_view ascii)
+{
+    std::string text(ascii);
+    std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::toupper(c); });
+    return text;
+}
+
+/// A folder of that name beside `list` would take its place, on some platform at least.
+bool namesTheList(const std::string& list, std::string_view name)
+{
+    return withoutCase(name) == withoutCase(std::string_view(list).substr(list.find_last_of('/') + 1));
+}
+
+/// `name` below `folder`; below the file `list`, where nothing can exist, if it is no direct child, or the list itself.
 std::string childOf(const std::string& folder, const std::string& list, const std::string& name)
 {
-    return IsFolderName(name) ? folder + "/" + name : list + "/-";
+    return IsFolderName(name) && !namesTheList(list, name) ? folder + "/" + name : list + "/-";
 }
 
 bool isDeviceName(std::string_view name)
@@ -28,8 +41,7 @@ bool isDeviceName(std::string_view name)
         "CONIN$", "CONOUT$", "CON",  "PRN",  "AUX",  "NUL",  "COM1", "COM2", "COM3", "COM4", "COM5", "COM6",
         "COM7",   "COM8",    "COM9", "LPT1", "LPT2", "LPT3", "LPT4", "LPT5", "LPT6", "LPT7", "LPT8", "LPT9"};
     // An extension makes no difference: con.txt is the console too.
-    std::string stem(Trim(name.substr(0, name.find('.'))));
-    std::transform(stem.begin(), stem.end(), stem.begin(), [](unsigned char c) { return std::toupper(c); });
+    const std::string stem = withoutCase(Trim(name.substr(0, name.find('.'))));
     return std::find(devices.begin(), devices.end(), stem) != devices.end();
 }
 
@@ -46,6 +58,14 @@ std::vector<std::string> linesOf(const std::string& bytes)
     return lines;
 }
 
+/// The names of a catalogue, UTF-8.
+std::vector<std::string> namesOf(const std::string& bytes)
+{
+    auto names = linesOf(bytes);
+    for (auto& name : names) name = Utf8FromCp936(name);
+    return names;
+}
+
 void makeFolder(const std::string& path)
 {
     std::error_code error;
@@ -56,6 +76,15 @@ void makeFolder(const std::string& path)
 Outcome refused(std::string text) { return {Refusal{{std::move(text), "错误", Icon::Critical}, "txtNewProjects"}}; }
 
 }  // namespace
+
+std::string ProgramFolder(const char* name)
+{
+    std::error_code error;
+    auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+    if (error) program = std::filesystem::absolute(name, error);
+    const auto folder = program.parent_path().u8string();
+    return {folder.begin(), folder.end()};
+}
 
 std::string WorkspacePath() { return gAppPath + "/参数文件"; }
 std::string PhonePath() { return gAppPath + "/SJCS"; }
@@ -77,12 +106,29 @@ bool IsFolderName(std::string_view name)
     return !forbidden && !isDeviceName(name) && inCodePage(name);
 }
 
+bool IsPhoneProjectName(std::string_view name) { return IsFolderName(name) && !namesTheList(phoneCatalogue(), name); }
+
+std::optional<std::ptrdiff_t> LineOf(const std::vector<std::string>& names, std::ptrdiff_t index,
+                                     const std::string& name)
+{
+    const auto count = std::ssize(names);
+    const auto is = [&](std::ptrdiff_t i) { return names[static_cast<std::size_t>(i)] == name; };
+    for (auto i = std::min(index, count - 1); i >= 0; --i)
+        if (is(i)) return i;
+    for (auto i = index + 1; i < count; ++i)
+        if (is(i)) return i;
+    return std::nullopt;
+}
+
+Refusal NoLongerListed(const std::string& name)
+{
+    return {{"“" + name + "”已不在项目列表中！", "注意", Icon::Exclamation}, {}};
+}
+
 std::vector<std::string> OpenCatalogue()
 {
     if (!FolderExists(WorkspacePath())) makeFolder(WorkspacePath());
-    auto names = linesOf(ReadBytesCreating(catalogue()));
-    for (auto& name : names) name = Utf8FromCp936(name);
-    return names;
+    return namesOf(ReadBytesCreating(catalogue()));
 }
 
 std::vector<std::string> ReadPhoneCatalogue()
@@ -93,19 +139,20 @@ std::vector<std::string> ReadPhoneCatalogue()
     return names;
 }
 
-Outcome CreateProject(const std::string& typed)
+Outcome CreateProject(const std::string& typed, const std::function<void()>& listed)
 {
     gProject = Trim(typed);
     try {
-        const auto listed = ReadBytes(catalogue());
-        const auto lines = linesOf(listed);
+        const auto before = ReadBytes(catalogue());
+        const auto lines = linesOf(before);
         const auto name = Cp936FromUtf8(gProject);
         if (std::find(lines.begin(), lines.end(), name) != lines.end())
             return refused("项目名称已存在，请重新输入项目名称！");
         if (!IsFolderName(gProject)) throw RunTimeError(RunTimeError::PathAccess);
         makeFolder(ProjectPath(gProject));
-        const bool open = !listed.empty() && !listed.ends_with("\r\n");  // a line of its own, whatever stands before
-        WriteBytes(catalogue(), listed + (open ? "\r\n" : "") + name + "\r\n");
+        const bool open = !before.empty() && !before.ends_with("\r\n");  // a line of its own, whatever stands before
+        WriteBytes(catalogue(), before + (open ? "\r\n" : "") + name + "\r\n");
+        if (listed) listed();
         const auto unset = Cp936FromUtf8("未设置");
         WriteBytes(ProjectPath(gProject) + "/" + std::string(files::settings),
                    JoinLines(std::vector<std::string>(4, unset)));
@@ -115,8 +162,17 @@ Outcome CreateProject(const std::string& typed)
     return {};
 }
 
-void DeleteProject(int index, const std::string& name)
+Outcome DeleteProject(int index, const std::string& name)
 {
-    if (FileExists(catalogue())) DeleteLine(catalogue(), toInt16(index + 1LL));
-    DeleteFolderTree(ProjectPath(name));
+    const auto before = FileExists(catalogue()) ? ReadBytes(catalogue()) : std::string();
+    const auto line = LineOf(namesOf(before), index, name);
+    if (!line) return {NoLongerListed(name)};
+    DeleteLine(catalogue(), toInt16(*line + 1));
+    try {
+        DeleteFolderTree(ProjectPath(name));
+    } catch (const FileError&) {  // what is left of the folder stays in reach
+        attempt([&] { WriteBytes(catalogue(), before); });
+        throw;
+    }
+    return {};
 }

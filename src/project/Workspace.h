@@ -4,6 +4,9 @@
 
 #include "desk/Outcome.h"
 
+#include <cstddef>
+#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,6 +28,9 @@ inline constexpr std::string_view superelevation = "超高参数.txt";
 inline constexpr std::string_view widths = "超高宽度参数.txt";
 }  // namespace files
 
+/// Folder of the running program, bytes as they are: a name that is no valid UTF-8 works too.
+/// @param name  as the program was called, for machines that do not tell
+std::string ProgramFolder(const char* name);
 std::string WorkspacePath();  ///< gAppPath/参数文件
 /// gAppPath/参数文件/<project>. A name that is no direct child of the workspace (empty, "..", "a/b") gives a path where
 /// nothing can exist, so that whatever is done with it fails as with a folder that is missing.
@@ -39,6 +45,8 @@ std::string PhoneProjectPath(const std::string& name);
 /// A name that may become a folder on every platform, so that a workspace can move: not empty, "." or "..", none of
 /// \ / : * ? " < > |, no control character, no blank or point at the end, no device name, all of it in code page 936.
 bool IsFolderName(std::string_view name);
+/// A folder name that is not the list of phone projects itself, in any case of letters.
+bool IsPhoneProjectName(std::string_view name);
 
 /// The workspace made if missing, the project catalogue read (created empty if missing), UTF-8 names in file order.
 /// @throws FileError
@@ -48,7 +56,17 @@ std::vector<std::string> ReadPhoneCatalogue();
 
 /// New project from the typed text: sets gProject before any check. Refused with the boxes of the new-project dialog;
 /// after either the form empties txtNewProjects and gives it the focus.
-Outcome CreateProject(const std::string& typed);
-/// Line `index` (from 0) of the catalogue goes, then the folder of that name with all it holds (none where `name` is
-/// no direct child of the workspace). @throws FileError
-void DeleteProject(int index, const std::string& name);
+/// @param listed  runs when the catalogue has the new line, before the settings are written: what is shown agrees with
+///                the catalogue also where those fail
+Outcome CreateProject(const std::string& typed, const std::function<void()>& listed = {});
+/// The project's line of the catalogue goes, then the folder of that name with all it holds (none where `name` is no
+/// direct child of the workspace). Where the folder stays, so does the line.
+/// @param index  line that was shown (from 0); where it names another project by now, the name is looked for. Refused
+///               where it is no longer listed; then nothing is deleted
+/// @throws FileError
+Outcome DeleteProject(int index, const std::string& name);
+
+/// Where a catalogue that another copy of the program may have changed names a project: at `index`, or nearest to it.
+std::optional<std::ptrdiff_t> LineOf(const std::vector<std::string>& names, std::ptrdiff_t index,
+                                     const std::string& name);
+Refusal NoLongerListed(const std::string& name);

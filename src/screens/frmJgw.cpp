@@ -45,7 +45,7 @@ frmJgw::frmJgw()
 
     opensBox(cheJgwJj, txtJgwJj);
     on(butJgwCalc, &XPButton::Click, [this] { butJgwCalc_Click(); });
-    on(pljs, &XPButton::Click, [this] { frmPl(*this).showModal(); });
+    on(pljs, &XPButton::Click, [this] { frmPl(*this).showModal(this); });
     on(butTxt, &XPButton::Click,
        [this] { run([this](RowSink& rows) { return CalcJgwFile(read(), m_structures, rows); }); });
 

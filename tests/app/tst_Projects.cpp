@@ -6,6 +6,7 @@
 #include "phone/Phone.h"
 #include "phone/frmSjName.h"
 #include "project/CalcTables.h"
+#include "support/FailingCalls.h"
 #include "support/ProjectFolder.h"
 #include "support/QtTests.h"
 #include "support/ScriptedDesk.h"
@@ -209,6 +210,22 @@ private slots:
         QCOMPARE(catalogue(), std::string("Road\r\nroad\r\n"));
     }
 
+    void newProjectOnAFullDiskIsShownAsItIsListed()
+    {
+        Shown shown;
+        const auto path = ProjectPath("乙") + "/";
+        const FailingCalls full([&](const Call& call) {
+            return call.name == "open" && call.path.starts_with(path) && call.flags & O_CREAT ? ENOSPC : 0;
+        });
+        shown.create("乙", [](QWidget& dialog) {
+            QVERIFY(dialog.isVisible());
+            QCOMPARE(textOf(dialog, "txtNewProjects"), QString());
+        });
+        QCOMPARE(shown.desk.messages, std::vector<Msg>{kBadName});
+        QCOMPARE(names(shown.main(), "lstProjects"), texts({"测试", "乙"}));
+        QCOMPARE(catalogue(), std::string("测试\r\n乙\r\n"));
+    }
+
     // Open project
 
     void openWithoutASelection()
@@ -223,6 +240,54 @@ private slots:
         auto* rows = named<ListBox>(shown.main(), "lstProjects").viewport();
         QTest::mouseDClick(rows, Qt::LeftButton, {}, rows->rect().bottomRight() - QPoint(8, 8));
         QCOMPARE(shown.desk.messages, std::vector<Msg>{kSelect});
+    }
+    void aClickOnTheEmptyPartTakesNoSelectionAway_data()
+    {
+        QTest::addColumn<QString>("list");
+        for (const char* name : {"lstProjects", "lstSj"}) QTest::newRow(name) << QString::fromUtf8(name);
+    }
+    void aClickOnTheEmptyPartTakesNoSelectionAway()
+    {
+        QFETCH(QString, list);
+        Shown shown("测试\r\n乙\r\n");
+        select(shown.main(), "lstProjects", 0);
+        for (const char* name : {"a", "b"}) shown.convert(name);
+        auto& box = named<ListBox>(shown.main(), list.toUtf8().constData());
+        auto* rows = box.viewport();
+        const QPoint empty = rows->rect().bottomRight() - QPoint(8, 8);
+        const auto row = [&](int i) { return box.visualItemRect(box.item(i)).center(); };
+        QTest::mouseClick(rows, Qt::LeftButton, {}, row(1));
+        QCOMPARE(box.ListIndex(), 1);
+        for (const auto held : {Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier})
+            for (const auto button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
+                QTest::mouseClick(rows, button, held, empty);
+                QCOMPARE(box.ListIndex(), 1);
+            }
+        QTest::mousePress(rows, Qt::LeftButton, {}, empty);  // begun there, let go on the way
+        QTest::mouseMove(rows, empty - QPoint(0, 12));
+        QTest::mouseRelease(rows, Qt::LeftButton, {}, empty - QPoint(0, 12));
+        QCOMPARE(box.ListIndex(), 1);
+        QTest::mousePress(rows, Qt::LeftButton, {}, row(1));
+        QTest::mouseMove(rows, empty);
+        QTest::mouseRelease(rows, Qt::LeftButton, {}, empty);
+        QCOMPARE(box.ListIndex(), 1);
+        QTest::mouseClick(rows, Qt::LeftButton, Qt::ControlModifier, row(1));
+        QTest::keyClick(&box, Qt::Key_Space, Qt::ControlModifier);
+        QCOMPARE(box.ListIndex(), 1);
+        QTest::mouseClick(rows, Qt::LeftButton, {}, row(0));
+        QCOMPARE(box.ListIndex(), 0);
+    }
+    void aDoubleClickOnTheEmptyPartOpensTheSelectedProject()
+    {
+        Shown shown("测试\r\n乙\r\n");
+        gProject.clear();
+        auto& list = named<ListBox>(shown.main(), "lstProjects");
+        select(shown.main(), "lstProjects", 0);
+        const QPoint empty = list.viewport()->rect().bottomRight() - QPoint(8, 8);
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, empty);
+        QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, empty);
+        QCOMPARE(shown.desk.messages, std::vector<Msg>{kOpened});
+        QCOMPARE(gProject, std::string("测试"));
     }
     void doubleClickOpens()
     {
@@ -328,6 +393,46 @@ private slots:
         QVERIFY(FolderExists(ProjectPath("测试")));
     }
 
+    void deletingAfterAnotherCopyTakesNoOtherProjectsLine()
+    {
+        Shown shown("甲\r\n测试\r\n乙\r\n");
+        writeCatalogue("测试\r\n乙\r\n");
+        select(shown.main(), "lstProjects", 1);
+        shown.desk.yes();
+        click(shown.main(), "cmdProjectsDel");
+        QCOMPARE(shown.desk.messages, std::vector<Msg>{kDelete});
+        QCOMPARE(catalogue(), std::string("乙\r\n"));
+        QCOMPARE(names(shown.main(), "lstProjects"), texts({"乙"}));
+    }
+    void projectThatAnotherCopyHasDeletedIsSaid()
+    {
+        Shown shown("甲\r\n测试\r\n");
+        writeCatalogue("甲\r\n丙\r\n");
+        select(shown.main(), "lstProjects", 1);
+        shown.desk.yes();
+        click(shown.main(), "cmdProjectsDel");
+        QCOMPARE(shown.desk.messages,
+                 (std::vector<Msg>{kDelete, {"“测试”已不在项目列表中！", "注意", Icon::Exclamation}}));
+        QCOMPARE(names(shown.main(), "lstProjects"), texts({"甲", "丙"}));
+        QVERIFY(FolderExists(ProjectPath("测试")));
+    }
+    void deletingOnAFullDiskIsSaidAndTheListStays()
+    {
+        Shown shown("甲\r\n测试\r\n");
+        select(shown.main(), "lstProjects", 1);
+        shown.desk.yes();
+        {
+            const FailingCalls full([](const Call& call) { return call.name == "write" ? ENOSPC : 0; });
+            click(shown.main(), "cmdProjectsDel");
+        }
+        QCOMPARE(shown.desk.messages,
+                 (std::vector<Msg>{kDelete, {"“项目名称.txt”无法写入！\n磁盘已满", "错误", Icon::Exclamation}}));
+        QCOMPARE(catalogue(), std::string("甲\r\n测试\r\n"));
+        QCOMPARE(names(shown.main(), "lstProjects"), texts({"甲", "测试"}));
+        QCOMPARE(named<ListBox>(shown.main(), "lstProjects").ListIndex(), 1);
+        QVERIFY(FolderExists(ProjectPath("测试")));
+    }
+
     // Phone projects
 
     void convertWithoutASelection()
@@ -397,6 +502,78 @@ private slots:
         QCOMPARE(shown.desk.messages, std::vector<Msg>{kDeletePhone});
         QVERIFY(FolderExists(PhoneProjectPath("a")));
         QCOMPARE(names(shown.main(), "lstSj"), texts({"a"}));
+    }
+    void removingFromAListThatIsShorterThanShownEndsThere_data()
+    {
+        QTest::addColumn<bool>("gone");
+        QTest::newRow("two lines fewer than rows") << false;
+        QTest::newRow("no file") << true;
+    }
+    void removingFromAListThatIsShorterThanShownEndsThere()
+    {
+        QFETCH(bool, gone);
+        Shown shown;
+        select(shown.main(), "lstProjects", 0);
+        for (const char* name : {"a", "b", "c"}) shown.convert(name);
+        const auto file = PhonePath() + "/XMMC.txt";
+        if (gone)
+            fs::remove(file);
+        else
+            WriteUtf16File(file, "a\r\n");
+        shown.desk.messages.clear();
+        select(shown.main(), "lstSj", 0);
+        shown.desk.yes();
+        click(shown.main(), "butDel");
+        QCOMPARE(shown.desk.messages, std::vector<Msg>{kDeletePhone});
+        QCOMPARE(names(shown.main(), "lstSj"), texts({"a", "b", "c"}));
+        QCOMPARE(named<ListBox>(shown.main(), "lstSj").ListIndex(), 0);
+        QVERIFY(FolderExists(PhoneProjectPath("a")));
+        QCOMPARE(FileExists(file), !gone);
+    }
+    void phoneProjectThatAnotherCopyHasRemovedIsSaid()
+    {
+        Shown shown;
+        select(shown.main(), "lstProjects", 0);
+        for (const char* name : {"a", "b"}) shown.convert(name);
+        WriteUtf16File(PhonePath() + "/XMMC.txt", "b\r\n");
+        shown.desk.messages.clear();
+        select(shown.main(), "lstSj", 0);
+        shown.desk.yes();
+        click(shown.main(), "butDel");
+        QCOMPARE(shown.desk.messages,
+                 (std::vector<Msg>{kDeletePhone, {"“a”已不在项目列表中！", "注意", Icon::Exclamation}}));
+        QCOMPARE(names(shown.main(), "lstSj"), texts({"b"}));
+        QVERIFY(FolderExists(PhoneProjectPath("a")));
+    }
+    void removingOnAFullDiskIsSaidAndTheListStays()
+    {
+        Shown shown;
+        select(shown.main(), "lstProjects", 0);
+        for (const char* name : {"a", "b"}) shown.convert(name);
+        shown.desk.messages.clear();
+        select(shown.main(), "lstSj", 0);
+        shown.desk.yes();
+        {
+            const FailingCalls full([](const Call& call) { return call.name == "write" ? ENOSPC : 0; });
+            click(shown.main(), "butDel");
+        }
+        QCOMPARE(shown.desk.messages,
+                 (std::vector<Msg>{kDeletePhone, {"“XMMC.txt”无法写入！\n磁盘已满", "错误", Icon::Exclamation}}));
+        QCOMPARE(names(shown.main(), "lstSj"), texts({"a", "b"}));
+        QCOMPARE(ReadPhoneCatalogue(), (std::vector<std::string>{"a", "b"}));
+        QVERIFY(FolderExists(PhoneProjectPath("a")));
+    }
+    void listThatCannotBeReadIsSaidAtStart()
+    {
+        ScriptedDesk desk;
+        ScriptedPlatform seams;
+        ProjectFolder folder;
+        fs::create_directories(PhonePath() + "/XMMC.txt");
+        frmMain main;
+        main.show();
+        QCOMPARE(desk.messages, (std::vector<Msg>{{"“XMMC.txt”无法读取！\n读写错误", "错误", Icon::Exclamation}}));
+        QCOMPARE(names(main, "lstProjects"), texts({"测试"}));
+        QVERIFY(seams.ended.empty());
     }
     void removingKeepsListAndFileInStep()
     {

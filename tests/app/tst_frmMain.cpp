@@ -4,6 +4,7 @@
 #include "app/frmMain.h"
 #include "controls/XPButton.h"
 #include "engine/RunTimeError.h"
+#include "platform/SheetWindow.h"
 #include "project/LoadProject.h"
 #include "support/ProjectFolder.h"
 #include "support/QtTests.h"
@@ -13,8 +14,13 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPointer>
+#include <QRadioButton>
 #include <QToolBar>
 #include <QToolButton>
+#include <QWindow>
+
+#include <memory>
 
 namespace {
 
@@ -355,6 +361,132 @@ private slots:
         QVERIFY(desk.turns == 1);
         QCOMPARE(seams.ended, (std::vector<int>{0, 0, 1}));
         QVERIFY(!action(main, "Calc").isEnabled());
+    }
+
+    void loadThatNeverComesBackTakesNoInputWhoeverCalledIt_data()
+    {
+        QTest::addColumn<bool>("fromEditor");
+        QTest::newRow("the wizard's way back") << false;
+        QTest::newRow("a save of the intersection points") << true;
+    }
+    void loadThatNeverComesBackTakesNoInputWhoeverCalledIt()
+    {
+        QFETCH(bool, fromEditor);
+        ScriptedDesk desk;
+        ScriptedPlatform seams;
+        ProjectFolder folder{{"其他参数.txt", "交点法\r\n线性\r\n未设置\r\n未设置\r\n未设置\r\n"}};
+        const std::string points = "平曲线参数.txt";
+        folder.writeBytes(points, ProjectFolder::bytesOf(VM_SOURCE_DIR "/samples/示例一/" + points));
+        frmMain main;
+        main.show();
+        open(main, 0);
+        folder.write("导线点参数.txt", "no comma here\r\n");
+        auto* sheet = new SheetWindow(Worksheet{});
+        sheet->show();
+
+        QWidget *wizard = nullptr, *caller = nullptr;
+        int turns = 0;
+        desk.onTurn = [&] {
+            if (++turns > 1) throw RunTimeError(RunTimeError::PathAccess);
+            for (const char* name : {"cmdSelectNext", "cmdSelectBack", "optCs2"}) click(*wizard, name);
+            for (auto* window : {wizard, caller, static_cast<QWidget*>(sheet), static_cast<QWidget*>(&main)}) {
+                QTest::keyClick(window, Qt::Key_Escape);
+                if (window != &main && window->windowHandle()) window->windowHandle()->close();
+            }
+            QVERIFY(sheet->isVisible());
+            QVERIFY(!QApplication::activeModalWidget());  // nothing stands before the main window
+            auto& bar = named<QToolBar>(main, "tbarMain");
+            const auto at = [&](QWidget& control) { return control.mapTo(&main, control.rect().center()); };
+            const auto clickMain = [&](const QPoint& place) {
+                QTest::mouseClick(main.windowHandle(), Qt::LeftButton, {}, place);
+            };
+            clickMain(at(*bar.widgetForAction(&action(main, "qlbjjs"))));
+            clickMain(at(named<QMenuBar>(main, "menuBar")) + QPoint(20 - main.width() / 2, 0));
+            clickMain(at(named<QWidget>(main, "cmdNewProjects")));
+            QVERIFY(!QApplication::activeModalWidget() && !QApplication::activePopupWidget());
+            QTest::keyClick(main.focusWidget(), Qt::Key_Tab);
+            QCOMPARE(main.focusWidget()->objectName(), QStringLiteral("cmdExit"));
+            QVERIFY(seams.ended.empty());
+
+            delete sheet;
+            QTest::keyClick(main.windowHandle(), Qt::Key_Space);
+            QCOMPARE(seams.ended, std::vector<int>{0});
+            clickMain(at(named<QWidget>(main, "cmdExit")));
+            QCOMPARE(seams.ended, (std::vector<int>{0, 0}));
+            main.windowHandle()->close();
+            QCOMPARE(seams.ended, (std::vector<int>{0, 0, 0}));
+            throw RunTimeError(RunTimeError::PathAccess);  // the one way out of a test
+        };
+        useModal([&] { action(main, "EditProject").trigger(); },
+                 [&](QWidget& window) {
+                     caller = wizard = &window;
+                     if (!fromEditor) return click(window, "cmdSelectBack");
+                     named<QRadioButton>(window, "optCs1").setChecked(true);
+                     useModal([&] { click(window, "cmdSelectNext"); },
+                              [&](QWidget& editor) {
+                                  caller = &editor;
+                                  QCOMPARE(editor.objectName(), QStringLiteral("frmJdpqx"));
+                                  click(editor, "cmdJdpqxSave");
+                              });
+                 });
+        QCOMPARE(turns, 1);  // it did hang
+    }
+    void aSheetIsAskedAboutOnTheWayOutOfALoadThatHangs()
+    {
+        ScriptedDesk desk;
+        ScriptedPlatform seams;
+        ProjectFolder folder{{"其他参数.txt", "交点法\r\n线性\r\n未设置\r\n未设置\r\n未设置\r\n"},
+                             {"导线点参数.txt", "no comma here\r\n"}};
+        frmMain main;
+        main.show();
+        const QPointer<SheetWindow> sheet = new SheetWindow(Worksheet{});
+        sheet->show();
+        sheet->change([](Worksheet& cells) { cells.setText("A1", "work"); });
+        desk.onTurn = [&] {
+            if (seams.ended.empty() && main.isVisible()) {
+                click(main, "cmdExit");
+                QVERIFY(!main.isVisible());
+                QVERIFY(sheet->isVisible());
+                desk.no();
+                sheet->windowHandle()->close();
+                QCOMPARE(desk.messages.size(), 1u);
+                QCoreApplication::sendPostedEvents(sheet, QEvent::DeferredDelete);
+            }
+            throw RunTimeError(RunTimeError::PathAccess);
+        };
+        open(main, 0);
+        QVERIFY(!sheet);
+        QCOMPARE(seams.ended, (std::vector<int>{0, 1}));
+    }
+
+    /// A sheet may be the active window, or none of the program's.
+    void everyScreenStandsOverItsCallerWhateverIsActive_data() { screens_data(); }
+    void everyScreenStandsOverItsCallerWhateverIsActive()
+    {
+        QFETCH(QString, form);
+        ScriptedDesk desk;
+        ScriptedPlatform seams;  // the program may be on its way out since the test before
+        ProjectFolder folder;
+        frmMain main;
+        main.show();
+        open(main, 0);
+        const std::unique_ptr<SheetWindow> sheet(new SheetWindow(Worksheet{}));
+        sheet->show();
+        sheet->activateWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), sheet.get());
+        useModal([&] { action(main, QTest::currentDataTag()).trigger(); },
+                 [&](QWidget& window) {
+                     QCOMPARE(window.objectName(), form);
+                     QCOMPARE(window.parentWidget(), &main);
+                     QVERIFY(!sheet->parentWidget());
+                     auto* button = named<QToolBar>(main, "tbarMain").widgetForAction(&action(main, "Zbzfs"));
+                     QTest::mouseClick(main.windowHandle(), Qt::LeftButton, {},
+                                       button->mapTo(&main, button->rect().center()));
+                     int shown = 0;
+                     for (auto* top : QApplication::topLevelWidgets())
+                         shown += top != &main && top->isVisible() && qobject_cast<Form*>(top);
+                     QCOMPARE(shown, 1);
+                 });
     }
 
     void helpIsOpenedInTheViewer()

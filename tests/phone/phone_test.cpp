@@ -1,6 +1,8 @@
 #include "phone/Phone.h"
 
 #include "engine/RunTimeError.h"
+#include "project/FileError.h"
+#include "support/FailingCalls.h"
 #include "support/ProjectFolder.h"
 #include "support/ScriptedDesk.h"
 
@@ -10,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <map>
 #include <random>
 
 namespace fs = std::filesystem;
@@ -231,15 +234,132 @@ TEST_F(Phone, FolderThatCannotBeMadeIsAMessage)
     EXPECT_FALSE(FileExists(sjcs("XMMC.txt")));
 }
 
-TEST_F(Phone, ProjectWithoutAFolderIsAMessage)
+TEST_F(Phone, ProjectWhoseFolderIsGoneGoesTheUsualWay)
 {
+    gProject = "没有";
+    EXPECT_EQ(ExportForPhone(" "), PhoneExport::Stopped);
+    EXPECT_THAT(desk.messages, ElementsAre(kEmptyName));
     for (const char* project : {"没有", "..", ""}) {
         gProject = project;
         desk.messages.clear();
         EXPECT_EQ(ExportForPhone("a"), PhoneExport::Stopped);
-        EXPECT_THAT(desk.messages, ElementsAre(Msg{"项目的参数文件夹不存在！", "注意", Icon::Exclamation}));
+        const std::string failed = project == std::string("没有") ? "写入" : "读取";  // made if missing, or no folder's
+        EXPECT_THAT(desk.messages,
+                    ElementsAre(Msg{"“其他参数.txt”无法" + failed + "！\n文件夹不存在", "错误", Icon::Exclamation}));
+        EXPECT_FALSE(FolderExists(PhonePath())) << "what was made on the way";
+    }
+    gProject = "测试";
+    ExportForPhone("a");
+    gProject = "没有";
+    desk.messages.clear();
+    desk.no();
+    EXPECT_EQ(ExportForPhone("a"), PhoneExport::Declined);  // the question comes before the files
+    EXPECT_THAT(desk.messages, ElementsAre(kOverwrite));
+}
+
+TEST_F(Phone, ANameThatIsTheListsOwnIsAFolderThatCannotBeMade)
+{
+    for (const char* name : {"XMMC.txt", "xmmc.TXT", " XMMC.txt "}) {
+        desk.messages.clear();
+        EXPECT_EQ(ExportForPhone(name), PhoneExport::Stopped) << name;
+        EXPECT_THAT(desk.messages, ElementsAre(kNoFolder)) << name;
     }
     EXPECT_FALSE(FolderExists(PhonePath()));
+    EXPECT_EQ(ExportForPhone("XMMC"), PhoneExport::Added);
+}
+
+namespace {
+
+/// Everything below the program's folder, with the bytes of the files.
+std::map<std::string, std::string> everything()
+{
+    std::map<std::string, std::string> all;
+    for (const auto& entry : fs::recursive_directory_iterator(gAppPath))
+        all[entry.path()] = entry.is_regular_file() ? ProjectFolder::bytesOf(entry.path()) : "/";
+    return all;
+}
+
+/// The n-th file that is opened for writing finds a full disk; counts on.
+struct FullAt {
+    int left;
+    int operator()(const Call& call) { return call.name == "open" && call.flags & O_CREAT && left-- == 0 ? ENOSPC : 0; }
+};
+
+}  // namespace
+
+TEST_F(Phone, AConversionThatFailsHalfWayLeavesEverythingAsItWas)
+{
+    ASSERT_EQ(ExportForPhone("old"), PhoneExport::Added);
+    folder.write("断链参数.txt", "100,120\r\n");
+    folder.remove("超高参数.txt");  // made empty on the way
+    const auto before = everything();
+    for (const std::string name : {"new", "old"}) {
+        int n = 0;
+        for (bool failed = true; failed && n < 40; ++n) {
+            desk.messages.clear();
+            if (name == "old") desk.yes();
+            auto done = PhoneExport::Added;
+            {
+                const FailingCalls full(FullAt{n});
+                done = ExportForPhone(name);
+            }
+            failed = done == PhoneExport::Stopped;
+            if (!failed) break;
+            EXPECT_EQ(everything(), before) << name << ", file " << n;
+            const std::size_t questions = name == "old";
+            ASSERT_EQ(desk.messages.size(), questions + 1) << "one box: " << name << ", file " << n;
+            EXPECT_EQ(desk.last().title, "错误");
+            EXPECT_EQ(desk.last().icon, Icon::Exclamation);
+            EXPECT_TRUE(desk.last().text.ends_with("”无法写入！\n磁盘已满")) << desk.last().text;
+        }
+        EXPECT_EQ(n, name == "new" ? 13 : 12) << "the list of a new one, a source that was missing, eleven files";
+        if (name == "new") {
+            RemovePhoneProject(1, 2, "new");
+            folder.remove("超高参数.txt");
+        }
+    }
+}
+
+TEST_F(Phone, AFailedConversionLeavesALinesPlaceFree)
+{
+    {
+        const FailingCalls full(FullAt{5});
+        EXPECT_EQ(ExportForPhone("a"), PhoneExport::Stopped);
+    }
+    EXPECT_FALSE(FolderExists(PhonePath()));
+    EXPECT_EQ(ExportForPhone("a"), PhoneExport::Added);
+    EXPECT_EQ(bytes("XMMC.txt"), utf16("a\r\n"));
+}
+
+TEST_F(Phone, FolderThatADiskRefusesIsNamed)
+{
+    const FailingCalls readOnly([](const Call& call) { return call.name == "mkdir" ? EROFS : 0; });
+    EXPECT_EQ(ExportForPhone("a"), PhoneExport::Stopped);
+    EXPECT_THAT(desk.messages, ElementsAre(Msg{"“SJCS”无法写入！\n没有写入权限", "错误", Icon::Exclamation}));
+}
+
+TEST_F(Phone, RemovingFromAListThatCannotBeWrittenKeepsLineAndFolder)
+{
+    ExportForPhone("a");
+    const auto before = everything();
+    fs::permissions(sjcs("XMMC.txt"), fs::perms::owner_read);
+    EXPECT_THROW(RemovePhoneProject(0, 1, "a"), FileError);
+    fs::permissions(sjcs("XMMC.txt"), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(everything(), before);
+}
+
+TEST_F(Phone, RemovingAfterAnotherCopysRemovalTakesItsOwnLine)
+{
+    for (const char* name : {"a", "b", "c"}) ExportForPhone(name);
+    EXPECT_TRUE(RemovePhoneProject(0, 3, "a"));  // by the other copy, while this one shows all three
+    EXPECT_TRUE(RemovePhoneProject(1, 3, "b"));
+    EXPECT_EQ(bytes("XMMC.txt"), utf16("c\r\n"));
+    EXPECT_THAT(folders(), ElementsAre("c"));
+    WriteUtf16File(sjcs("XMMC.txt"), "c\r\nd\r\n");
+    const auto before = everything();
+    EXPECT_EQ(RemovePhoneProject(0, 2, "a").refusal,
+              (Refusal{{"“a”已不在项目列表中！", "注意", Icon::Exclamation}, ""}));
+    EXPECT_EQ(everything(), before);
 }
 
 TEST_F(Phone, RemovingTheLastOneLeavesAListOfNoBytes)
@@ -261,17 +381,21 @@ TEST_F(Phone, RemovingPairsRowsWithLines)
     EXPECT_THAT(folders(), ElementsAre("a", "c"));
 }
 
-TEST_F(Phone, RemovingWritesTheShownRowsOnly)
+TEST_F(Phone, RemovingKeepsTheLinesThatAnotherCopyAdded)
 {
     for (const char* name : {"a", "b", "c"}) ExportForPhone(name);
     RemovePhoneProject(0, 2, "a");  // a list that shows two of three lines
-    EXPECT_EQ(bytes("XMMC.txt"), utf16("b\r\n"));
+    EXPECT_EQ(bytes("XMMC.txt"), utf16("b\r\nc\r\n"));
 }
 
 TEST_F(Phone, RemovingFromAListWithFewerLinesTouchesNothing)
 {
     for (const char* name : {"a", "b"}) ExportForPhone(name);
     EXPECT_THROW(RemovePhoneProject(0, 4, "a"), RunTimeError);
+    fs::rename(sjcs("XMMC.txt"), sjcs("aside"));
+    EXPECT_THROW(RemovePhoneProject(0, 1, "a"), RunTimeError);
+    EXPECT_FALSE(FileExists(sjcs("XMMC.txt")));
+    fs::rename(sjcs("aside"), sjcs("XMMC.txt"));
     EXPECT_EQ(bytes("XMMC.txt"), utf16("a\r\nb\r\n"));
     EXPECT_THAT(folders(), ElementsAre("a", "b"));
 }

@@ -105,18 +105,21 @@ private slots:
         QVERIFY(!dialog.isVisible());
         QCOMPARE(listed.size(), 0);
     }
-    void fileThatCannotBeWrittenEndsTheConversionWithoutAWord()
+    void fileThatCannotBeWrittenIsNamedAndTheDialogStays()
     {
         ScriptedDesk desk;
         ProjectFolder folder;
         std::filesystem::create_directories(PhonePath() + "/a/QTCS.txt/in the way");
         frmSjName dialog;
+        QSignalSpy listed(&dialog, &frmSjName::listed);
         dialog.show();
         type(dialog, "txtsjName", "a");
         click(dialog, "sjXmOK");
         QVERIFY(dialog.isVisible());
-        QVERIFY(desk.messages.empty());
-        QCOMPARE(ReadPhoneCatalogue(), std::vector<std::string>{"a"});  // the list comes before the files
+        QCOMPARE(desk.messages, (std::vector<Msg>{{"“QTCS.txt”无法写入！\n读写错误", "错误", Icon::Exclamation}}));
+        QCOMPARE(ReadPhoneCatalogue(), std::vector<std::string>());
+        QCOMPARE(listed.size(), 0);
+        QCOMPARE(textOf(dialog, "txtsjName"), QStringLiteral("a"));
     }
     void cancelChangesNothing()
     {

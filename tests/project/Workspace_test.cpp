@@ -1,6 +1,8 @@
 #include "engine/RunTimeError.h"
+#include "project/FileError.h"
 #include "project/LoadProject.h"
 #include "project/Workspace.h"
+#include "support/FailingCalls.h"
 #include "support/ProjectFolder.h"
 #include "support/ScriptedDesk.h"
 #include "support/SharedDiff.h"
@@ -18,6 +20,11 @@ using Names = std::vector<std::string>;
 
 const Refusal kListed{{"项目名称已存在，请重新输入项目名称！", "错误", Icon::Critical}, "txtNewProjects"};
 const Refusal kNoFolder{{"项目名称只能是中文、英文或者数字", "错误", Icon::Critical}, "txtNewProjects"};
+
+Refusal noLongerListed(const std::string& name)
+{
+    return {{"“" + name + "”已不在项目列表中！", "注意", Icon::Exclamation}, ""};
+}
 
 /// A workspace whose catalogue lists the projects 甲 and 乙; both have a folder with a file in it.
 struct Workspace : testing::Test {
@@ -272,13 +279,98 @@ TEST_F(Workspace, AProjectWhoseFolderIsGoneLosesItsLine)
     EXPECT_EQ(catalogue(), "乙\r\n");
 }
 
-TEST_F(Workspace, DeletingWithoutACatalogueTakesTheFolderAndTheNextReadMakesOne)
+TEST_F(Workspace, WithoutACatalogueNothingIsListedAndNoFolderGoes)
 {
     fs::remove(list());
-    DeleteProject(0, "甲");
-    EXPECT_FALSE(fs::exists(ProjectPath("甲")));
+    EXPECT_EQ(DeleteProject(0, "甲").refusal, noLongerListed("甲"));
+    EXPECT_TRUE(fs::exists(ProjectPath("甲")));
     EXPECT_EQ(OpenCatalogue(), Names{});
     EXPECT_TRUE(FileExists(list()));
+}
+
+TEST_F(Workspace, ADeletionAfterAnotherCopysTakesItsOwnProjectsLine)
+{
+    setCatalogue("丙\r\n甲\r\n乙\r\n");
+    DeleteProject(0, "丙");               // by the other copy, while this one shows 甲 in row 1
+    EXPECT_TRUE(DeleteProject(1, "甲"));  // where 乙 stands by now
+    EXPECT_EQ(catalogue(), "乙\r\n");
+    EXPECT_FALSE(fs::exists(ProjectPath("甲")));
+    EXPECT_TRUE(fs::exists(ProjectPath("乙")));
+
+    setCatalogue("丁\r\n戊\r\n乙\r\n己\r\n");  // lines that came before
+    EXPECT_TRUE(DeleteProject(0, "乙"));
+    EXPECT_EQ(catalogue(), "丁\r\n戊\r\n己\r\n");
+}
+
+TEST_F(Workspace, AProjectThatAnotherCopyDeletedAndMadeAgainUnlistedKeepsItsFolder)
+{
+    setCatalogue("乙\r\n");
+    const auto before = everything();
+    EXPECT_EQ(DeleteProject(0, "甲").refusal, noLongerListed("甲"));
+    EXPECT_EQ(everything(), before);
+}
+
+TEST_F(Workspace, AFullDiskKeepsListLineAndFolder)
+{
+    const auto before = everything();
+    {
+        const FailingCalls full([](const Call& call) { return call.name == "write" ? ENOSPC : 0; });
+        try {
+            DeleteProject(0, "甲");
+            FAIL() << "the list was written";
+        } catch (const FileError& error) {
+            EXPECT_EQ(error.text(), "“项目名称.txt”无法写入！");
+            EXPECT_EQ(error.reason(), "磁盘已满");
+        }
+    }
+    EXPECT_EQ(everything(), before);
+}
+
+TEST_F(Workspace, AFolderThatCannotBeDeletedKeepsItsLine)
+{
+    const auto before = everything();
+    {
+        const FailingCalls readOnly([](const Call& call) { return call.name == "remove" ? EROFS : 0; });
+        EXPECT_THROW(DeleteProject(0, "甲"), FileError);
+    }
+    EXPECT_EQ(everything(), before);
+    EXPECT_TRUE(DeleteProject(0, "甲"));
+    EXPECT_EQ(catalogue(), "乙\r\n");
+}
+
+TEST_F(Workspace, NewProjectOnADiskThatFillsUpIsShownAsItIsListed)
+{
+    std::string shown;
+    const auto path = ProjectPath("丙") + "/";
+    const FailingCalls full([&](const Call& call) {
+        return call.name == "open" && call.path.starts_with(path) && call.flags & O_CREAT ? ENOSPC : 0;
+    });
+    const auto outcome = CreateProject("丙", [&] { shown = catalogue(); });
+    EXPECT_EQ(outcome.refusal, kNoFolder);  // these words alone
+    EXPECT_EQ(shown, "甲\r\n乙\r\n丙\r\n") << "shown after the catalogue, before the settings";
+    EXPECT_EQ(catalogue(), shown);
+    EXPECT_TRUE(desk.messages.empty());
+}
+
+TEST_F(Workspace, NewProjectWhoseLineCannotBeWrittenIsNotShown)
+{
+    const FailingCalls full([](const Call& call) { return call.name == "write" ? ENOSPC : 0; });
+    EXPECT_EQ(CreateProject("丙", [] { FAIL() << "not listed"; }).refusal, kNoFolder);
+    EXPECT_EQ(catalogue(), "甲\r\n乙\r\n");
+}
+
+TEST_F(Workspace, AFolderNeverTakesThePlaceOfAList)
+{
+    for (const std::string name : {"XMMC.txt", "xmmc.txt", "Xmmc.TXT"}) {
+        EXPECT_FALSE(IsPhoneProjectName(name)) << name;
+        EXPECT_NE(PhoneProjectPath(name), PhonePath() + "/" + name);
+    }
+    EXPECT_TRUE(IsPhoneProjectName("XMMC"));
+    EXPECT_TRUE(IsPhoneProjectName("XMMC.txt1"));
+    for (const std::string name : {"项目名称.txt", "项目名称.TXT"}) {
+        EXPECT_EQ(CreateProject(name).refusal, kNoFolder) << name;
+        EXPECT_NE(ProjectPath(name), WorkspacePath() + "/" + name);
+    }
 }
 
 TEST_F(Workspace, PhoneCatalogueIsEmptyWhereItsFileIsMissing) { EXPECT_EQ(ReadPhoneCatalogue(), Names{}); }

@@ -88,6 +88,7 @@ VM_FAILING_CALL(ssize_t, read, (int fd, void* bytes, size_t count), (fd, bytes, 
 VM_FAILING_CALL(ssize_t, write, (int fd, const void* bytes, size_t count), (fd, bytes, count), (Call{"write"}))
 VM_FAILING_CALL(int, fsync, (int fd), (fd), (Call{"fsync"}))
 VM_FAILING_CALL(int, close, (int fd), (fd), (Call{"close"}))
+VM_FAILING_CALL(int, remove, (const char* path) noexcept, (path), (Call{"remove", path}))
 VM_FAILING_CALL(int, mkdir, (const char* path, mode_t mode) noexcept, (path, mode), (Call{"mkdir", path}))
 
 #undef VM_FAILING_CALL
