@@ -13,7 +13,7 @@ bool WaysOut::eventFilter(QObject* watched, QEvent* event)
 bool WaysOut::isWayOut(const QObject* watched, const QEvent& event) const
 {
     if (watched->isWindowType()) {  // it hands on to the widgets; a click elsewhere would take the focus along
-        if (watched != m_window.windowHandle()) return false;
+        if (watched != m_window.windowHandle()) return watched == m_button.windowHandle();
         const auto* mouse = dynamic_cast<const QMouseEvent*>(&event);
         return !mouse || event.type() == QEvent::MouseButtonRelease ||
                m_window.childAt(mouse->position().toPoint()) == &m_button;

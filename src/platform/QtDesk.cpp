@@ -38,14 +38,6 @@ QMessageBox::Icon boxIcon(Icon icon)
     return QMessageBox::NoIcon;
 }
 
-/// The window system shows the program's file name over a window without a title: it gets a character that nobody sees.
-void hideFileName(QWidget& box)
-{
-    if (!box.windowTitle().isEmpty()) return;
-    box.winId();
-    box.windowHandle()->setTitle(QChar(0x200B));
-}
-
 class Box : public QMessageBox {
 public:
     Box(const Msg& msg, QWidget* over)
@@ -53,7 +45,15 @@ public:
                       over)
     {
         setTextFormat(Qt::PlainText);
-        hideFileName(*this);
+    }
+
+protected:
+    /// The window system shows the program's file name over a window without a title: it gets a character that nobody
+    /// sees. Asking for the native window before it is shown would make native windows of all controls beneath.
+    void showEvent(QShowEvent* event) override
+    {
+        QMessageBox::showEvent(event);
+        if (windowTitle().isEmpty()) windowHandle()->setTitle(QChar(0x200B));
     }
 };
 

@@ -101,6 +101,10 @@ private slots:
 
     void aBoxWithoutATitleShowsNoFileName()
     {
+        QWidget below;  // and leaves the window that it stands over as it is
+        auto* field = new QLineEdit(&below);
+        below.show();
+        QVERIFY(QTest::qWaitForWindowActive(&below));
         for (const QString title : {"", "注意"}) {
             QString shown, kept;
             whenUp<QMessageBox>([&](QMessageBox* box) {
@@ -111,6 +115,7 @@ private slots:
             m_desk.box({.text = "数据保存成功！", .title = title.toStdString(), .icon = Icon::Information});
             QCOMPARE(kept, title);
             QCOMPARE(shown, title.isEmpty() ? QString(QChar(0x200B)) : title);
+            QVERIFY(!field->windowHandle());
         }
     }
 
