@@ -89,11 +89,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const double stake : stakesOfTables()) {
         for (const auto& variant : kResolveVariants) ResolveStake(stake, variant.rule);
         double row = stake;
-        ConvertRowStake(row);
+        ConvertRowStake(shared.tables, row);
         ToNominal(stake);
         for (const double offset : {0.0, -7.5, 30.0, 1e300}) attempt([&] { ElevationAt(stake, offset); });
         const double offset = points % 2 ? 3 : 0;
-        if (StakeOnElement(stake))
+        if (StakeOnElement(shared.tables, stake))
             sameBits([&] { StakeToXY(stake, 90, offset); }, [&] { plain::StakeToXY(stake, 90, offset); });
         if (++points % 8 == 1 && points < 32) toStake(gOutX, gOutY);
     }

@@ -7,7 +7,7 @@
 
 namespace {
 
-std::size_t breaks() { return gHasDl ? static_cast<std::size_t>(gDlCount) + 1 : 0; }
+std::size_t breaks(const Tables& t) { return t.hasDl ? static_cast<std::size_t>(t.dlCount) + 1 : 0; }
 
 /// A stake without the amount of a break; one that would pass the range of a double stays as it is.
 void takeOff(double& s, double amount)
@@ -16,18 +16,18 @@ void takeOff(double& s, double amount)
 }
 
 /// The two passes over the breaks on the running value s. False: the stake lies in a gap, and s stays as it was there.
-bool resolve(double& s, double typed, const ResolveRule& rule)
+bool resolve(const Tables& t, double& s, double typed, const ResolveRule& rule)
 {
-    for (std::size_t i = 0; i < breaks(); ++i) {
-        const double back = gDlBack[i], ahead = gDlAhead[i], amount = gDlCum[i];
+    for (std::size_t i = 0; i < breaks(t); ++i) {
+        const double back = t.dlBack[i], ahead = t.dlAhead[i], amount = t.dlCum[i];
         if (!(s <= back || (rule.aheadTest == ResolveRule::Running ? s : typed) >= ahead)) return false;
         const bool beyondJump = rule.jump == ResolveRule::Inclusive ? s >= ahead : s > ahead;
         if ((beyondJump && amount > 0) || (s > back && amount < 0)) takeOff(s, amount);
     }
 
     if (!((rule.again == ResolveRule::OfTyped ? typed : s) < 0)) return true;
-    for (std::size_t i = 0; i < breaks(); ++i) {
-        const double back = gDlBack[i], ahead = gDlAhead[i], amount = gDlCum[i];
+    for (std::size_t i = 0; i < breaks(t); ++i) {
+        const double back = t.dlBack[i], ahead = t.dlAhead[i], amount = t.dlCum[i];
         const double reach = std::abs(rule.again == ResolveRule::OfTyped ? typed : s);
         if (rule.again == ResolveRule::Mirrored) {
             if (reach > ahead && reach <= back) s = reach - amount;
@@ -40,27 +40,34 @@ bool resolve(double& s, double typed, const ResolveRule& rule)
 
 }  // namespace
 
-std::optional<double> ResolveStake(double typed, const ResolveRule& rule)
+std::optional<double> ResolveStake(const Tables& t, double typed, const ResolveRule& rule)
 {
     double s = rule.start == ResolveRule::AbsoluteTyped ? std::abs(typed) : typed;
-    if (!resolve(s, typed, rule)) return std::nullopt;
+    if (!resolve(t, s, typed, rule)) return std::nullopt;
     return s;
 }
 
-bool ConvertRowStake(double& stake) { return resolve(stake, stake, kTableRow); }
+bool ConvertRowStake(const Tables& t, double& stake) { return resolve(t, stake, stake, kTableRow); }
 
-NominalStake ToNominal(double continuous)
+NominalStake ToNominal(const Tables& t, double continuous)
 {
     NominalStake n{continuous};
-    for (std::size_t j = 0; j < breaks(); ++j) {
-        if (gDlAhead[j] - gDlCum[j] < n.value && gDlBack[j] - gDlCum[j] >= n.value) {
+    for (std::size_t j = 0; j < breaks(t); ++j) {
+        if (t.dlAhead[j] - t.dlCum[j] < n.value && t.dlBack[j] - t.dlCum[j] >= n.value) {
             n.secondPass = true;
-            n.value += gDlCum[j];
+            n.value += t.dlCum[j];
         }
-        if (n.value > gDlBack[j]) n.value += gDlCum[j];
+        if (n.value > t.dlBack[j]) n.value += t.dlCum[j];
     }
-    if (breaks()) n.value = RoundHalfUp3(n.value);
+    if (breaks(t)) n.value = RoundHalfUp3(n.value);
     return n;
 }
 
 double RoundHalfUp3(double value) { return std::floor(checked((value + 0.0005) * 1000)) / 1000; }
+
+std::optional<double> ResolveStake(double typed, const ResolveRule& rule)
+{
+    return ResolveStake(shared.tables, typed, rule);
+}
+
+NominalStake ToNominal(double continuous) { return ToNominal(shared.tables, continuous); }

@@ -6,6 +6,8 @@
 #include <optional>
 #include <string_view>
 
+struct Tables;
+
 /// How a caller's stakes become continuous. The defaults are those of the single-point coordinate screen.
 struct ResolveRule {
     enum { AbsoluteTyped, Typed } start = AbsoluteTyped;    ///< the running value starts at |t| or at t itself
@@ -50,10 +52,12 @@ inline constexpr std::array kResolveVariants{
 
 /// Nominal to continuous stake, m. Nothing: the stake lies in the numbers that a jump skips.
 /// Without breaks the value is the rule's start value.
+std::optional<double> ResolveStake(const Tables& t, double typed, const ResolveRule& rule);
+/// By the breaks of the open project.
 std::optional<double> ResolveStake(double typed, const ResolveRule& rule);
 
 /// ResolveStake of one table row, in place: where a gap is met, what was subtracted before stays. False: a gap.
-bool ConvertRowStake(double& stake);
+bool ConvertRowStake(const Tables& t, double& stake);
 
 struct NominalStake {
     double value = 0;         ///< m
@@ -62,6 +66,7 @@ struct NominalStake {
 /// Continuous to nominal stake, rounded by RoundHalfUp3; the value itself where there are no breaks.
 /// @throws Overflow
 /// Kept on purpose: the running value, earlier amounts included, meets the positions of the later breaks.
-NominalStake ToNominal(double continuous);
+NominalStake ToNominal(const Tables& t, double continuous);
+NominalStake ToNominal(double continuous);  ///< by the breaks of the open project
 /// To three decimals, half up towards plus infinity. @throws Overflow
 double RoundHalfUp3(double value);

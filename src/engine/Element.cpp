@@ -20,10 +20,14 @@ CurvePoint alongElement(double len, double k1, double d, double az, double x0, d
 
 }  // namespace
 
+CurvePoint elementEnd(double len, double k1, double k2, double az, double x0, double y0, double total)
+{
+    return alongElement(len, k1, quotient(k2 - k1, total) * len, az, x0, y0);
+}
+
 void ElementEnd(double len, double k1, double k2, double az, double x0, double y0, double total)
 {
-    const double d = quotient(k2 - k1, total) * len;
-    const CurvePoint end = alongElement(len, k1, d, az, x0, y0);
+    const CurvePoint end = elementEnd(len, k1, k2, az, x0, y0, total);
     gOutX = end.x;
     gOutY = end.y;
     gOutFwj = end.fwjDeg;

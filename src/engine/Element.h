@@ -1,18 +1,22 @@
 #pragma once
 // One element of the alignment: curvature varies linearly with length, so straights, arcs and spirals are one case.
 
+#include "engine/Simpson.h"
+
 /// End of an element: point in m (X north), azimuth in packed dd.mmss.
 struct ElementPoint {
     double x = 0, y = 0, fwj = 0;
 };
 
-/// Integrates one element by the composite Simpson rule, 192 intervals; the end is left in gOutX, gOutY (not rounded)
-/// and gOutFwj (decimal degrees, not reduced).
+/// Integrates one element by the composite Simpson rule, 192 intervals: its end, not rounded, and the azimuth there.
 /// @param len    length to integrate, m
 /// @param k1,k2  curvature at the start and at the end of the whole element, 1/m, positive right
 /// @param az     start azimuth, packed dd.mmss
 /// @param x0,y0  start point, m
-/// @param total  length of the whole element, m; 0 throws DivisionByZero; that and an Overflow leave the results alone
+/// @param total  length of the whole element, m; 0 throws DivisionByZero
+/// @throws DivisionByZero, Overflow
+CurvePoint elementEnd(double len, double k1, double k2, double az, double x0, double y0, double total);
+/// elementEnd, left in gOutX, gOutY and gOutFwj; an error leaves them alone.
 void ElementEnd(double len, double k1, double k2, double az, double x0, double y0, double total);
 
 /// End of a block: the sums of ElementEnd over |len|, X and Y to three decimals, azimuth in packed dd.mmss.

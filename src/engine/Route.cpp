@@ -2,37 +2,56 @@
 
 #include "engine/Numbers.h"
 #include "engine/RoutePoint.h"
-#include "engine/RunTimeError.h"
 #include "project/CalcTables.h"
 
 #include <cmath>
 
-std::size_t elementAt(double stake)
+std::size_t elementAt(const Tables& t, double stake)
 {
-    for (auto i = static_cast<std::size_t>(gElemCount); i >= 1; --i)
-        if (gElemLc[i - 1] <= stake && stake < gElemLc[i]) return i;
+    for (auto i = static_cast<std::size_t>(t.elemCount); i >= 1; --i)
+        if (t.elemLc[i - 1] <= stake && stake < t.elemLc[i]) return i;
     return 0;
 }
 
-CurvePoint pointOn(std::size_t i, double stake)
+CurvePoint pointOn(const Tables& t, std::size_t i, double stake)
 {
-    const double a = checked(curvature(gElemR1[i - 1]));
-    const double b = checked(curvature(gElemR2[i - 1]));
-    const double L = stake - gElemLc[i - 1];
-    const double dk = (b - a) / (gElemLc[i] - gElemLc[i - 1]) * L;
-    return integrate(L, DmsToDeg(gElemFwj[i - 1]), a, dk, gElemX[i - 1], gElemY[i - 1],
+    const double a = checked(curvature(t.elemR1[i - 1]));
+    const double b = checked(curvature(t.elemR2[i - 1]));
+    const double L = stake - t.elemLc[i - 1];
+    const double dk = (b - a) / (t.elemLc[i] - t.elemLc[i - 1]) * L;
+    return integrate(L, DmsToDeg(t.elemFwj[i - 1]), a, dk, t.elemX[i - 1], t.elemY[i - 1],
                      [a](double share) { return share + a + a; });
 }
 
-bool StakeOnElement(double stake) { return elementAt(stake) != 0; }
+bool StakeOnElement(const Tables& t, double stake) { return elementAt(t, stake) != 0; }
+
+std::optional<RoutePoint> pointAt(const Tables& t, double stake, double skew, double offset)
+{
+    const std::size_t i = elementAt(t, stake);
+    if (i == 0) return std::nullopt;
+    RoutePoint point;
+    point.known = RoutePoint::Nothing;
+    try {
+        const CurvePoint p = pointOn(t, i, stake);
+        point.fwjDeg = p.fwjDeg;
+        point.known = RoutePoint::Azimuth;
+        point.x = Fixed3(p.x + offset * std::cos(radians(p.fwjDeg + skew)));
+        point.known = RoutePoint::X;
+        point.y = Fixed3(p.y + offset * std::sin(radians(p.fwjDeg + skew)));
+        point.known = RoutePoint::All;
+    } catch (const RunTimeError& error) {
+        point.error = error;
+    }
+    return point;
+}
 
 void StakeToXY(double stake, double skew, double offset)
 {
-    if (const std::size_t i = elementAt(stake)) {
-        const CurvePoint p = pointOn(i, stake);
-        gOutFwj = p.fwjDeg;
-        gOutX = Fixed3(p.x + offset * std::cos(radians(gOutFwj + skew)));
-        gOutY = Fixed3(p.y + offset * std::sin(radians(gOutFwj + skew)));
+    if (const auto p = pointAt(shared.tables, stake, skew, offset)) {
+        if (p->known >= RoutePoint::Azimuth) gOutFwj = p->fwjDeg;
+        if (p->known >= RoutePoint::X) gOutX = p->x;
+        if (p->known >= RoutePoint::All) gOutY = p->y;
+        if (p->error) throw *p->error;
     }
     gOutDist = std::sqrt((gOutY - gInY) * (gOutY - gInY) + (gOutX - gInX) * (gOutX - gInX));
 }

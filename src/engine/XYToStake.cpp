@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
+#include <optional>
 #include <queue>
 #include <string>
 #include <utility>
@@ -26,20 +27,21 @@ double direction(double dx, double dy)
     return dx == 0 ? sign(dy) * 90.0 : std::atan(dy / dx) * 180 / kPi + (1 - sign(dx)) * 90.0;
 }
 
+struct Target {
+    double x = 0, y = 0;  // m
+};
+
 /// Cosine of the angle between the tangent at point i and the direction to the target.
-double cosineAt(std::size_t i)
+double cosineAt(const Tables& t, Target to, std::size_t i)
 {
-    return std::cos(radians(direction(gInX - gElemX[i], gInY - gElemY[i]) - DmsToDeg(gElemFwj[i])));
+    return std::cos(radians(direction(to.x - t.elemX[i], to.y - t.elemY[i]) - DmsToDeg(t.elemFwj[i])));
 }
 
 /// Element i is long enough, and the target lies ahead of the normal at its start and behind that at its end.
-bool isCandidate(std::size_t i)
+bool isCandidate(const Tables& t, Target to, std::size_t i)
 {
-    return gElemLc[i] - gElemLc[i - 1] > 0.01 && cosineAt(i - 1) >= 0 && cosineAt(i) <= 0;
+    return t.elemLc[i] - t.elemLc[i - 1] > 0.01 && cosineAt(t, to, i - 1) >= 0 && cosineAt(t, to, i) <= 0;
 }
-
-/// Middle of element i into the results; gOutDist is what counts.
-void toMiddle(std::size_t i) { StakeToXY(gElemLc[i - 1] + (gElemLc[i] - gElemLc[i - 1]) / 2, 0, 0); }
 
 using Bound = std::pair<double, std::size_t>;  // m, element
 
@@ -47,62 +49,21 @@ bool isTame(double value) { return std::abs(value) < 1e9; }
 
 /// For each element a distance that its middle cannot be nearer than: that of its start less half its length, and two
 /// millimetres for rounding. None where that cannot be told: the stakes do not rise, or a number is out of all bounds.
-std::vector<Bound> lowerBounds()
+std::vector<Bound> lowerBounds(const Tables& t, Target to)
 {
-    if (!isTame(gInX) || !isTame(gInY)) return {};
+    if (!isTame(to.x) || !isTame(to.y)) return {};
     std::vector<Bound> bounds;
-    bounds.reserve(gElemLc.size());
-    for (std::size_t i = 1; i <= static_cast<std::size_t>(gElemCount); ++i) {
-        const double length = gElemLc[i] - gElemLc[i - 1];
-        const double dx = gInX - gElemX[i - 1], dy = gInY - gElemY[i - 1];
+    bounds.reserve(t.elemLc.size());
+    for (std::size_t i = 1; i <= static_cast<std::size_t>(t.elemCount); ++i) {
+        const double length = t.elemLc[i] - t.elemLc[i - 1];
+        const double dx = to.x - t.elemX[i - 1], dy = to.y - t.elemY[i - 1];
         const double bound = std::sqrt(dx * dx + dy * dy) - length / 2 - 0.002;
-        const double turn = (std::abs(curvature(gElemR1[i - 1])) + std::abs(curvature(gElemR2[i - 1]))) * length;
-        if (!(length >= 0 && isTame(gElemLc[i]) && isTame(bound) && isTame(turn) && isTame(gElemFwj[i - 1]))) return {};
+        const double turn = (std::abs(curvature(t.elemR1[i - 1])) + std::abs(curvature(t.elemR2[i - 1]))) * length;
+        if (!(length >= 0 && isTame(t.elemLc[i]) && isTame(bound) && isTame(turn) && isTame(t.elemFwj[i - 1])))
+            return {};
         bounds.emplace_back(bound, i);
     }
     return bounds;
-}
-
-/// The candidate with the nearest middle, the earlier one where two are as near; 0 for none. The results are left at
-/// the last candidate's middle.
-std::size_t chooseElement()
-{
-    double nearest = 100000.0;
-    std::size_t best = 0;
-    const auto consider = [&](std::size_t i) {
-        if (!isCandidate(i)) return false;
-        toMiddle(i);
-        if (gOutDist < nearest || (gOutDist == nearest && i < best)) {
-            nearest = gOutDist;
-            best = i;
-        }
-        return true;
-    };
-
-    const auto count = static_cast<std::size_t>(gElemCount);
-    std::priority_queue order(std::greater<Bound>(), lowerBounds());
-    if (order.empty()) {
-        for (std::size_t i = 1; i <= count; ++i) consider(i);
-        return best;
-    }
-    // Most elements are too far away to be looked at.
-    for (; !order.empty() && order.top().first <= nearest; order.pop()) consider(order.top().second);
-    for (std::size_t i = count; i >= 1 && !consider(i);) --i;
-    return best;
-}
-
-/// Stake and offset become texts, chainage breaks applied.
-void leaveTexts(double stake, double offset)
-{
-    const double o = RoundHalfUp3(offset);
-    const NominalStake nominal = ToNominal(RoundHalfUp3(stake));
-    gOutLcText = (nominal.secondPass ? "-" : "") + FormatStake(nominal.value);
-    if (o < 0)
-        gOutOffsetText = "左" + FormatFixed3(std::abs(o)) + "米";
-    else if (o == 0)
-        gOutOffsetText = "中";
-    else
-        gOutOffsetText = "右" + FormatFixed3(o) + "米";
 }
 
 constexpr int kMostRounds = std::numeric_limits<std::int16_t>::max();
@@ -134,38 +95,149 @@ private:
     int m_lap = 0, m_nextMark = 1;
 };
 
+/// One search for a foot: what it finds goes into the foot as it comes, so that an error leaves what was there.
+class Search {
+public:
+    Search(const Tables& tables, Target target, double lastX, double lastY)
+        : t(tables), to(target), m_x(lastX), m_y(lastY)
+    {}
+    Foot foot;
+
+    void run(const WalkStart& start)
+    {
+        foot.element = chooseElement();
+        // Kept on purpose: the first round reads a packed azimuth as if it were decimal.
+        Place here{start.k, start.az, start.x, start.y};
+        if (const std::size_t b = foot.element)
+            here = {t.elemLc[b - 1], t.elemFwj[b - 1], t.elemX[b - 1], t.elemY[b - 1]};
+        walk(here);
+    }
+
+private:
+    /// Distance of the target from the middle of element i, or from the last point found where that has none.
+    double toMiddle(std::size_t i)
+    {
+        if (const auto p = pointAt(t, t.elemLc[i - 1] + (t.elemLc[i] - t.elemLc[i - 1]) / 2, 0, 0)) {
+            if (p->known >= RoutePoint::Azimuth) foot.fwjDeg = p->fwjDeg;
+            if (p->known >= RoutePoint::X) foot.x = m_x = p->x;
+            if (p->known >= RoutePoint::All) foot.y = m_y = p->y;
+            if (p->error) throw *p->error;
+        }
+        foot.dist = std::sqrt((m_y - to.y) * (m_y - to.y) + (m_x - to.x) * (m_x - to.x));
+        return *foot.dist;
+    }
+
+    /// The candidate with the nearest middle, the earlier one where two are as near; 0 for none. The last candidate's
+    /// middle is what is left.
+    std::size_t chooseElement()
+    {
+        double nearest = 100000.0;
+        std::size_t best = 0;
+        const auto consider = [&](std::size_t i) {
+            if (!isCandidate(t, to, i)) return false;
+            const double dist = toMiddle(i);
+            if (dist < nearest || (dist == nearest && i < best)) {
+                nearest = dist;
+                best = i;
+            }
+            return true;
+        };
+
+        const auto count = static_cast<std::size_t>(t.elemCount);
+        std::priority_queue order(std::greater<Bound>(), lowerBounds(t, to));
+        if (order.empty()) {
+            for (std::size_t i = 1; i <= count; ++i) consider(i);
+            return best;
+        }
+        // Most elements are too far away to be looked at.
+        for (; !order.empty() && order.top().first <= nearest; order.pop()) consider(order.top().second);
+        for (std::size_t i = count; i >= 1 && !consider(i);) --i;
+        return best;
+    }
+
+    void walk(Place here)
+    {
+        const double first = at(t.elemLc, 0);
+        const double last = at(t.elemLc, t.elemCount);
+        Cycle cycle;
+        for (int round = static_cast<int>(foot.element);; toInt16(++round)) {
+            const double dx = to.x - here.x, dy = to.y - here.y;
+            const double d = std::sqrt(dy * dy + dx * dx);
+            if (dy == 0) return settle(here.k, d);  // kept on purpose: the offset is the bare distance, to the right
+            double q = dx == 0 ? dy * 90 / std::abs(dy) : (1 - dx / std::abs(dx)) * 90 + std::atan(dy / dx) * 180 / kPi;
+            if (q < 0) q += 360;
+            const double c = std::cos(radians(q - here.az));
+            if (d * c + here.k < last) here.k += d * c;
+            const double o = std::sin(radians(q - here.az)) * d;
+            const double w = c * o;
+            if (std::abs(w) < 0.002 || std::abs(o) < 0.0001) return settle(here.k, o);
+            if (here.k < first) here.k = first;
+            if (here.k > last) here.k = last;
+            foot.corrected = here.k;
+            if (const std::size_t i = elementAt(t, here.k)) {
+                const CurvePoint p = pointOn(t, i, here.k);
+                foot.fwjDeg = p.fwjDeg;
+                here = {here.k, p.fwjDeg, p.x, p.y};
+            }
+            round += cycle.roundsToSkip(here, kMostRounds - round);
+        }
+    }
+
+    /// Stake and offset become texts, chainage breaks applied.
+    void settle(double stake, double offset)
+    {
+        foot.stake = stake;
+        foot.offset = RoundHalfUp3(offset);
+        foot.nominal = ToNominal(t, RoundHalfUp3(stake));
+        foot.lcText = (foot.nominal.secondPass ? "-" : "") + FormatStake(foot.nominal.value);
+        if (foot.offset < 0)
+            foot.offsetText = "左" + FormatFixed3(std::abs(foot.offset)) + "米";
+        else if (foot.offset == 0)
+            foot.offsetText = "中";
+        else
+            foot.offsetText = "右" + FormatFixed3(foot.offset) + "米";
+    }
+
+    const Tables& t;
+    const Target to;
+    double m_x, m_y;  // the last point found, m
+};
+
 }  // namespace
 
-void XYToStakeFromStart() { XYToStake(at(gElemLc, 0), at(gElemFwj, 0), at(gElemX, 0), at(gElemY, 0), at(gElemFwj, 0)); }
+WalkStart startOfRoute(const Tables& t) { return {at(t.elemLc, 0), at(t.elemFwj, 0), at(t.elemX, 0), at(t.elemY, 0)}; }
+
+Foot footOf(const Tables& t, double x, double y, const WalkStart& start, double lastX, double lastY)
+{
+    Search search(t, {x, y}, lastX, lastY);
+    try {
+        search.run(start);
+    } catch (const RunTimeError& error) {
+        search.foot.error = error;
+    }
+    return std::move(search.foot);
+}
+
+void store(const Foot& foot)
+{
+    if (foot.x) gOutX = *foot.x;
+    if (foot.y) gOutY = *foot.y;
+    if (foot.fwjDeg) gOutFwj = *foot.fwjDeg;
+    if (foot.dist) gOutDist = *foot.dist;
+    if (foot.corrected) gInLc = *foot.corrected;
+    if (!foot.lcText.empty()) gOutLcText = foot.lcText;
+    if (!foot.offsetText.empty()) gOutOffsetText = foot.offsetText;
+    if (foot.error) throw *foot.error;
+}
 
 void XYToStake(double k0, double az0, double x0, double y0, double)
 {
-    const std::size_t best = chooseElement();
-    // Kept on purpose: the first round reads a packed azimuth as if it were decimal.
-    Place here{k0, az0, x0, y0};
-    if (best) here = {gElemLc[best - 1], gElemFwj[best - 1], gElemX[best - 1], gElemY[best - 1]};
-    const double first = at(gElemLc, 0);
-    const double last = at(gElemLc, gElemCount);
+    store(footOf(shared.tables, gInX, gInY, {k0, az0, x0, y0}, gOutX, gOutY));
+}
 
-    Cycle cycle;
-    for (int round = static_cast<int>(best);; toInt16(++round)) {
-        const double dx = gInX - here.x, dy = gInY - here.y;
-        const double d = std::sqrt(dy * dy + dx * dx);
-        if (dy == 0) return leaveTexts(here.k, d);  // kept on purpose: the offset is the bare distance, to the right
-        double q = dx == 0 ? dy * 90 / std::abs(dy) : (1 - dx / std::abs(dx)) * 90 + std::atan(dy / dx) * 180 / kPi;
-        if (q < 0) q += 360;
-        const double c = std::cos(radians(q - here.az));
-        if (d * c + here.k < last) here.k += d * c;
-        const double o = std::sin(radians(q - here.az)) * d;
-        const double w = c * o;
-        if (std::abs(w) < 0.002 || std::abs(o) < 0.0001) return leaveTexts(here.k, o);
-        if (here.k < first) here.k = first;
-        if (here.k > last) here.k = last;
-        gInLc = here.k;
-        if (const std::size_t i = elementAt(here.k)) {
-            const CurvePoint p = pointOn(i, here.k);
-            here = {here.k, gOutFwj = p.fwjDeg, p.x, p.y};
-        }
-        round += cycle.roundsToSkip(here, kMostRounds - round);
-    }
+Foot XYToStakeFromStart()
+{
+    Foot foot = footOf(shared.tables, gInX, gInY, startOfRoute(shared.tables), gOutX, gOutY);
+    store(foot);
+    return foot;
 }

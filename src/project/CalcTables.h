@@ -1,7 +1,8 @@
 #pragma once
-// The compiled tables of the open project and the shared result fields: one value, `shared`, and the given names as
-// references into it. Copy it to remember the state, compare it to prove what did not move, assign {} for a fresh
-// start.
+// The state of the program in three parts, one value, `shared`: the compiled tables of the open project, the results
+// of the last engine call, what passes between windows. The given names are references into it. Copy it to remember
+// the state, compare it to prove what did not move, assign {} for a fresh start. What computes is a function of
+// `const Tables&` and its arguments; only the functions with given names store in `shared`.
 
 #include <array>
 #include <cstdint>
@@ -11,7 +12,8 @@
 /// Upper index of the main-point arrays: row 0 is not used, rows 1 to 500 hold intersection points.
 inline constexpr int kMaxMainPoint = 500;
 
-struct Shared {
+/// What a load compiled.
+struct Tables {
     using Column = std::vector<double>;
 
     // Route elements. Rows 0 to elemCount-1 are elements, row elemCount closes the last one.
@@ -63,7 +65,11 @@ struct Shared {
     // Work arrays of the intersection-point compile, rows 0 to n.
     Column jdLc, jdX, jdY, jdLs1, jdLs2, jdR, jdT1, jdT2, jdL;
 
-    // Inputs and results of the engine.
+    bool operator==(const Tables&) const = default;
+};
+
+/// What the last engine call was asked and what it left.
+struct EngineResults {
     double inX = 0, inY = 0;    ///< target of gOutDist and XYToStake, m
     double inLc = 0;            ///< continuous stake of the last correction round of XYToStake, m
     double outX = 0, outY = 0;  ///< m
@@ -72,7 +78,11 @@ struct Shared {
     std::string outLcText;      ///< UTF-8, K12+345.678
     std::string outOffsetText;  ///< UTF-8, 左1.234米, 右1.234米 or 中
 
-    // What passes between screens.
+    bool operator==(const EngineResults&) const = default;
+};
+
+/// What passes between windows.
+struct Session {
     double stationX = 0, stationY = 0;          ///< instrument station, m
     double plStart = 0, plEnd = 0, plStep = 0;  ///< batch of structures, frmPl -> frmJgw, m
     bool plBatch = false;                       ///< from the OK of frmPl until its batch ends
@@ -80,91 +90,99 @@ struct Shared {
     std::string pqxModel;                       ///< model text chosen in frmPqxSelect, UTF-8
     std::int16_t fhdxN = 0;  ///< number of traverse points of frmFhdx; a drawing leaves its loops' end
 
+    bool operator==(const Session&) const = default;
+};
+
+struct Shared {
+    Tables tables;
+    EngineResults results;
+    Session session;
+
     bool operator==(const Shared&) const = default;
 };
 
 inline Shared shared;
 
-inline constinit auto& gElemLc = shared.elemLc;
-inline constinit auto& gElemX = shared.elemX;
-inline constinit auto& gElemY = shared.elemY;
-inline constinit auto& gElemFwj = shared.elemFwj;
-inline constinit auto& gElemR1 = shared.elemR1;
-inline constinit auto& gElemR2 = shared.elemR2;
-inline constinit auto& gElemCount = shared.elemCount;
-inline constinit auto& gDxdName = shared.dxdName;
-inline constinit auto& gDxdX = shared.dxdX;
-inline constinit auto& gDxdY = shared.dxdY;
-inline constinit auto& gDxdCount = shared.dxdCount;
-inline constinit auto& gDlBack = shared.dlBack;
-inline constinit auto& gDlAhead = shared.dlAhead;
-inline constinit auto& gDlCum = shared.dlCum;
-inline constinit auto& gDlCount = shared.dlCount;
-inline constinit auto& gHasDl = shared.hasDl;
-inline constinit auto& gSqxLc = shared.sqxLc;
-inline constinit auto& gSqxGc = shared.sqxGc;
-inline constinit auto& gSqxR = shared.sqxR;
-inline constinit auto& gSqxCount = shared.sqxCount;
-inline constinit auto& gCgLc = shared.cgLc;
-inline constinit auto& gCgA = shared.cgA;
-inline constinit auto& gCgB = shared.cgB;
-inline constinit auto& gCgC = shared.cgC;
-inline constinit auto& gCgCount = shared.cgCount;
-inline constinit auto& gCgType = shared.cgType;
-inline constinit auto& gCgkdG = shared.cgkdG;
-inline constinit auto& gCgkdC = shared.cgkdC;
-inline constinit auto& gCgkdA = shared.cgkdA;
-inline constinit auto& gCgkdB = shared.cgkdB;
-inline constinit auto& gCgkdD = shared.cgkdD;
-inline constinit auto& gCgkdE = shared.cgkdE;
-inline constinit auto& gCgkdF = shared.cgkdF;
-inline constinit auto& gCgkdCount = shared.cgkdCount;
-inline constinit auto& gZdJd = shared.zdJd;
-inline constinit auto& gZdT1 = shared.zdT1;
-inline constinit auto& gZdT2 = shared.zdT2;
-inline constinit auto& gZdLs1 = shared.zdLs1;
-inline constinit auto& gZdLs2 = shared.zdLs2;
-inline constinit auto& gZdZhLc = shared.zdZhLc;
-inline constinit auto& gZdZhX = shared.zdZhX;
-inline constinit auto& gZdZhY = shared.zdZhY;
-inline constinit auto& gZdZhFwj = shared.zdZhFwj;
-inline constinit auto& gZdHyLc = shared.zdHyLc;
-inline constinit auto& gZdHyX = shared.zdHyX;
-inline constinit auto& gZdHyY = shared.zdHyY;
-inline constinit auto& gZdHyFwj = shared.zdHyFwj;
-inline constinit auto& gZdYhLc = shared.zdYhLc;
-inline constinit auto& gZdYhX = shared.zdYhX;
-inline constinit auto& gZdYhY = shared.zdYhY;
-inline constinit auto& gZdYhFwj = shared.zdYhFwj;
-inline constinit auto& gZdHzLc = shared.zdHzLc;
-inline constinit auto& gZdHzX = shared.zdHzX;
-inline constinit auto& gZdHzY = shared.zdHzY;
-inline constinit auto& gZdHzFwj = shared.zdHzFwj;
-inline constinit auto& gZdCount = shared.zdCount;
-inline constinit auto& gJdLc = shared.jdLc;
-inline constinit auto& gJdX = shared.jdX;
-inline constinit auto& gJdY = shared.jdY;
-inline constinit auto& gJdLs1 = shared.jdLs1;
-inline constinit auto& gJdLs2 = shared.jdLs2;
-inline constinit auto& gJdR = shared.jdR;
-inline constinit auto& gJdT1 = shared.jdT1;
-inline constinit auto& gJdT2 = shared.jdT2;
-inline constinit auto& gJdL = shared.jdL;
-inline constinit auto& gInX = shared.inX;
-inline constinit auto& gInY = shared.inY;
-inline constinit auto& gInLc = shared.inLc;
-inline constinit auto& gOutX = shared.outX;
-inline constinit auto& gOutY = shared.outY;
-inline constinit auto& gOutFwj = shared.outFwj;
-inline constinit auto& gOutDist = shared.outDist;
-inline constinit auto& gOutLcText = shared.outLcText;
-inline constinit auto& gOutOffsetText = shared.outOffsetText;
-inline constinit auto& gStationX = shared.stationX;
-inline constinit auto& gStationY = shared.stationY;
-inline constinit auto& gPlStart = shared.plStart;
-inline constinit auto& gPlEnd = shared.plEnd;
-inline constinit auto& gPlStep = shared.plStep;
-inline constinit auto& gPlBatch = shared.plBatch;
-inline constinit auto& gGridLeftDown = shared.gridLeftDown;
-inline constinit auto& gPqxModel = shared.pqxModel;
-inline constinit auto& gFhdxN = shared.fhdxN;
+inline constinit auto& gElemLc = shared.tables.elemLc;
+inline constinit auto& gElemX = shared.tables.elemX;
+inline constinit auto& gElemY = shared.tables.elemY;
+inline constinit auto& gElemFwj = shared.tables.elemFwj;
+inline constinit auto& gElemR1 = shared.tables.elemR1;
+inline constinit auto& gElemR2 = shared.tables.elemR2;
+inline constinit auto& gElemCount = shared.tables.elemCount;
+inline constinit auto& gDxdName = shared.tables.dxdName;
+inline constinit auto& gDxdX = shared.tables.dxdX;
+inline constinit auto& gDxdY = shared.tables.dxdY;
+inline constinit auto& gDxdCount = shared.tables.dxdCount;
+inline constinit auto& gDlBack = shared.tables.dlBack;
+inline constinit auto& gDlAhead = shared.tables.dlAhead;
+inline constinit auto& gDlCum = shared.tables.dlCum;
+inline constinit auto& gDlCount = shared.tables.dlCount;
+inline constinit auto& gHasDl = shared.tables.hasDl;
+inline constinit auto& gSqxLc = shared.tables.sqxLc;
+inline constinit auto& gSqxGc = shared.tables.sqxGc;
+inline constinit auto& gSqxR = shared.tables.sqxR;
+inline constinit auto& gSqxCount = shared.tables.sqxCount;
+inline constinit auto& gCgLc = shared.tables.cgLc;
+inline constinit auto& gCgA = shared.tables.cgA;
+inline constinit auto& gCgB = shared.tables.cgB;
+inline constinit auto& gCgC = shared.tables.cgC;
+inline constinit auto& gCgCount = shared.tables.cgCount;
+inline constinit auto& gCgType = shared.tables.cgType;
+inline constinit auto& gCgkdG = shared.tables.cgkdG;
+inline constinit auto& gCgkdC = shared.tables.cgkdC;
+inline constinit auto& gCgkdA = shared.tables.cgkdA;
+inline constinit auto& gCgkdB = shared.tables.cgkdB;
+inline constinit auto& gCgkdD = shared.tables.cgkdD;
+inline constinit auto& gCgkdE = shared.tables.cgkdE;
+inline constinit auto& gCgkdF = shared.tables.cgkdF;
+inline constinit auto& gCgkdCount = shared.tables.cgkdCount;
+inline constinit auto& gZdJd = shared.tables.zdJd;
+inline constinit auto& gZdT1 = shared.tables.zdT1;
+inline constinit auto& gZdT2 = shared.tables.zdT2;
+inline constinit auto& gZdLs1 = shared.tables.zdLs1;
+inline constinit auto& gZdLs2 = shared.tables.zdLs2;
+inline constinit auto& gZdZhLc = shared.tables.zdZhLc;
+inline constinit auto& gZdZhX = shared.tables.zdZhX;
+inline constinit auto& gZdZhY = shared.tables.zdZhY;
+inline constinit auto& gZdZhFwj = shared.tables.zdZhFwj;
+inline constinit auto& gZdHyLc = shared.tables.zdHyLc;
+inline constinit auto& gZdHyX = shared.tables.zdHyX;
+inline constinit auto& gZdHyY = shared.tables.zdHyY;
+inline constinit auto& gZdHyFwj = shared.tables.zdHyFwj;
+inline constinit auto& gZdYhLc = shared.tables.zdYhLc;
+inline constinit auto& gZdYhX = shared.tables.zdYhX;
+inline constinit auto& gZdYhY = shared.tables.zdYhY;
+inline constinit auto& gZdYhFwj = shared.tables.zdYhFwj;
+inline constinit auto& gZdHzLc = shared.tables.zdHzLc;
+inline constinit auto& gZdHzX = shared.tables.zdHzX;
+inline constinit auto& gZdHzY = shared.tables.zdHzY;
+inline constinit auto& gZdHzFwj = shared.tables.zdHzFwj;
+inline constinit auto& gZdCount = shared.tables.zdCount;
+inline constinit auto& gJdLc = shared.tables.jdLc;
+inline constinit auto& gJdX = shared.tables.jdX;
+inline constinit auto& gJdY = shared.tables.jdY;
+inline constinit auto& gJdLs1 = shared.tables.jdLs1;
+inline constinit auto& gJdLs2 = shared.tables.jdLs2;
+inline constinit auto& gJdR = shared.tables.jdR;
+inline constinit auto& gJdT1 = shared.tables.jdT1;
+inline constinit auto& gJdT2 = shared.tables.jdT2;
+inline constinit auto& gJdL = shared.tables.jdL;
+inline constinit auto& gInX = shared.results.inX;
+inline constinit auto& gInY = shared.results.inY;
+inline constinit auto& gInLc = shared.results.inLc;
+inline constinit auto& gOutX = shared.results.outX;
+inline constinit auto& gOutY = shared.results.outY;
+inline constinit auto& gOutFwj = shared.results.outFwj;
+inline constinit auto& gOutDist = shared.results.outDist;
+inline constinit auto& gOutLcText = shared.results.outLcText;
+inline constinit auto& gOutOffsetText = shared.results.outOffsetText;
+inline constinit auto& gStationX = shared.session.stationX;
+inline constinit auto& gStationY = shared.session.stationY;
+inline constinit auto& gPlStart = shared.session.plStart;
+inline constinit auto& gPlEnd = shared.session.plEnd;
+inline constinit auto& gPlStep = shared.session.plStep;
+inline constinit auto& gPlBatch = shared.session.plBatch;
+inline constinit auto& gGridLeftDown = shared.session.gridLeftDown;
+inline constinit auto& gPqxModel = shared.session.pqxModel;
+inline constinit auto& gFhdxN = shared.session.fhdxN;

@@ -142,7 +142,7 @@ void loadInOrder()
 void ConvertStakes(std::vector<double>& stakes, std::int16_t last)
 {
     for (int i = 0; i <= last; ++i)
-        if (!ConvertRowStake(at(stakes, i))) throw StakeInGap{};
+        if (!ConvertRowStake(shared.tables, at(stakes, i))) throw StakeInGap{};
 }
 
 namespace {

@@ -7,24 +7,26 @@
 #include "screens/Handler.h"
 #include "screens/Rows.h"
 
+#include <optional>
+
 namespace {
 
-/// Stake and offset of (gInX, gInY), left as texts. False: none; a walk that does not settle counts as none.
-bool solve()
+/// Stake and offset of (gInX, gInY). Nothing: a walk that does not settle counts as no result.
+std::optional<Foot> solve()
 {
     try {
-        XYToStakeFromStart();
+        return XYToStakeFromStart();
     } catch (const RunTimeError& error) {
         if (error.number() != RunTimeError::Overflow) throw;
-        return false;
+        return std::nullopt;
     }
-    return !gOutLcText.empty();
 }
 
 bool solveAndAdd(RowSink& rows)
 {
-    if (!solve()) return false;
-    rows.row({{NumText(gInX), NumText(gInY), gOutLcText, gOutOffsetText}, warning::Misses()});
+    const auto foot = solve();
+    if (!foot) return false;
+    rows.row({{NumText(gInX), NumText(gInY), gOutLcText, gOutOffsetText}, warning::Misses(*foot, gInX, gInY)});
     return true;
 }
 

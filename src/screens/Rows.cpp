@@ -2,7 +2,6 @@
 
 #include "engine/Chainage.h"
 #include "engine/Numbers.h"
-#include "engine/Route.h"
 #include "engine/RunTimeError.h"
 #include "project/CalcTables.h"
 
@@ -10,7 +9,6 @@
 #include <limits>
 #include <optional>
 #include <string_view>
-#include <tuple>
 #include <utility>
 
 std::string SkewText(double angle) { return angle > 0 ? FormatDmsOf(angle) : "-" + FormatDmsOf(std::abs(angle)); }
@@ -38,7 +36,7 @@ namespace warning {
 
 std::string OffRoute(double stake)
 {
-    return StakeOnElement(stake) ? "" : "桩号不在任何线元内，坐标和切线方位角沿用上一次计算的结果";
+    return StakeOnElement(shared.tables, stake) ? "" : "桩号不在任何线元内，坐标和切线方位角沿用上一次计算的结果";
 }
 
 std::string OffProfile(double stake)
@@ -57,48 +55,27 @@ namespace {
 
 constexpr double kTolerance = 0.005;  // m
 
-/// The number of a stake text such as -K12+345.678, m.
-double stakeOfText(const std::string& text)
+/// Distance between the target and the foot laid out again; nothing where its stake can't be laid out.
+std::optional<double> missOf(const Foot& foot, double x, double y)
 {
-    std::string digits;
-    for (const char c : text)
-        if (c != 'K' && c != '+') digits += c;
-    return ParseNumber(digits);
-}
-
-/// The signed number of an offset text such as 左1.234米, m.
-double offsetOfText(std::string_view text)
-{
-    constexpr std::string_view kLeft = "左", kRight = "右", kMetres = "米";
-    if (!text.ends_with(kMetres)) return 0;
-    const bool left = text.starts_with(kLeft);
-    text.remove_prefix(left ? kLeft.size() : kRight.size());
-    text.remove_suffix(kMetres.size());
-    return left ? -ParseNumber(text) : ParseNumber(text);
-}
-
-/// Distance between the target and the texts laid out again; nothing where their stake can't be laid out.
-std::optional<double> miss()
-{
-    const double nominal = stakeOfText(gOutLcText);
-    const double offset = offsetOfText(gOutOffsetText);
-    auto stake = gHasDl ? ResolveStake(nominal, kDgdZb) : nominal;
+    const Tables& t = shared.tables;
+    if (foot.nominal.secondPass && foot.nominal.value < 0) return std::nullopt;  // nobody can type its text
+    const double nominal = foot.nominal.secondPass ? -foot.nominal.value : foot.nominal.value;
+    auto stake = t.hasDl ? ResolveStake(t, nominal, kDgdZb) : nominal;
     if (!stake) return std::nullopt;
-    const double last = at(gElemLc, gElemCount);
+    const double last = at(t.elemLc, t.elemCount);
     if (*stake >= last) *stake = std::nextafter(last, -std::numeric_limits<double>::infinity());
-    if (!StakeOnElement(*stake)) return std::nullopt;
-    StakeToXY(*stake, offset < 0 ? 270 : 90, std::abs(offset));
-    return gOutDist;
+    const auto p = pointAt(t, *stake, foot.offset < 0 ? 270 : 90, std::abs(foot.offset));
+    if (!p || p->error) return std::nullopt;
+    return std::sqrt((p->y - y) * (p->y - y) + (p->x - x) * (p->x - x));
 }
 
 }  // namespace
 
-std::string Misses()
+std::string Misses(const Foot& foot, double x, double y)
 {
-    const auto kept = std::tuple(gOutX, gOutY, gOutFwj, gOutDist);
     std::optional<double> distance;
-    attempt([&] { distance = miss(); });
-    std::tie(gOutX, gOutY, gOutFwj, gOutDist) = kept;
+    attempt([&] { distance = missOf(foot, x, y); });
     if (!distance) return "反算的里程和偏距无法复核";
     if (*distance <= kTolerance) return "";
     return "按反算的里程和偏距复核，与输入点相差" + FormatFixed3(*distance) + "米";

@@ -2,6 +2,7 @@
 // Row making that screens share, and the quiet warnings beside rows.
 
 #include "desk/Outcome.h"
+#include "engine/Route.h"
 
 #include <string>
 #include <vector>
@@ -39,8 +40,8 @@ std::string OffRoute(double stake);
 std::string OffProfile(double stake);
 /// Stakes from `first` up to the row's were left out because a jump skips their numbers.
 std::string Skipped(double first);
-/// The stake and offset that XYToStake left as texts, laid out again, miss (gInX, gInY) by more than 5 mm.
-std::string Misses();
+/// The stake and offset of a foot, laid out again as its texts say, miss the point (x, y) by more than 5 mm.
+std::string Misses(const Foot& foot, double x, double y);
 /// Both, with a separator where both speak.
 std::string Join(const std::string& a, const std::string& b);
 }  // namespace warning

@@ -8,7 +8,7 @@
 namespace {
 
 struct MainPointTables {
-    Shared::Column &stake, &x, &y, &azimuth;
+    Tables::Column &stake, &x, &y, &azimuth;
 };
 const MainPointTables kMainPoints[] = {
     {gZdZhLc, gZdZhX, gZdZhY, gZdZhFwj},

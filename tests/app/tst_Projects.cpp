@@ -150,7 +150,7 @@ private slots:
     void newProjectIsTrimmedListedAndNotOpened()
     {
         Shown shown;
-        shared.elemCount = 7;
+        shared.tables.elemCount = 7;
         const Shared before = shared;
         shown.create("  滨河路 ", [](QWidget& dialog) { QVERIFY(!dialog.isVisible()); });
         QCOMPARE(gProject, std::string("滨河路"));
@@ -341,7 +341,7 @@ private slots:
     void deletingTheOnlyProjectLeavesAnEmptyCatalogue()
     {
         Shown shown;
-        shared.elemCount = 7;
+        shared.tables.elemCount = 7;
         const Shared before = shared;
         select(shown.main(), "lstProjects", 0);
         shown.desk.yes();
@@ -445,7 +445,7 @@ private slots:
     {
         Shown shown;
         gProject = "other";
-        shared.elemCount = 7;
+        shared.tables.elemCount = 7;
         const Shared before = shared;
         select(shown.main(), "lstProjects", 0);
         useModal([&] { click(shown.main(), "butZh"); },

@@ -127,7 +127,7 @@ TEST_P(Agreement, Inverse)
     std::string lines;
     for (int row = 1; row < there.grid.Rows(); ++row) lines += there.row(row)[6] + "," + there.row(row)[7] + "\n";
     pick(lines);
-    shared.inX = shared.inY = shared.inLc = 0;
+    shared.results.inX = shared.results.inY = shared.results.inLc = 0;
     EXPECT_TRUE(CalcFsFile(back.rows));
     EXPECT_GT(back.state.rows, 50);
     EXPECT_EQ(companion({"inverse", "--file", "-"}, lines), csv(back));

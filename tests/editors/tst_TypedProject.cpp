@@ -146,8 +146,8 @@ private slots:
         std::filesystem::copy(std::string(VM_SOURCE_DIR) + "/samples/示例一", ProjectPath("示例一"));
         gProject = "示例一";
         LoadProject();
-        typed.gridLeftDown = shared.gridLeftDown;
-        typed.pqxModel = shared.pqxModel;
+        typed.session.gridLeftDown = shared.session.gridLeftDown;
+        typed.session.pqxModel = shared.session.pqxModel;
         QCOMPARE(QString::fromStdString(differences(typed, shared)), QString());
     }
 

@@ -469,13 +469,13 @@ TEST_F(Chainage, RowIsConvertedInPlaceAndAGapKeepsWhatWasSubtracted)
 {
     setBreaks({{100, 120}, {300, 320}});  // the second row is kept as 280, 300
     double row = 310;
-    EXPECT_FALSE(ConvertRowStake(row));
+    EXPECT_FALSE(ConvertRowStake(shared.tables, row));
     EXPECT_EQ(row, 290);
     row = 340;
-    EXPECT_TRUE(ConvertRowStake(row));
+    EXPECT_TRUE(ConvertRowStake(shared.tables, row));
     EXPECT_EQ(row, 300);
     row = 110;
-    EXPECT_FALSE(ConvertRowStake(row));
+    EXPECT_FALSE(ConvertRowStake(shared.tables, row));
     EXPECT_EQ(row, 110);
 }
 
@@ -485,7 +485,7 @@ TEST_F(Chainage, RowAgreesWithItsRuleOnTheTables)
         setBreaks(c.breaks);
         for (const Stakes& stakes : c.stakes) {
             double row = stakes.typed;
-            EXPECT_EQ(ConvertRowStake(row) ? row : G, stakes.tableRow) << c.name << ", " << stakes.typed;
+            EXPECT_EQ(ConvertRowStake(shared.tables, row) ? row : G, stakes.tableRow) << c.name << ", " << stakes.typed;
         }
     }
 }

@@ -281,7 +281,7 @@ TEST_F(ElevationAtTest, PastTheWidthsTheGradeLineHolds)
     setWidths({{0, 1, 10, 10, 2, 2, -0.04}, {300, 1, 10, 10, 2, 2, -0.04}});
     EXPECT_DOUBLE_EQ(ElevationAt(299, 5), 100 - 4.5 * 0.02);
     EXPECT_EQ(ElevationAt(300, 5), 100);  // all widths and the median are 0
-    shared.cgkdG.clear();
+    shared.tables.cgkdG.clear();
     gCgkdCount = 0;
     EXPECT_EQ(ElevationAt(100, 5), 100);
 }

@@ -108,10 +108,10 @@ TEST_F(StakeToXYTest, EndStakeKeepsLastPoint)
         EXPECT_EQ(gOutY, 2007) << outside;
         EXPECT_EQ(gOutFwj, 0) << outside;
         EXPECT_EQ(gOutDist, 7) << outside;  // only the distance is new
-        EXPECT_FALSE(StakeOnElement(outside));
+        EXPECT_FALSE(StakeOnElement(shared.tables, outside));
         gInY = 2003;
     }
-    EXPECT_TRUE(StakeOnElement(500));
+    EXPECT_TRUE(StakeOnElement(shared.tables, 500));
 }
 
 TEST_F(StakeToXYTest, FirstCallOutsideShowsZeros)
@@ -131,7 +131,7 @@ TEST_F(StakeToXYTest, NoAlignmentChangesTheDistanceAlone)
     gInY = 4;
     StakeToXY(0, 0, 0);
     EXPECT_EQ(gOutDist, 5);
-    EXPECT_FALSE(StakeOnElement(0));
+    EXPECT_FALSE(StakeOnElement(shared.tables, 0));
 }
 
 TEST_F(StakeToXYTest, AzimuthIsNotReduced)
@@ -193,7 +193,8 @@ TEST_F(StakeToXYTest, ChangesNothingButItsResults)
     setStraight(10.2);
     Shared before = shared;
     StakeToXY(512, 90, 3);
-    before.outX = gOutX, before.outY = gOutY, before.outFwj = gOutFwj, before.outDist = gOutDist;
+    before.results.outX = gOutX, before.results.outY = gOutY, before.results.outFwj = gOutFwj,
+    before.results.outDist = gOutDist;
     EXPECT_EQ(shared, before);
 }
 
@@ -512,6 +513,70 @@ TEST_F(XYToStakeTest, ArgumentsStartTheWalkWhereNoElementIsPicked)
     gInX = -50, gInY = -20.00005;
     XYToStake(77, 45, -50, -20, 0);
     EXPECT_EQ(gOutLcText, "K0+077.000");
+}
+
+TEST_F(StakeToXYTest, AnErrorBetweenXAndYLeavesXAndTheAzimuth)
+{
+    setElements({{0, 10, 20, 30, 0, 0}, {100, 5, 1e306, 45, 0, 0}, {200, 0, 0, 0, 0, 0}});
+    StakeToXY(50, 0, 0);
+    Shared expected = shared;
+    EXPECT_THROW(StakeToXY(100, 0, 0), RunTimeError);
+    expected.results.outX = 5;
+    expected.results.outFwj = 45;
+    EXPECT_EQ(shared, expected) << "Y and the distance are the last call's";
+}
+
+TEST_F(StakeToXYTest, PointAtGivesTheSameAndMovesNothing)
+{
+    setElements({{500, 1000, 2000, 45, 0, 0}, {600, 1070, 2070, 45, 0, 300}, {700, 0, 0, 0, 0, 0}});
+    const Shared before = shared;
+    for (const double stake : {500.0, 555.5, 600.0, 650.125}) {
+        const auto p = pointAt(shared.tables, stake, 270, 3.5);
+        EXPECT_EQ(shared, before);
+        ASSERT_TRUE(p) << stake;
+        StakeToXY(stake, 270, 3.5);
+        EXPECT_EQ(p->x, gOutX);
+        EXPECT_EQ(p->y, gOutY);
+        EXPECT_EQ(p->fwjDeg, gOutFwj);
+        shared = before;
+    }
+    EXPECT_FALSE(pointAt(shared.tables, 499.999, 0, 0));
+    EXPECT_FALSE(pointAt(shared.tables, 700, 0, 0));
+    EXPECT_EQ(shared, before);
+}
+
+TEST_F(XYToStakeTest, AnUnsettledWalkLeavesItsLastRoundAndNoTexts)
+{
+    setStraight(45);
+    gOutLcText = "before", gOutOffsetText = "too", gOutDist = 3;
+    gInX = 990, gInY = 2000.5;  // behind and beside: no candidate, and every round is clamped to the start
+    Shared expected = shared;
+    EXPECT_EQ(errorOfWalk(), RunTimeError::Overflow);
+    expected.results.inLc = 500;
+    expected.results.outFwj = 45;
+    EXPECT_EQ(shared, expected);
+}
+
+TEST_F(XYToStakeTest, FootOfGivesTheSameAndMovesNothing)
+{
+    setElements({{10000, 0, 0, 45, 0, 0}, {10300, 212.132, 212.132, 45, 0, 0}});
+    setBreaks({{10120, 10100}});
+    const Shared before = shared;
+    for (const double offset : {0.0, -2.5, 7.125}) {
+        const auto p = pointAt(shared.tables, 10130, 90, offset);
+        const Foot foot = footOf(shared.tables, p->x, p->y, startOfRoute(shared.tables));
+        EXPECT_EQ(shared, before);
+        find(p->x, p->y);
+        EXPECT_EQ(foot.lcText, gOutLcText);
+        EXPECT_EQ(foot.offsetText, gOutOffsetText);
+        EXPECT_EQ(foot.nominal.value, 10110);
+        EXPECT_TRUE(foot.nominal.secondPass);
+        EXPECT_EQ(foot.offset, offset);
+        EXPECT_EQ(foot.element, 1u);
+        EXPECT_EQ(foot.corrected.value_or(before.results.inLc), gInLc);
+        EXPECT_EQ(foot.dist, gOutDist);
+        shared = before;
+    }
 }
 
 }  // namespace

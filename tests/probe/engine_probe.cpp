@@ -21,8 +21,8 @@
 #include "engine/Numbers.h"
 #include "engine/Route.h"
 #include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
 #include "project/LoadProject.h"
+#include "project/TableList.h"
 #include "project/TextFile.h"
 #include "project/Workspace.h"
 
@@ -118,23 +118,7 @@ private:
 std::string tables(std::string_view)
 {
     TableLines lines;
-#define VM_TABLE(name) lines.add(#name, name)
-    VM_TABLE(gElemCount), VM_TABLE(gElemLc), VM_TABLE(gElemX), VM_TABLE(gElemY), VM_TABLE(gElemFwj);
-    VM_TABLE(gElemR1), VM_TABLE(gElemR2);
-    VM_TABLE(gDxdCount), VM_TABLE(gDxdName), VM_TABLE(gDxdX), VM_TABLE(gDxdY);
-    VM_TABLE(gHasDl), VM_TABLE(gDlCount), VM_TABLE(gDlBack), VM_TABLE(gDlAhead), VM_TABLE(gDlCum);
-    VM_TABLE(gSqxCount), VM_TABLE(gSqxLc), VM_TABLE(gSqxGc), VM_TABLE(gSqxR);
-    VM_TABLE(gCgType), VM_TABLE(gCgCount), VM_TABLE(gCgLc), VM_TABLE(gCgA), VM_TABLE(gCgB), VM_TABLE(gCgC);
-    VM_TABLE(gCgkdCount), VM_TABLE(gCgkdG), VM_TABLE(gCgkdC), VM_TABLE(gCgkdA), VM_TABLE(gCgkdB), VM_TABLE(gCgkdD);
-    VM_TABLE(gCgkdE), VM_TABLE(gCgkdF);
-    VM_TABLE(gZdCount), VM_TABLE(gZdJd), VM_TABLE(gZdT1), VM_TABLE(gZdT2), VM_TABLE(gZdLs1), VM_TABLE(gZdLs2);
-    VM_TABLE(gZdZhLc), VM_TABLE(gZdZhX), VM_TABLE(gZdZhY), VM_TABLE(gZdZhFwj);
-    VM_TABLE(gZdHyLc), VM_TABLE(gZdHyX), VM_TABLE(gZdHyY), VM_TABLE(gZdHyFwj);
-    VM_TABLE(gZdYhLc), VM_TABLE(gZdYhX), VM_TABLE(gZdYhY), VM_TABLE(gZdYhFwj);
-    VM_TABLE(gZdHzLc), VM_TABLE(gZdHzX), VM_TABLE(gZdHzY), VM_TABLE(gZdHzFwj);
-    VM_TABLE(gJdLc), VM_TABLE(gJdX), VM_TABLE(gJdY), VM_TABLE(gJdLs1), VM_TABLE(gJdLs2), VM_TABLE(gJdR);
-    VM_TABLE(gJdT1), VM_TABLE(gJdT2), VM_TABLE(gJdL);
-#undef VM_TABLE
+    forEachMember([&lines](std::string_view name, const auto& member) { lines.add(name, member); }, shared.tables);
     return lines.text + '.';
 }
 

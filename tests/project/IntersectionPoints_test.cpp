@@ -307,8 +307,8 @@ TEST_F(IntersectionPoints, MoreVerticesThanElementRowsCanBeCountedKeepTheElement
     std::string text = "0,0,0\r\n";
     for (int i = 1; i <= 8192; ++i) text += "J," + std::to_string(i * 100) + "," + (i % 2 ? "0" : "20") + ",5,5,60\r\n";
     load(text + "900000,0\r\n");
-    EXPECT_EQ(gElemCount, before.elemCount);
-    EXPECT_EQ(gElemLc.size(), before.elemLc.size());
+    EXPECT_EQ(gElemCount, before.tables.elemCount);
+    EXPECT_EQ(gElemLc.size(), before.tables.elemLc.size());
     EXPECT_EQ(gZdCount, 8192);
 }
 

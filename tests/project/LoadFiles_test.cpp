@@ -94,7 +94,7 @@ TEST_F(LoadFiles, FileOfLineEndsAloneIsEmptiedAndHasNoRows)
     const Shared before = shared;
     LoadProject();
     for (const auto& file : kTables) EXPECT_EQ(folder.bytes(file), "") << file;
-    shared.cgType = before.cgType;
+    shared.tables.cgType = before.tables.cgType;
     EXPECT_EQ(differences(shared, before), "");
 }
 

@@ -100,10 +100,10 @@ TEST_F(LoadOrder, BlockRowInAGapStopsBeforeTheVerticalCurves)
     // Earlier groups new, the group itself converted up to the gap, later groups old.
     EXPECT_EQ(gDxdName, std::vector<std::string>{"新"});
     EXPECT_EQ(gElemLc, (std::vector<double>{0, 130, 130, 170, 180 + 0.0001}));
-    EXPECT_EQ(gSqxLc, before.sqxLc);
+    EXPECT_EQ(gSqxLc, before.tables.sqxLc);
     EXPECT_EQ(gCgType, "0");
-    EXPECT_EQ(gCgLc, before.cgLc);
-    EXPECT_EQ(gCgkdG, before.cgkdG);
+    EXPECT_EQ(gCgLc, before.tables.cgLc);
+    EXPECT_EQ(gCgkdG, before.tables.cgkdG);
 }
 
 TEST_F(LoadOrder, AGapInEachTableLeavesTheLaterOnesUnread)

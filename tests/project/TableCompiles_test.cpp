@@ -146,8 +146,8 @@ TEST_F(TableCompiles, BlocksLeaveTheMainPointsOfTheRouteBefore)
     const Shared before = shared;
     load("平曲线参数.txt", "0,50,1,2,3,0,0\r\n");
     EXPECT_EQ(gZdCount, 3);
-    EXPECT_EQ(gZdJd, before.zdJd);
-    EXPECT_EQ(gZdT1, before.zdT1);
+    EXPECT_EQ(gZdJd, before.tables.zdJd);
+    EXPECT_EQ(gZdT1, before.tables.zdT1);
 }
 
 TEST_F(TableCompiles, NegativeTableRowNeverGetsTheSecondReading)

@@ -259,7 +259,7 @@ TEST_F(Workspace, AnEditedCatalogueLineDeletesNothingOutsideTheProjects)
 
 TEST_F(Workspace, AnEditedCatalogueLineOpensAndWritesNothing)
 {
-    shared.elemCount = 7;
+    shared.tables.elemCount = 7;
     for (const std::string line : {"..", ".", "", "乙/b", "../参数文件", "/", "乙/"}) {
         const auto files = everything();
         const Shared before = shared;

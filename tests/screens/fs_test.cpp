@@ -91,16 +91,17 @@ TEST_F(Fs, StationAndOtherScreensAreLeftAlone)
     gStationY = 6;
     const Shared before = shared;
     EXPECT_TRUE(calc("990", "2250.5"));
-    EXPECT_EQ(gStationX, before.stationX);
-    EXPECT_EQ(gStationY, before.stationY);
-    EXPECT_EQ(gElemLc, before.elemLc);
+    EXPECT_EQ(gStationX, before.session.stationX);
+    EXPECT_EQ(gStationY, before.session.stationY);
+    EXPECT_EQ(gElemLc, before.tables.elemLc);
 }
 
 TEST_F(Fs, AWarningDoesNotDisturbWhatTheWalkLeft)
 {
     EXPECT_TRUE(calc("990", "2250.5"));
     const Shared after = shared;
-    shared.outX = shared.outY = shared.outFwj = shared.outDist = shared.inLc = 0;
+    shared.results.outX = shared.results.outY = shared.results.outFwj = shared.results.outDist = shared.results.inLc =
+        0;
     XYToStakeFromStart();
     EXPECT_EQ(shared, after);
 }

@@ -304,17 +304,17 @@ TEST_P(Samples, MainPoints)
     for (int i = 1; i <= gZdCount; ++i) {
         const auto row = points.row(i);
         const auto at = static_cast<std::size_t>(i);
-        EXPECT_EQ(row[1], before.zdJd[at]);
-        EXPECT_EQ(row[2], plain::fixed3(before.zdT1[at]));
-        EXPECT_EQ(row[7], plain::fixed3(before.zdZhX[at]));
-        EXPECT_EQ(row[21], plain::dms(before.zdHzFwj[at]));
+        EXPECT_EQ(row[1], before.tables.zdJd[at]);
+        EXPECT_EQ(row[2], plain::fixed3(before.tables.zdT1[at]));
+        EXPECT_EQ(row[7], plain::fixed3(before.tables.zdZhX[at]));
+        EXPECT_EQ(row[21], plain::dms(before.tables.zdHzFwj[at]));
         if (GetParam().breaks) {
             // Back from the nominal stake of the table to the continuous one.
             const auto stake = plain::resolve(gZdHzLc[at]);
             ASSERT_TRUE(stake);
-            EXPECT_NEAR(*stake, before.zdHzLc[at], 0.0011) << row[1];
+            EXPECT_NEAR(*stake, before.tables.zdHzLc[at], 0.0011) << row[1];
         } else {
-            EXPECT_NEAR(gZdHzLc[at], before.zdHzLc[at], 0.0006);
+            EXPECT_NEAR(gZdHzLc[at], before.tables.zdHzLc[at], 0.0006);
         }
     }
 }

@@ -9,13 +9,13 @@ namespace {
 
 struct Warnings : FreshTables<testing::Test> {
     Warnings() { straightNorth(); }
-    static std::string misses(const std::string& stake, const std::string& offset, double x, double y)
+    /// Of a foot with that stake (nominal, on the second pass if `again`) and offset, for the point (x, y).
+    static std::string misses(NominalStake stake, double offset, double x, double y)
     {
-        gOutLcText = stake;
-        gOutOffsetText = offset;
-        gInX = x;
-        gInY = y;
-        return warning::Misses();
+        Foot foot;
+        foot.nominal = stake;
+        foot.offset = offset;
+        return warning::Misses(foot, x, y);
     }
 };
 
@@ -44,31 +44,31 @@ TEST_F(Warnings, BeyondTheProfile)
 
 TEST_F(Warnings, AnInverseRowThatComesBackIsFine)
 {
-    EXPECT_EQ(misses("K0+100.000", "左2.500米", 1100, 1997.5), "");
-    EXPECT_EQ(misses("K0+100.000", "中", 1100, 2000), "");
-    EXPECT_EQ(misses("K0+100.000", "右2.500米", 1100, 2002.504), "") << "4 mm";
-    EXPECT_EQ(misses("K1+000.000", "右2.500米", 2000, 2002.5), "") << "the end of the road can be laid out too";
+    EXPECT_EQ(misses({100}, -2.5, 1100, 1997.5), "");
+    EXPECT_EQ(misses({100}, 0, 1100, 2000), "");
+    EXPECT_EQ(misses({100}, 2.5, 1100, 2002.504), "") << "4 mm";
+    EXPECT_EQ(misses({1000}, 2.5, 2000, 2002.5), "") << "the end of the road can be laid out too";
 }
 
 TEST_F(Warnings, AnInverseRowThatMissesSaysByHowMuch)
 {
-    EXPECT_EQ(misses("K0+100.000", "右2.500米", 1100, 2002.506), "按反算的里程和偏距复核，与输入点相差0.006米");
-    EXPECT_EQ(misses("K0+100.000", "右2.500米", 1100, 1997.5), "按反算的里程和偏距复核，与输入点相差5.000米");
+    EXPECT_EQ(misses({100}, 2.5, 1100, 2002.506), "按反算的里程和偏距复核，与输入点相差0.006米");
+    EXPECT_EQ(misses({100}, 2.5, 1100, 1997.5), "按反算的里程和偏距复核，与输入点相差5.000米");
 }
 
 TEST_F(Warnings, TheSecondPassOfAnOverlapIsLaidOutAsSuch)
 {
     setBreaks({{500, 480}});
-    EXPECT_EQ(misses("-K0+490.000", "中", 1510, 2000), "");
-    EXPECT_EQ(misses("K0+490.000", "中", 1490, 2000), "");
-    EXPECT_NE(misses("K0+490.000", "中", 1510, 2000), "");
+    EXPECT_EQ(misses({490, true}, 0, 1510, 2000), "");
+    EXPECT_EQ(misses({490}, 0, 1490, 2000), "");
+    EXPECT_NE(misses({490}, 0, 1510, 2000), "");
 }
 
 TEST_F(Warnings, AStakeThatCannotBeLaidOutSaysSo)
 {
     setBreaks({{500, 600}});
-    EXPECT_EQ(misses("K0+550.000", "中", 1500, 2000), "反算的里程和偏距无法复核");
-    EXPECT_EQ(misses("--K0+550.000", "中", 1500, 2000), "反算的里程和偏距无法复核");
+    EXPECT_EQ(misses({550}, 0, 1500, 2000), "反算的里程和偏距无法复核");
+    EXPECT_EQ(misses({-550, true}, 0, 1500, 2000), "反算的里程和偏距无法复核");
 }
 
 TEST_F(Warnings, MoveNothing)
@@ -77,9 +77,9 @@ TEST_F(Warnings, MoveNothing)
     setBreaks({{500, 480}});
     gInX = 1510;
     gInY = 2003;
-    XYToStakeFromStart();
+    const Foot foot = XYToStakeFromStart();
     const Shared before = shared;
-    warning::Misses();
+    warning::Misses(foot, gInX, gInY);
     warning::OffRoute(100);
     warning::OffProfile(5000);
     EXPECT_EQ(shared, before);

@@ -145,20 +145,21 @@ inline Maybe field(const Row& row, std::size_t index)
 /// Nominal stakes to continuous ones: false where one is in a gap.
 inline bool convert(std::vector<double>& stakes)
 {
-    if (!shared.hasDl) return true;
-    const auto n = static_cast<std::size_t>(shared.dlCount) + 1;
+    if (!shared.tables.hasDl) return true;
+    const auto n = static_cast<std::size_t>(shared.tables.dlCount) + 1;
     const auto takeOff = [](double& x, double amount) {
         if (const Maybe less = Maybe{x} - Maybe{amount}) x = *less.value;
     };
     for (double& x : stakes) {
         for (std::size_t k = 0; k < n; ++k) {
-            const double back = shared.dlBack[k], ahead = shared.dlAhead[k], amount = shared.dlCum[k];
+            const double back = shared.tables.dlBack[k], ahead = shared.tables.dlAhead[k],
+                         amount = shared.tables.dlCum[k];
             if (back < x && x < ahead) return false;
             if (amount > 0 ? x >= ahead : amount < 0 && x > back) takeOff(x, amount);
         }
         if (x < 0)
             for (std::size_t k = 0; k < n; ++k)
-                if (std::abs(x) > shared.dlAhead[k]) takeOff(x, shared.dlCum[k]);
+                if (std::abs(x) > shared.tables.dlAhead[k]) takeOff(x, shared.tables.dlCum[k]);
     }
     return true;
 }
@@ -170,23 +171,24 @@ inline void fresh(std::size_t rows, std::initializer_list<std::vector<double>*> 
 
 inline void traverse(const std::vector<Row>& rows)
 {
-    shared.dxdCount = static_cast<std::int16_t>(rows.size() - 1);
-    shared.dxdName.assign(rows.size(), "");
-    fresh(rows.size(), {&shared.dxdX, &shared.dxdY});
+    shared.tables.dxdCount = static_cast<std::int16_t>(rows.size() - 1);
+    shared.tables.dxdName.assign(rows.size(), "");
+    fresh(rows.size(), {&shared.tables.dxdX, &shared.tables.dxdY});
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        if (!rows[i].empty()) shared.dxdName[i] = rows[i][0];
-        Cell(shared.dxdX, long(i)) = field(rows[i], 1);
-        Cell(shared.dxdY, long(i)) = field(rows[i], 2);
+        if (!rows[i].empty()) shared.tables.dxdName[i] = rows[i][0];
+        Cell(shared.tables.dxdX, long(i)) = field(rows[i], 1);
+        Cell(shared.tables.dxdY, long(i)) = field(rows[i], 2);
     }
 }
 
 inline void breaks(const std::vector<Row>& rows)
 {
-    shared.dlCount = static_cast<std::int16_t>(rows.size() - 1);
-    shared.hasDl = -1;
-    fresh(rows.size(), {&shared.dlBack, &shared.dlAhead, &shared.dlCum});
+    shared.tables.dlCount = static_cast<std::int16_t>(rows.size() - 1);
+    shared.tables.hasDl = -1;
+    fresh(rows.size(), {&shared.tables.dlBack, &shared.tables.dlAhead, &shared.tables.dlCum});
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        const Cell back(shared.dlBack, long(i)), ahead(shared.dlAhead, long(i)), amount(shared.dlCum, long(i));
+        const Cell back(shared.tables.dlBack, long(i)), ahead(shared.tables.dlAhead, long(i)),
+            amount(shared.tables.dlCum, long(i));
         back = field(rows[i], 0);
         ahead = field(rows[i], 1);
         amount = abs(ahead) - abs(back);
@@ -195,10 +197,11 @@ inline void breaks(const std::vector<Row>& rows)
 
 inline void reduce()
 {
-    for (long i = 1; i <= shared.dlCount; ++i) {
+    for (long i = 1; i <= shared.tables.dlCount; ++i) {
         for (long j = i - 1; j >= 0; --j) {
-            const Maybe amount = Cell(shared.dlCum, j);
-            for (auto* column : {&shared.dlBack, &shared.dlAhead}) Cell(*column, i) = Cell(*column, i) - amount;
+            const Maybe amount = Cell(shared.tables.dlCum, j);
+            for (auto* column : {&shared.tables.dlBack, &shared.tables.dlAhead})
+                Cell(*column, i) = Cell(*column, i) - amount;
         }
     }
 }
@@ -438,7 +441,7 @@ inline Loaded load(const Shared& before, const Files& files)
         }
         if (const auto r = rows("竖曲线参数.txt"); !r.empty() && !vertical(r)) return false;
         // A file without settings has grown to one line by now, and its second piece is empty.
-        shared.cgType = settings.size() > 1 && settings[1] == "线性" ? "0" : "1";
+        shared.tables.cgType = settings.size() > 1 && settings[1] == "线性" ? "0" : "1";
         if (const auto r = rows("超高参数.txt"); !r.empty() && !superelevation(r)) return false;
         if (const auto r = rows("超高宽度参数.txt"); !r.empty() && !widths(r)) return false;
         return true;

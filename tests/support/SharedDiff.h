@@ -2,7 +2,7 @@
 // Where two states differ, in words: member, row, both values. Empty where every bit is the same, the sign of a zero
 // included.
 
-#include "project/CalcTables.h"
+#include "project/TableList.h"
 
 #include <bit>
 #include <cstdint>
@@ -56,31 +56,9 @@ void compare(std::string& out, const std::string& name, const std::vector<Value>
 inline std::string differences(const Shared& actual, const Shared& expected)
 {
     std::string out;
-#define VM_COMPARE(member) shared_diff::compare(out, #member, actual.member, expected.member);
-#define VM_COMPARE4(a, b, c, d) VM_COMPARE(a) VM_COMPARE(b) VM_COMPARE(c) VM_COMPARE(d)
-    VM_COMPARE4(elemLc, elemX, elemY, elemFwj)
-    VM_COMPARE4(elemR1, elemR2, elemCount, dxdName)
-    VM_COMPARE4(dxdX, dxdY, dxdCount, dlBack)
-    VM_COMPARE4(dlAhead, dlCum, dlCount, hasDl)
-    VM_COMPARE4(sqxLc, sqxGc, sqxR, sqxCount)
-    VM_COMPARE4(cgLc, cgA, cgB, cgC)
-    VM_COMPARE4(cgCount, cgType, cgkdG, cgkdC)
-    VM_COMPARE4(cgkdA, cgkdB, cgkdD, cgkdE)
-    VM_COMPARE4(cgkdF, cgkdCount, zdJd, zdT1)
-    VM_COMPARE4(zdT2, zdLs1, zdLs2, zdCount)
-    VM_COMPARE4(zdZhLc, zdZhX, zdZhY, zdZhFwj)
-    VM_COMPARE4(zdHyLc, zdHyX, zdHyY, zdHyFwj)
-    VM_COMPARE4(zdYhLc, zdYhX, zdYhY, zdYhFwj)
-    VM_COMPARE4(zdHzLc, zdHzX, zdHzY, zdHzFwj)
-    VM_COMPARE4(jdLc, jdX, jdY, jdLs1)
-    VM_COMPARE4(jdLs2, jdR, jdT1, jdT2)
-    VM_COMPARE4(jdL, inX, inY, inLc)
-    VM_COMPARE4(outX, outY, outFwj, outDist)
-    VM_COMPARE4(outLcText, outOffsetText, stationX, stationY)
-    VM_COMPARE4(plStart, plEnd, plStep, plBatch)
-    VM_COMPARE4(gridLeftDown, pqxModel, fhdxN, fhdxN)
-#undef VM_COMPARE4
-#undef VM_COMPARE
+    forEachSharedMember([&out](std::string_view name, const auto& a,
+                               const auto& b) { shared_diff::compare(out, std::string(name), a, b); },
+                        actual, expected);
     if (out.empty() && !(actual == expected)) out = "a member that is not listed here\n";
     return out;
 }
