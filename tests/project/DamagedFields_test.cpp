@@ -206,7 +206,7 @@ TEST(DamagedGeometry, EveryOtherStatementFailsAsTheRulesSay)
         {"exactly 180", "0,0,0\r\nA,0,100,20,30,50\r\nB,0,50,10,20,40\r\n0,300\r\n"},
     };
     Shared fresh;
-    fresh.outX = 1.5, fresh.outY = 2.5, fresh.outFwj = 3.5;
+    fresh.results.outX = 1.5, fresh.results.outY = 2.5, fresh.results.outFwj = 3.5;
     for (const auto& file : kOther) folder.write(file.first, file.second);
     LoadProject();
     Shared later = shared;

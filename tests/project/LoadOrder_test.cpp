@@ -23,7 +23,7 @@ TEST_F(LoadOrder, EmptyProjectAfterAFullOneKeepsEveryTable)
     Shared full = shared;
     folder.project("空");
     LoadProject();
-    full.cgType = "1";  // the settings have grown to one line, and the second piece is empty
+    full.tables.cgType = "1";  // the settings have grown to one line, and the second piece is empty
     EXPECT_EQ(differences(shared, full), "");
 }
 

@@ -221,7 +221,7 @@ inline void intersectionPoints(const std::vector<Row>& rows)
 {
     const long n = long(rows.size()) - 1, m = n - 1;
     if (n < 1) return;
-    auto& s = shared;
+    auto& s = shared.tables;
     fresh(std::size_t(4 * m + 2), {&s.elemLc, &s.elemX, &s.elemY, &s.elemFwj, &s.elemR1, &s.elemR2});
     fresh(std::size_t(n + 1), {&s.jdLc, &s.jdX, &s.jdY, &s.jdLs1, &s.jdLs2, &s.jdR, &s.jdT1, &s.jdT2, &s.jdL});
     s.elemCount = static_cast<std::int16_t>(4 * m + 1);
@@ -328,9 +328,9 @@ inline void intersectionPoints(const std::vector<Row>& rows)
                     lc(row) = (vLc(i) - t1(i)) + curve(i);
                     elementEnd(ls2(i), k, 0.0, az(row - 1), x(row - 1), y(row - 1));
                 }
-                az(row) = toDms(s.outFwj);
-                x(row) = s.outX;
-                y(row) = s.outY;
+                az(row) = toDms(shared.results.outFwj);
+                x(row) = shared.results.outX;
+                y(row) = shared.results.outY;
             }
             Cell(*kinds[kind].lc, i) = lc(row);
             Cell(*kinds[kind].x, i) = x(row);
@@ -344,7 +344,7 @@ inline void intersectionPoints(const std::vector<Row>& rows)
 
 inline bool blocks(const std::vector<Row>& rows)
 {
-    auto& s = shared;
+    auto& s = shared.tables;
     const auto count = rows.size();
     s.elemCount = static_cast<std::int16_t>(count);
     fresh(count + 1, {&s.elemLc, &s.elemX, &s.elemY, &s.elemFwj, &s.elemR1, &s.elemR2});
@@ -361,7 +361,7 @@ inline bool blocks(const std::vector<Row>& rows)
 
 inline bool vertical(const std::vector<Row>& rows)
 {
-    auto& s = shared;
+    auto& s = shared.tables;
     s.sqxCount = static_cast<std::int16_t>(rows.size() - 1);
     fresh(rows.size(), {&s.sqxLc, &s.sqxGc, &s.sqxR});
     for (std::size_t i = 0; i < rows.size(); ++i) {
@@ -374,7 +374,7 @@ inline bool vertical(const std::vector<Row>& rows)
 
 inline bool superelevation(const std::vector<Row>& rows)
 {
-    auto& s = shared;
+    auto& s = shared.tables;
     const auto count = rows.size();
     s.cgCount = static_cast<std::int16_t>(count);
     fresh(count + 1, {&s.cgLc, &s.cgA, &s.cgB, &s.cgC});
@@ -395,7 +395,7 @@ inline bool superelevation(const std::vector<Row>& rows)
 
 inline bool widths(const std::vector<Row>& rows)
 {
-    auto& s = shared;
+    auto& s = shared.tables;
     const auto count = rows.size();
     s.cgkdCount = static_cast<std::int16_t>(count);
     fresh(count + 1, {&s.cgkdG, &s.cgkdC, &s.cgkdA, &s.cgkdB, &s.cgkdD, &s.cgkdE, &s.cgkdF});
