@@ -6,8 +6,8 @@
 #include "project/LoadProject.h"
 #include "project/TextFile.h"
 #include "project/Workspace.h"
+#include "support/FiniteTables.h"
 
-#include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -66,13 +66,7 @@ void load()
 
 void checkTables()
 {
-    for (const auto* column :
-         {&gElemLc, &gElemX,  &gElemY, &gElemFwj, &gElemR1, &gElemR2, &gDxdX, &gDxdY,   &gDlBack, &gDlAhead,
-          &gDlCum,  &gSqxLc,  &gSqxGc, &gSqxR,    &gCgLc,   &gCgA,    &gCgB,  &gCgC,    &gCgkdG,  &gCgkdC,
-          &gCgkdA,  &gCgkdB,  &gCgkdD, &gCgkdE,   &gCgkdF,  &gZdT1,   &gZdT2, &gZdZhLc, &gZdZhX,  &gZdHyLc,
-          &gZdHyX,  &gZdYhLc, &gZdYhX, &gZdHzLc,  &gZdHzX,  &gJdLc,   &gJdT1, &gJdT2,   &gJdL})
-        for (const double value : *column)
-            if (!std::isfinite(value)) std::abort();
+    if (!firstNumberThatIsNotFinite(shared.tables).empty()) std::abort();
 }
 
 }  // namespace
