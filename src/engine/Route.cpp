@@ -30,15 +30,15 @@ std::optional<RoutePoint> pointAt(const Tables& t, double stake, double skew, do
     const std::size_t i = elementAt(t, stake);
     if (i == 0) return std::nullopt;
     RoutePoint point;
-    point.known = RoutePoint::Nothing;
+    point.known = RoutePoint::Known::Nothing;
     try {
         const CurvePoint p = pointOn(t, i, stake);
         point.fwjDeg = p.fwjDeg;
-        point.known = RoutePoint::Azimuth;
+        point.known = RoutePoint::Known::Azimuth;
         point.x = Fixed3(p.x + offset * std::cos(radians(p.fwjDeg + skew)));
-        point.known = RoutePoint::X;
+        point.known = RoutePoint::Known::X;
         point.y = Fixed3(p.y + offset * std::sin(radians(p.fwjDeg + skew)));
-        point.known = RoutePoint::All;
+        point.known = RoutePoint::Known::All;
     } catch (const RunTimeError& error) {
         point.error = error;
     }
@@ -48,9 +48,9 @@ std::optional<RoutePoint> pointAt(const Tables& t, double stake, double skew, do
 void StakeToXY(double stake, double skew, double offset)
 {
     if (const auto p = pointAt(shared.tables, stake, skew, offset)) {
-        if (p->known >= RoutePoint::Azimuth) gOutFwj = p->fwjDeg;
-        if (p->known >= RoutePoint::X) gOutX = p->x;
-        if (p->known >= RoutePoint::All) gOutY = p->y;
+        if (p->known >= RoutePoint::Known::Azimuth) gOutFwj = p->fwjDeg;
+        if (p->known >= RoutePoint::Known::X) gOutX = p->x;
+        if (p->known >= RoutePoint::Known::All) gOutY = p->y;
         if (p->error) throw *p->error;
     }
     gOutDist = std::sqrt((gOutY - gInY) * (gOutY - gInY) + (gOutX - gInX) * (gOutX - gInX));

@@ -14,9 +14,14 @@ struct Tables;
 
 /// A point of the road and the tangent there.
 struct RoutePoint {
-    double fwjDeg = 0;                                    ///< tangent azimuth, decimal degrees, not reduced to 0..360
-    double x = 0, y = 0;                                  ///< m, north and east, to 3 decimals
-    enum Known { Nothing, Azimuth, X, All } known = All;  ///< how far it came, in this order, before the error
+    double fwjDeg = 0;    ///< tangent azimuth, decimal degrees, not reduced to 0..360
+    double x = 0, y = 0;  ///< m, north and east, to 3 decimals
+    enum class Known {
+        Nothing,
+        Azimuth,
+        X,
+        All
+    } known = Known::All;  ///< how far it came, in this order, before the error
     std::optional<RunTimeError> error;
 };
 

@@ -118,9 +118,9 @@ private:
     double toMiddle(std::size_t i)
     {
         if (const auto p = pointAt(t, t.elemLc[i - 1] + (t.elemLc[i] - t.elemLc[i - 1]) / 2, 0, 0)) {
-            if (p->known >= RoutePoint::Azimuth) foot.fwjDeg = p->fwjDeg;
-            if (p->known >= RoutePoint::X) foot.x = m_x = p->x;
-            if (p->known >= RoutePoint::All) foot.y = m_y = p->y;
+            if (p->known >= RoutePoint::Known::Azimuth) foot.fwjDeg = p->fwjDeg;
+            if (p->known >= RoutePoint::Known::X) foot.x = m_x = p->x;
+            if (p->known >= RoutePoint::Known::All) foot.y = m_y = p->y;
             if (p->error) throw *p->error;
         }
         foot.dist = std::sqrt((m_y - to.y) * (m_y - to.y) + (m_x - to.x) * (m_x - to.x));
