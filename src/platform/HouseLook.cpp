@@ -4,10 +4,13 @@
 #include <QApplication>
 #include <QFontDatabase>
 #include <QFontMetricsF>
+#include <QLabel>
 #include <QLocale>
+#include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
 #include <QStyleFactory>
+#include <QStyleOption>
 #include <QTranslator>
 
 #include <cmath>
@@ -38,7 +41,7 @@ QPalette housePalette()
 }
 
 /// Where a pixel of a window is one and a half of the screen's, what a frame encloses would cover parts of a frame of
-/// one pixel.
+/// one pixel, and an edge that begins between two pixels of the screen would not be painted.
 class WholeFrames : public QProxyStyle {
 public:
     using QProxyStyle::QProxyStyle;
@@ -46,6 +49,21 @@ public:
     {
         if (metric == PM_DefaultFrameWidth && qobject_cast<const QAbstractScrollArea*>(widget)) return 2;
         return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override
+    {
+        if (element != PE_Frame || !qobject_cast<const QLabel*>(widget))
+            return QProxyStyle::drawPrimitive(element, option, painter, widget);
+        const QTransform toScreen = painter->deviceTransform();
+        const QRectF r = toScreen.mapRect(QRectF(option->rect));
+        const QRectF whole(QPointF(std::ceil(r.left()), std::ceil(r.top())),
+                           QPointF(std::floor(r.right()), std::floor(r.bottom())));
+        painter->save();
+        painter->setTransform(toScreen.inverted(), true);
+        painter->setPen(option->palette.window().color().darker(140).lighter(108));  // as elsewhere
+        painter->drawRect(whole.adjusted(0.5, 0.5, -0.5, -0.5));
+        painter->restore();
     }
 };
 

@@ -121,8 +121,9 @@ QStringList brokenBorders(QWidget& window)
     };
     QStringList broken;
     for (const auto* control : controlsOf(window)) {
+        const auto* label = qobject_cast<const QLabel*>(control);
         if (!control->inherits("QLineEdit") && !control->inherits("QAbstractItemView") &&
-            !control->inherits("XPButton"))
+            !control->inherits("XPButton") && !(label && label->frameShape() == QFrame::StyledPanel))
             continue;
         const QRectF r = placeOf(*control);
         const struct {
