@@ -1,6 +1,8 @@
 #pragma once
 // The one integration of the system: composite Simpson rule, 192 intervals, along a stretch whose curvature grows in
 // proportion to length. The order of every operation is the result.
+// Source: Abramowitz, Stegun, Handbook of Mathematical Functions, 25.4.6, the extended Simpson's rule, on the cosine
+// and sine of the azimuth.
 
 #include "engine/Numbers.h"
 

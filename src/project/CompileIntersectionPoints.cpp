@@ -15,7 +15,9 @@ double leg(const std::vector<double>& axis, int from, int to) { return checked(a
 double legAzimuth(int from, int to) { return checked(Azimuth(leg(gJdX, from, to), leg(gJdY, from, to))); }
 double legLength(int from, int to) { return checked(Distance(leg(gJdX, from, to), leg(gJdY, from, to))); }
 
-/// Shift of the circle by a spiral. The longer series serves deflections over 90 degrees.
+/// Shift p of the circle by a spiral, a series in Ls and R.
+/// Source of p and q: 杨少伟, 《道路勘测设计》, 平面设计, 缓和曲线.
+/// The longer series serves deflections over 90 degrees.
 double shift(double ls, double r, bool big)
 {
     const double p = quotient(power(ls, 2), 24 * r) - quotient(power(ls, 4), 2688 * power(r, 3));

@@ -20,6 +20,9 @@ std::int16_t whole(double value)
     return toInt16(static_cast<long long>(rounded));
 }
 
+// Limits of a first-grade traverse (一级导线): 10" times the root of the number of angles, 1/15000 of the length.
+// Source: GB 50026 《工程测量标准》, 导线测量的主要技术要求.
+
 /// One axis of the closure and the columns that belong to it.
 struct Axis {
     char increment, correction, corrected, coordinate;
