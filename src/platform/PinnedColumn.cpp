@@ -12,7 +12,7 @@
 
 #include <algorithm>
 
-PinnedColumn::PinnedColumn(QTableView& grid) : QWidget(&grid), m_grid(grid)
+PinnedColumn::PinnedColumn(QTableView& grid) : QWidget(&grid), m_grid(grid), m_cells(grid.viewport())
 {
     setObjectName(QStringLiteral("pinnedColumn"));
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -113,6 +113,6 @@ bool PinnedColumn::eventFilter(QObject* watched, QEvent* event)
 {
     const bool moved =
         event->type() == QEvent::Resize || event->type() == QEvent::Move || event->type() == QEvent::Show;
-    if (watched == m_grid.viewport() && moved) follow();
+    if (moved && watched == m_cells) follow();  // other events still come while the grid is being taken down
     return false;
 }

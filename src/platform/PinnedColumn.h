@@ -21,4 +21,5 @@ private:
     void uncover();
 
     QTableView& m_grid;
+    const QObject* m_cells;  ///< the grid's viewport
 };

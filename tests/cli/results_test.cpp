@@ -142,7 +142,8 @@ TEST_F(Companion, JsonHasTypedValuesBesideTheTexts)
     for (const auto& command : {std::vector<std::string>{"mainpoints"}, {"coords", "--at", "12100"}}) {
         std::vector<std::string> args{"示例一"};
         args.insert(args.end(), command.begin(), command.end());
-        for (const auto& [key, value] : json(args)[0].items()) EXPECT_EQ(key.find(' '), std::string::npos) << key;
+        const auto rows = json(args);
+        for (const auto& [key, value] : rows[0].items()) EXPECT_EQ(key.find(' '), std::string::npos) << key;
     }
 }
 

@@ -115,7 +115,8 @@ std::vector<Step> stepsIn(QWidget& window)
         return steps;
     }
     for (auto* button : window.findChildren<XPButton*>())
-        if (button->objectName().endsWith(u"Back")) return clicks({qPrintable(button->objectName())});
+        if (const QString back = button->objectName(); back.endsWith(u"Back"))
+            return {[&window, back] { click(window, back); }};
     return {[&window] { window.close(); }};
 }
 
