@@ -16,8 +16,9 @@ std::string StationText(const std::string& pick) { return pick + " " + NumText(g
 
 std::string ParameterText(const JgwStructures& structures, std::int16_t p, bool skewEnds)
 {
-    return std::string(skewEnds ? "斜交斜做：" : "斜交正做：") + "K前" + at(structures.kq, p) + ",K后" +
-           at(structures.kh, p) + ",Z左" + at(structures.zz, p) + ",Z右" + at(structures.zy, p);
+    std::string text = skewEnds ? "斜交斜做：" : "斜交正做：";
+    text.append("K前").append(at(structures.kq, p)).append(",K后").append(at(structures.kh, p));
+    return text.append(",Z左").append(at(structures.zz, p)).append(",Z右").append(at(structures.zy, p));
 }
 
 namespace {
