@@ -31,7 +31,6 @@ public:
         if (!mkdtemp(name.data())) std::abort();
         gProjectFolder = name;
         setDesk(&m_desk);
-        SetHang(Hang::Throw);
     }
     ~FuzzFolder()
     {
@@ -43,15 +42,7 @@ public:
         std::ofstream(ParameterFile(file), std::ios::binary | std::ios::trunc) << bytes;
     }
     /// False where the load would hang.
-    static bool load()
-    {
-        try {
-            LoadProject();
-        } catch (const LoadWouldHang&) {
-            return false;
-        }
-        return true;
-    }
+    static bool load() { return !loadOpenProject().neverEnds; }
 
 private:
     FuzzDesk m_desk;

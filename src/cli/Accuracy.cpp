@@ -7,7 +7,6 @@
 #include "engine/Route.h"
 #include "engine/RunTimeError.h"
 #include "project/CalcTables.h"
-#include "screens/Fs.h"
 
 #include <algorithm>
 #include <cmath>
@@ -36,13 +35,13 @@ std::string reason(double deflectionDeg, double ls, double radius)
     return why.empty() ? "圆周率取3.1415926、方位角取到百分之一秒的累积" : why;
 }
 
-void byPointsRows(Accuracy& accuracy)
+void byPointsRows(const Tables& t, Accuracy& accuracy)
 {
-    const auto count = static_cast<std::size_t>(std::max(0, (gElemCount - 1) / 4));
+    const auto count = static_cast<std::size_t>(std::max(0, (t.elemCount - 1) / 4));
     std::vector<TrueVertex> vertices;
     for (std::size_t i = 0; i <= count + 1; ++i)
-        vertices.push_back({cell(gJdX, i), cell(gJdY, i), cell(gJdLs1, i), cell(gJdLs2, i), cell(gJdR, i)});
-    const double start = at(gJdLc, 0);
+        vertices.push_back({cell(t.jdX, i), cell(t.jdY, i), cell(t.jdLs1, i), cell(t.jdLs2, i), cell(t.jdR, i)});
+    const double start = at(t.jdLc, 0);
     double trueStake = start;
     const auto curves = TrueCurves(vertices);
     for (std::size_t i = 1; i <= curves.size(); ++i) {
@@ -50,67 +49,60 @@ void byPointsRows(Accuracy& accuracy)
         trueStake += curve.leg - curve.t1 - (i > 1 ? curves[i - 2].t2 : 0);
         if (!curve.valid) continue;
         const std::size_t zh = 4 * i - 3;
-        AccuracyRow row{i <= kMaxMainPoint ? cell(gZdJd, i) : "交点" + std::to_string(i), {}, 0, {}};
+        AccuracyRow row{i <= kMaxMainPoint ? cell(t.zdJd, i) : "交点" + std::to_string(i), {}, 0, {}};
         const TruePoint* points[] = {&curve.zh, &curve.hy, &curve.yh, &curve.hz};
         for (std::size_t k = 0; k < 4; ++k)
-            row.mm.push_back(gapMm(cell(gElemX, zh + k), cell(gElemY, zh + k), *points[k]));
+            row.mm.push_back(gapMm(cell(t.elemX, zh + k), cell(t.elemY, zh + k), *points[k]));
         trueStake += curve.length;
-        row.stakeMm = 1000 * (cell(gElemLc, zh + 3) - trueStake);
+        row.stakeMm = 1000 * (cell(t.elemLc, zh + 3) - trueStake);
         if (*std::max_element(row.mm.begin(), row.mm.end()) > kAccuracyLimitMm)
-            row.why = reason(curve.deflectionDeg, std::max(cell(gJdLs1, i), cell(gJdLs2, i)), cell(gJdR, i));
+            row.why = reason(curve.deflectionDeg, std::max(cell(t.jdLs1, i), cell(t.jdLs2, i)), cell(t.jdR, i));
         accuracy.rows.push_back(row);
     }
     accuracy.endStakeMm =
-        1000 * (cell(gElemLc, static_cast<std::size_t>(gElemCount)) - 0.01 - TrueEndStake(start, vertices));
+        1000 * (cell(t.elemLc, static_cast<std::size_t>(t.elemCount)) - 0.01 - TrueEndStake(start, vertices));
 }
 
-void blockRows(Accuracy& accuracy)
+void blockRows(const Tables& t, Accuracy& accuracy)
 {
-    for (std::size_t i = 0; i < static_cast<std::size_t>(gElemCount); ++i) {
-        const bool last = i + 1 == static_cast<std::size_t>(gElemCount);
-        const double length = cell(gElemLc, i + 1) - cell(gElemLc, i) - (last ? 0.0001 : 0);
-        if ((cell(gElemR1, i) == 0 && cell(gElemR2, i) == 0) || !(length > 0)) continue;
-        const TruePoint end = TrueElementEnd({cell(gElemX, i), cell(gElemY, i), DmsToDeg(cell(gElemFwj, i))}, length,
-                                             cell(gElemR1, i), cell(gElemR2, i));
+    for (std::size_t i = 0; i < static_cast<std::size_t>(t.elemCount); ++i) {
+        const bool last = i + 1 == static_cast<std::size_t>(t.elemCount);
+        const double length = cell(t.elemLc, i + 1) - cell(t.elemLc, i) - (last ? 0.0001 : 0);
+        if ((cell(t.elemR1, i) == 0 && cell(t.elemR2, i) == 0) || !(length > 0)) continue;
+        const TruePoint end = TrueElementEnd({cell(t.elemX, i), cell(t.elemY, i), DmsToDeg(cell(t.elemFwj, i))}, length,
+                                             cell(t.elemR1, i), cell(t.elemR2, i));
         const auto curvature = [](double r) { return r == 0 ? 0 : 1 / r; };
-        ElementEnd(length, curvature(cell(gElemR1, i)), curvature(cell(gElemR2, i)), cell(gElemFwj, i), cell(gElemX, i),
-                   cell(gElemY, i), length);
-        AccuracyRow row{"积木" + std::to_string(i + 1), {gapMm(gOutX, gOutY, end)}, 0, {}};
+        const CurvePoint got = elementEnd(length, curvature(cell(t.elemR1, i)), curvature(cell(t.elemR2, i)),
+                                          cell(t.elemFwj, i), cell(t.elemX, i), cell(t.elemY, i), length);
+        AccuracyRow row{"积木" + std::to_string(i + 1), {gapMm(got.x, got.y, end)}, 0, {}};
         if (row.mm[0] > kAccuracyLimitMm) row.why = "这一段转角太大，192等分的积分不够密";
         accuracy.rows.push_back(row);
     }
 }
 
-/// Keeps the stake text of an inverse row.
-struct Witness : RowSink {
-    std::string stake;
-    void clear() override {}
-    void row(ResultRow row) override { stake = row.cells.at(2); }
-};
-
-/// The metres of a stake text, without sign.
-double metresOf(const std::string& stakeText)
+/// Whether the point beside the road at a stake finds back to it. @throws RunTimeError
+bool comesBack(const Tables& t, double stake, double offset)
 {
-    std::string digits;
-    for (const char c : stakeText)
-        if ((c >= '0' && c <= '9') || c == '.') digits += c;
-    return digits.empty() ? -1 : ParseNumber(digits);
+    const auto point = pointAt(t, stake, 90, offset);
+    if (!point) return false;
+    if (point->error) throw *point->error;
+    const Foot foot = footOf(t, point->x, point->y, startOfRoute(t), point->x, point->y);
+    if (foot.error && foot.error->number() != RunTimeError::Overflow) throw *foot.error;
+    if (foot.error) return false;
+    const double wanted = std::abs(RoundHalfUp3(ToNominal(t, stake).value));
+    return std::abs(std::abs(foot.nominal.value) - wanted) < kAccuracyLimitMm / 1000;
 }
 
 /// Points laid out on the last element must come back to their stakes; its closing row holds no point of its own.
-void lastElement(Accuracy& accuracy)
+void lastElement(const Tables& t, Accuracy& accuracy)
 {
-    const auto last = static_cast<std::size_t>(gElemCount);
-    const double from = cell(gElemLc, last - 1), to = cell(gElemLc, last);
+    const auto last = static_cast<std::size_t>(t.elemCount);
+    const double from = cell(t.elemLc, last - 1), to = cell(t.elemLc, last);
     for (int k = 1; k < 10; ++k)
         for (const double offset : {-10.0, 0.0, 10.0}) {
             const double stake = from + (to - from) * k / 10;
-            StakeToXY(stake, 90, offset);
-            Witness witness;
-            AddFsPoint(gOutX, gOutY, witness);
-            const double wanted = std::abs(RoundHalfUp3(ToNominal(stake).value));
-            if (std::abs(metresOf(witness.stake) - wanted) < kAccuracyLimitMm / 1000) continue;
-            const auto text = [](double s) { return FormatStake(RoundHalfUp3(ToNominal(s).value)); };
+            if (comesBack(t, stake, offset)) continue;
+            const auto text = [&t](double s) { return FormatStake(RoundHalfUp3(ToNominal(t, s).value)); };
             accuracy.warnings.push_back("最后一段（" + text(from) + "起）由坐标反算桩号不可靠：" + text(stake) +
                                         "偏距" + NumText(offset) + "米的点反算不回原桩号");
             return;
@@ -119,18 +111,15 @@ void lastElement(Accuracy& accuracy)
 
 }  // namespace
 
-Accuracy CheckAccuracy(bool byPoints)
+Accuracy CheckAccuracy(const Tables& t, bool byPoints)
 {
-    const Shared before = shared;
     Accuracy accuracy;
     accuracy.byPoints = byPoints;
-    if (gElemCount > 0) {
-        if (byPoints)
-            byPointsRows(accuracy);
-        else
-            blockRows(accuracy);
-        lastElement(accuracy);
-    }
-    shared = before;
+    if (t.elemCount <= 0) return accuracy;
+    if (byPoints)
+        byPointsRows(t, accuracy);
+    else
+        blockRows(t, accuracy);
+    lastElement(t, accuracy);
     return accuracy;
 }

@@ -1,8 +1,10 @@
 #pragma once
-// What the arithmetic of the program departs from true geometry on the loaded alignment.
+// What the arithmetic of the program departs from true geometry on an alignment.
 
 #include <string>
 #include <vector>
+
+struct Tables;
 
 /// One curve (an intersection point) or one block that is no straight.
 struct AccuracyRow {
@@ -21,5 +23,5 @@ struct Accuracy {
 
 inline constexpr double kAccuracyLimitMm = 5;
 
-/// Compares the tables of the last LoadProject with true geometry. @param byPoints the model is 交点法
-Accuracy CheckAccuracy(bool byPoints);
+/// Compares the tables of a load with true geometry. @param byPoints the model is 交点法 @throws RunTimeError
+Accuracy CheckAccuracy(const Tables& t, bool byPoints);

@@ -6,7 +6,7 @@
 #include "project/CalcTables.h"
 #include "project/FileBytes.h"
 #include "project/FileError.h"
-#include "project/LoadProject.h"
+#include "project/LoadTables.h"
 #include "project/TextFile.h"
 #include "project/Workspace.h"
 
@@ -54,7 +54,7 @@ int listFindings(const Call& call)
 
 std::string tenths(double mm) { return FormatFixed3(Round(checked(mm), 3)); }
 
-int deliverAccuracy(const Call& call, const Accuracy& accuracy)
+int deliverAccuracy(const Call& call, const Accuracy& accuracy, bool cut)
 {
     std::vector<std::vector<std::string>> rows;
     if (accuracy.byPoints)
@@ -71,25 +71,25 @@ int deliverAccuracy(const Call& call, const Accuracy& accuracy)
     const GridText grid = gridOf(rows);
     std::string plain = AlignedTable(grid) + "\n终点里程差：" + tenths(accuracy.endStakeMm) + " mm\n";
     for (const auto& warning : accuracy.warnings) plain += "注意：" + warning + "\n";
-    return deliver(call, plain, grid) && !LoadStoppedAtGap() ? kDone : kRefused;
+    return deliver(call, plain, grid) && !cut ? kDone : kRefused;
 }
 
 int listAccuracy(const Call& call)
 {
-    SetHang(Hang::Throw);
-    try {
-        LoadProjectInMemory();
-    } catch (const LoadWouldHang& hang) {
-        call.err << ParameterFile(hang.file) << "：没有一行含有逗号，打开项目时程序会停住不动\n";
+    Tables tables;
+    const Loaded loaded = loadTables(projectFolder(), tables);
+    if (loaded.cutAtGap) call.err << kStakeInGap << '\n';
+    if (loaded.neverEnds) {
+        call.err << ParameterFile(loaded.neverEnds->file) << "：没有一行含有逗号，打开项目时程序会停住不动\n";
         return kRefused;
     }
-    for (const FileError& error : UnreadableFiles()) call.err << error.what() << '\n';
-    if (!UnreadableFiles().empty()) return kRefused;
+    for (const FileError& error : loaded.unreadable) call.err << error.what() << '\n';
+    if (!loaded.unreadable.empty()) return kRefused;
     std::vector<std::string> lines;
     if (const auto settings = ParameterFile(files::settings); FileExists(settings))
         lines = SplitLines(Utf8FromCp936(WithoutBlankLines(ReadBytes(settings))));
     try {
-        return deliverAccuracy(call, CheckAccuracy(!lines.empty() && lines[0] == "交点法"));
+        return deliverAccuracy(call, CheckAccuracy(tables, !lines.empty() && lines[0] == "交点法"), loaded.cutAtGap);
     } catch (const FileError&) {
         throw;
     } catch (const RunTimeError& error) {

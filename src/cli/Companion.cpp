@@ -65,23 +65,21 @@ bool holdsParameterFile(const std::string& folder)
                        [&](const PhoneFile& file) { return FileExists(folder + "/" + file.source); });
 }
 
-/// Loads gProject. False: refused, its text is on `err`.
-bool loadProject(const std::string& folder, std::ostream& err)
+/// Loads gProject. Nothing: refused, its text is on `err`.
+std::optional<Loaded> loadProject(const std::string& folder, std::ostream& err)
 {
-    SetHang(Hang::Throw);
-    try {
-        LoadProject();
-    } catch (const LoadWouldHang& hang) {
-        err << "参数文件无法读取：" << folder << "/" << hang.file << "，第" << hang.line
-            << (hang.line > 1 ? "行及以前没有一行含有逗号\n" : "行没有逗号\n");
-        return false;
+    const Loaded loaded = loadOpenProject();
+    if (const auto& place = loaded.neverEnds) {
+        err << "参数文件无法读取：" << folder << "/" << place->file << "，第" << place->line
+            << (place->line > 1 ? "行及以前没有一行含有逗号\n" : "行没有逗号\n");
+        return std::nullopt;
     }
-    for (const FileError& error : UnreadableFiles()) err << error.what() << '\n';
-    return UnreadableFiles().empty();
+    for (const FileError& error : loaded.unreadable) err << error.what() << '\n';
+    return loaded.unreadable.empty() ? std::optional(loaded) : std::nullopt;
 }
 
-/// Finds the project that the options name, and loads it. False: refused, its text is on `err`.
-bool openProject(const Arguments& global, const std::string& project, bool load, std::ostream& err)
+/// Finds the project that the options name, and loads it if `load`. Nothing: refused, its text is on `err`.
+std::optional<Loaded> openProject(const Arguments& global, const std::string& project, bool load, std::ostream& err)
 {
     const bool anywhere = global.has("--folder");
     gProjectFolder = withoutSeparator(global.value("--folder"));
@@ -89,14 +87,14 @@ bool openProject(const Arguments& global, const std::string& project, bool load,
     const std::string folder = anywhere ? gProjectFolder : ProjectPath(gProject);
     if (!FolderExists(folder)) {
         err << "没有这个项目：" << (anywhere ? folder : project) << '\n';
-        return false;
+        return std::nullopt;
     }
     // A load makes the files that are missing: not in a folder that only looks like a project.
     if (anywhere && !holdsParameterFile(folder)) {
         err << "--folder " << folder << "：这个目录里没有参数文件\n";
-        return false;
+        return std::nullopt;
     }
-    return !load || loadProject(folder, err);
+    return load ? loadProject(folder, err) : Loaded{};
 }
 
 struct CommandLine {
@@ -181,11 +179,12 @@ int run(const CommandLine& line, std::istream& in, std::ostream& out, std::ostre
     refuseSameFile(args);
     const Way way = line.command->ways.empty() ? Way() : args.choose(line.command->ways);
 
-    if (line.command->needsProject && !openProject(line.global, line.project, line.command->loads, err))
-        return kRefused;
+    std::optional<Loaded> loaded = Loaded{};
+    if (line.command->needsProject) loaded = openProject(line.global, line.project, line.command->loads, err);
+    if (!loaded) return kRefused;
     const int code = line.command->run({args, way, format, in, out, err});
     // A load that a gap cut short has said so; what was computed from half the tables is no success.
-    return line.command->loads && LoadStoppedAtGap() ? std::max<int>(code, kRefused) : code;
+    return loaded->cutAtGap ? std::max<int>(code, kRefused) : code;
 }
 
 }  // namespace

@@ -1,12 +1,11 @@
 #include "cli/Commands.h"
-#include "desk/Desk.h"
 #include "engine/Chainage.h"
 #include "engine/Numbers.h"
 #include "project/CalcTables.h"
 #include "project/FileBytes.h"
 #include "project/FileError.h"
 #include "project/FilePath.h"
-#include "project/LoadProject.h"
+#include "project/LoadTables.h"
 #include "project/TextFile.h"
 #include "project/Workspace.h"
 #include "screens/Messages.h"
@@ -25,43 +24,22 @@ struct Project {
 
 constexpr TypedColumn kTyped[] = {{1, "from", CellKind::Stake}, {2, "to", CellKind::Stake}};
 
-/// Boxes of a load: what they say belongs to the project at hand.
-class RemarkDesk final : public Desk {
-public:
-    explicit RemarkDesk(std::string& remark) : m_remark(remark) { setDesk(this); }
-    ~RemarkDesk() override { setDesk(&m_usual); }
-    RemarkDesk(const RemarkDesk&) = delete;
-    RemarkDesk& operator=(const RemarkDesk&) = delete;
-    bool box(const Msg& msg) override
-    {
-        m_remark = msg.text;
-        return msg.buttons == Msg::Ok;
-    }
-    void turn() override {}
-    std::optional<std::string> openFile(std::string_view) override { return std::nullopt; }
-    std::optional<std::string> saveFile(std::string_view) override { return std::nullopt; }
-
-private:
-    Desk& m_usual = desk();
-    std::string& m_remark;
-};
-
-std::string stakeText(double continuous)
+std::string stakeText(const Tables& t, double continuous)
 {
-    const NominalStake nominal = ToNominal(RoundHalfUp3(continuous));
+    const NominalStake nominal = ToNominal(t, RoundHalfUp3(continuous));
     return (nominal.secondPass ? "-" : "") + FormatStake(nominal.value);
 }
 
 /// Where the road begins and ends; the closing row lies this far beyond the end.
-void readEnds(Project& project)
+void readEnds(const Tables& t, Project& project)
 {
-    const bool byPoints = !gJdLc.empty();
-    if (gElemCount < 1) {
+    const bool byPoints = !t.jdLc.empty();
+    if (t.elemCount < 1) {
         project.remark = "没有平曲线参数";
         return;
     }
-    project.from = stakeText(at(gElemLc, 0));
-    project.to = stakeText(at(gElemLc, gElemCount) - (byPoints ? 0.01 : 0.0001));
+    project.from = stakeText(t, at(t.elemLc, 0));
+    project.to = stakeText(t, at(t.elemLc, t.elemCount) - (byPoints ? 0.01 : 0.0001));
 }
 
 Project look(const std::string& name)
@@ -71,21 +49,20 @@ Project look(const std::string& name)
         project.remark = "项目的参数文件夹不存在";
         return project;
     }
-    const RemarkDesk quiet(project.remark);
-    shared = {};
-    gProject = name;
-    try {
-        LoadProjectInMemory();
-        if (UnreadableFiles().empty())
-            readEnds(project);
-        else
-            project.remark = UnreadableFiles().front().what();
-    } catch (const LoadWouldHang& hang) {
-        project.remark = hang.file + "没有一行含有逗号，打开项目时程序会停住不动";
-    } catch (const RunTimeError& error) {
-        project.remark = error.what();
+    Tables tables;
+    const Loaded loaded = loadTables(ProjectPath(name), tables);
+    if (loaded.cutAtGap) project.remark = kStakeInGap;
+    if (loaded.neverEnds) {
+        project.remark = loaded.neverEnds->file + "没有一行含有逗号，打开项目时程序会停住不动";
+    } else if (!loaded.unreadable.empty()) {
+        project.remark = loaded.unreadable.front().what();
+    } else {
+        try {
+            readEnds(tables, project);
+        } catch (const RunTimeError& error) {
+            project.remark = error.what();
+        }
     }
-    shared = {};
     return project;
 }
 
@@ -115,7 +92,6 @@ int run(const Call& call)
         call.err << "没有工作目录：" << WorkspacePath() << '\n';
         return kRefused;
     }
-    SetHang(Hang::Throw);
     GridText grid;
     const auto names = projectNames();
     grid.setCols(4);

@@ -25,12 +25,17 @@ CurvePoint elementEnd(double len, double k1, double k2, double az, double x0, do
     return alongElement(len, k1, quotient(k2 - k1, total) * len, az, x0, y0);
 }
 
-void ElementEnd(double len, double k1, double k2, double az, double x0, double y0, double total)
+void ElementEnd(EngineResults& results, double len, double k1, double k2, double az, double x0, double y0, double total)
 {
     const CurvePoint end = elementEnd(len, k1, k2, az, x0, y0, total);
-    gOutX = end.x;
-    gOutY = end.y;
-    gOutFwj = end.fwjDeg;
+    results.outX = end.x;
+    results.outY = end.y;
+    results.outFwj = end.fwjDeg;
+}
+
+void ElementEnd(double len, double k1, double k2, double az, double x0, double y0, double total)
+{
+    ElementEnd(shared.results, len, k1, k2, az, x0, y0, total);
 }
 
 ElementPoint ForwardElement(double len, double r1, double r2, double az, double x0, double y0)

@@ -3,6 +3,8 @@
 
 #include "engine/Simpson.h"
 
+struct EngineResults;
+
 /// End of an element: point in m (X north), azimuth in packed dd.mmss.
 struct ElementPoint {
     double x = 0, y = 0, fwj = 0;
@@ -16,7 +18,10 @@ struct ElementPoint {
 /// @param total  length of the whole element, m; 0 throws DivisionByZero
 /// @throws DivisionByZero, Overflow
 CurvePoint elementEnd(double len, double k1, double k2, double az, double x0, double y0, double total);
-/// elementEnd, left in gOutX, gOutY and gOutFwj; an error leaves them alone.
+/// elementEnd, left in outX, outY and outFwj; an error leaves them alone.
+void ElementEnd(EngineResults& results, double len, double k1, double k2, double az, double x0, double y0,
+                double total);
+/// The same, left in gOutX, gOutY and gOutFwj.
 void ElementEnd(double len, double k1, double k2, double az, double x0, double y0, double total);
 
 /// End of a block: the sums of ElementEnd over |len|, X and Y to three decimals, azimuth in packed dd.mmss.

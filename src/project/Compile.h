@@ -1,9 +1,10 @@
 #pragma once
-// The compiles of LoadProject: rows of one file into the tables. Every assignment and every call stands alone: one that
+// The compiles of a load: rows of one file into the tables. Every assignment and every call stands alone: one that
 // fails is dropped, its target keeps its value, and the next one runs.
 
 #include "engine/Numbers.h"
 #include "engine/RunTimeError.h"
+#include "project/CalcTables.h"
 #include "project/TextFile.h"
 
 #include <cstdint>
@@ -51,14 +52,16 @@ void allocate(std::int16_t last, Column&... columns)
 struct StakeInGap {};
 
 /// Nominal stakes of a table to continuous ones, rows 0 to `last`. @throws StakeInGap
-void ConvertStakes(std::vector<double>& stakes, std::int16_t last);
+void ConvertStakes(const Tables& t, std::vector<double>& stakes, std::int16_t last);
 
-void CompileTraversePoints(const Rows& rows);
-void CompileBreaks(const Rows& rows);
+void CompileTraversePoints(const Rows& rows, Tables& t);
+void CompileBreaks(const Rows& rows, Tables& t);
 /// The later breaks shifted by the amounts of those before; runs at every load, rows or not.
-void ReduceBreaks();
-void CompileIntersectionPoints(const Rows& rows);
-void CompileBlocks(const Rows& rows);
-void CompileVertical(const Rows& rows);
-void CompileSuperelevation(const Rows& rows);
-void CompileWidths(const Rows& rows);
+void ReduceBreaks(Tables& t);
+/// @param results  the ends of spirals and arcs go through outX, outY, outFwj: where one cannot be computed, what the
+///                 last call left there serves
+void CompileIntersectionPoints(const Rows& rows, Tables& t, EngineResults& results);
+void CompileBlocks(const Rows& rows, Tables& t);
+void CompileVertical(const Rows& rows, Tables& t);
+void CompileSuperelevation(const Rows& rows, Tables& t);
+void CompileWidths(const Rows& rows, Tables& t);

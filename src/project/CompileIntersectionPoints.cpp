@@ -12,8 +12,14 @@ namespace {
 double power(double base, int exponent) { return checked(std::pow(base, exponent)); }
 
 double leg(const std::vector<double>& axis, int from, int to) { return checked(at(axis, to) - at(axis, from)); }
-double legAzimuth(int from, int to) { return checked(Azimuth(leg(gJdX, from, to), leg(gJdY, from, to))); }
-double legLength(int from, int to) { return checked(Distance(leg(gJdX, from, to), leg(gJdY, from, to))); }
+double legAzimuth(const Tables& t, int from, int to)
+{
+    return checked(Azimuth(leg(t.jdX, from, to), leg(t.jdY, from, to)));
+}
+double legLength(const Tables& t, int from, int to)
+{
+    return checked(Distance(leg(t.jdX, from, to), leg(t.jdY, from, to)));
+}
 
 /// Shift p of the circle by a spiral, a series in Ls and R.
 /// Source of p and q: 杨少伟, 《道路勘测设计》, 平面设计, 缓和曲线.
@@ -38,37 +44,38 @@ double tangentPart(double ls, double r, bool big)
                    quotient(power(ls, 11), 1716741734000 * power(ls, 10)));
 }
 
-void readStart(const Fields& fields)
+void readStart(Tables& t, const Fields& fields)
 {
-    take(gElemLc, 0, fields, 0);
-    take(gElemX, 0, fields, 1);
-    take(gElemY, 0, fields, 2);
-    take(gJdLc, 0, fields, 0);
-    take(gJdX, 0, fields, 1);
-    take(gJdY, 0, fields, 2);
+    take(t.elemLc, 0, fields, 0);
+    take(t.elemX, 0, fields, 1);
+    take(t.elemY, 0, fields, 2);
+    take(t.jdLc, 0, fields, 0);
+    take(t.jdX, 0, fields, 1);
+    take(t.jdY, 0, fields, 2);
 }
 
-void readVertex(int i, const Fields& fields)
+void readVertex(Tables& t, int i, const Fields& fields)
 {
-    attempt([&] { at(gZdJd, i) = Utf8FromCp936(at(fields, 0)); });
-    take(gJdX, i, fields, 1);
-    take(gJdY, i, fields, 2);
-    take(gJdLs1, i, fields, 3);
-    take(gJdLs2, i, fields, 4);
-    attempt([&] { at(gZdLs1, i) = at(gJdLs1, i); });
-    attempt([&] { at(gZdLs2, i) = at(gJdLs2, i); });
-    if (at(gJdLs1, i) == 0) at(gJdLs1, i) = 0.000001;  // no division meets a spiral of length 0
-    if (at(gJdLs2, i) == 0) at(gJdLs2, i) = 0.000001;
-    take(gJdR, i, fields, 5);
+    attempt([&] { at(t.zdJd, i) = Utf8FromCp936(at(fields, 0)); });
+    take(t.jdX, i, fields, 1);
+    take(t.jdY, i, fields, 2);
+    take(t.jdLs1, i, fields, 3);
+    take(t.jdLs2, i, fields, 4);
+    attempt([&] { at(t.zdLs1, i) = at(t.jdLs1, i); });
+    attempt([&] { at(t.zdLs2, i) = at(t.jdLs2, i); });
+    if (at(t.jdLs1, i) == 0) at(t.jdLs1, i) = 0.000001;  // no division meets a spiral of length 0
+    if (at(t.jdLs2, i) == 0) at(t.jdLs2, i) = 0.000001;
+    take(t.jdR, i, fields, 5);
 }
 
 /// Stake of vertex i along the route that leads to it.
-void chainStake(int i)
+void chainStake(Tables& t, int i)
 {
     attempt([&] {
-        const double d = legLength(i - 1, i);
-        at(gJdLc, i) = i == 1 ? checked(at(gJdLc, 0) + d)
-                              : checked(at(gJdLc, i - 1) - at(gJdT1, i - 1) + at(gJdL, i - 1) + (d - at(gJdT2, i - 1)));
+        const double d = legLength(t, i - 1, i);
+        at(t.jdLc, i) =
+            i == 1 ? checked(at(t.jdLc, 0) + d)
+                   : checked(at(t.jdLc, i - 1) - at(t.jdT1, i - 1) + at(t.jdL, i - 1) + (d - at(t.jdT2, i - 1)));
     });
 }
 
@@ -76,29 +83,29 @@ void chainStake(int i)
 /// serve.
 class Tangents {
 public:
-    void vertex(int i)
+    void vertex(Tables& t, int i)
     {
-        attempt([&] { m_a = checked(DmsToDeg(legAzimuth(i, i + 1)) - DmsToDeg(legAzimuth(i - 1, i))); });
+        attempt([&] { m_a = checked(DmsToDeg(legAzimuth(t, i, i + 1)) - DmsToDeg(legAzimuth(t, i - 1, i))); });
         if (m_a > 180) m_a -= 360;
         if (m_a < -180) m_a += 360;
-        if (!(m_a >= 0 && m_a <= 180)) at(gJdR, i) = -at(gJdR, i);
+        if (!(m_a >= 0 && m_a <= 180)) at(t.jdR, i) = -at(t.jdR, i);
         m_a = std::abs(m_a);
 
-        const double r = std::abs(at(gJdR, i));
+        const double r = std::abs(at(t.jdR, i));
         const bool big = m_a > 90;
-        attempt([&] { m_p1 = shift(at(gJdLs1, i), r, big); });
-        attempt([&] { m_p2 = shift(at(gJdLs2, i), r, big); });
-        attempt([&] { m_q1 = tangentPart(at(gJdLs1, i), r, big); });
-        attempt([&] { m_q2 = tangentPart(at(gJdLs2, i), r, big); });
+        attempt([&] { m_p1 = shift(at(t.jdLs1, i), r, big); });
+        attempt([&] { m_p2 = shift(at(t.jdLs2, i), r, big); });
+        attempt([&] { m_q1 = tangentPart(at(t.jdLs1, i), r, big); });
+        attempt([&] { m_q2 = tangentPart(at(t.jdLs2, i), r, big); });
 
         const double c = std::cos(radians(m_a));
         const double s = std::sin(radians(m_a));
-        attempt([&] { at(gJdT1, i) = checked(quotient((r + m_p2) - (r + m_p1) * c, s) + m_q1); });
-        attempt([&] { at(gJdT2, i) = checked(quotient((r + m_p1) - (r + m_p2) * c, s) + m_q2); });
-        attempt([&] { at(gZdT1, i) = at(gJdT1, i); });
-        attempt([&] { at(gZdT2, i) = at(gJdT2, i); });
-        attempt([&] { at(gJdL, i) = checked((kPi / 180 * m_a) * r + (at(gJdLs1, i) + at(gJdLs2, i)) / 2); });
-        chainStake(i);
+        attempt([&] { at(t.jdT1, i) = checked(quotient((r + m_p2) - (r + m_p1) * c, s) + m_q1); });
+        attempt([&] { at(t.jdT2, i) = checked(quotient((r + m_p1) - (r + m_p2) * c, s) + m_q2); });
+        attempt([&] { at(t.zdT1, i) = at(t.jdT1, i); });
+        attempt([&] { at(t.zdT2, i) = at(t.jdT2, i); });
+        attempt([&] { at(t.jdL, i) = checked((kPi / 180 * m_a) * r + (at(t.jdLs1, i) + at(t.jdLs2, i)) / 2); });
+        chainStake(t, i);
     }
 
 private:
@@ -109,116 +116,117 @@ private:
 struct MainPoint {
     std::vector<double>&lc, &x, &y, &fwj;
 
-    void copy(int i, int row) const
+    void copy(const Tables& t, int i, int row) const
     {
-        attempt([&] { at(lc, i) = at(gElemLc, row); });
-        attempt([&] { at(x, i) = at(gElemX, row); });
-        attempt([&] { at(y, i) = at(gElemY, row); });
-        attempt([&] { at(fwj, i) = at(gElemFwj, row); });
+        attempt([&] { at(lc, i) = at(t.elemLc, row); });
+        attempt([&] { at(x, i) = at(t.elemX, row); });
+        attempt([&] { at(y, i) = at(t.elemY, row); });
+        attempt([&] { at(fwj, i) = at(t.elemFwj, row); });
     }
 };
 
 /// The point that ElementEnd left, be it from this call or, where the call failed, from an earlier one.
-void takeElementEnd(int row)
+void takeElementEnd(Tables& t, const EngineResults& results, int row)
 {
-    attempt([&] { at(gElemFwj, row) = checked(DegToDms(gOutFwj)); });
-    attempt([&] { at(gElemX, row) = checked(gOutX); });
-    attempt([&] { at(gElemY, row) = checked(gOutY); });
+    attempt([&] { at(t.elemFwj, row) = checked(DegToDms(results.outFwj)); });
+    attempt([&] { at(t.elemX, row) = checked(results.outX); });
+    attempt([&] { at(t.elemY, row) = checked(results.outY); });
 }
 
-double curvature(int i) { return quotient(1, at(gJdR, i)); }
+double curvature(const Tables& t, int i) { return quotient(1, at(t.jdR, i)); }
 
-void zhRow(int i)
+void zhRow(Tables& t, int i)
 {
     const int row = 4 * i - 3;
-    attempt([&] { at(gElemLc, row) = checked(at(gJdLc, i) - at(gJdT1, i)); });
-    attempt([&] { at(gElemFwj, row) = legAzimuth(i - 1, i); });
+    attempt([&] { at(t.elemLc, row) = checked(at(t.jdLc, i) - at(t.jdT1, i)); });
+    attempt([&] { at(t.elemFwj, row) = legAzimuth(t, i - 1, i); });
     attempt([&] {
-        const double back = radians(DmsToDeg(at(gElemFwj, row)) + 180);
-        at(gElemX, row) = checked(std::cos(back) * at(gJdT1, i) + at(gJdX, i));
+        const double back = radians(DmsToDeg(at(t.elemFwj, row)) + 180);
+        at(t.elemX, row) = checked(std::cos(back) * at(t.jdT1, i) + at(t.jdX, i));
     });
     attempt([&] {
-        const double back = radians(DmsToDeg(at(gElemFwj, row)) + 180);
-        at(gElemY, row) = checked(std::sin(back) * at(gJdT1, i) + at(gJdY, i));
+        const double back = radians(DmsToDeg(at(t.elemFwj, row)) + 180);
+        at(t.elemY, row) = checked(std::sin(back) * at(t.jdT1, i) + at(t.jdY, i));
     });
-    attempt([&] { at(gElemR2, row) = at(gJdR, i); });
-    MainPoint{gZdZhLc, gZdZhX, gZdZhY, gZdZhFwj}.copy(i, row);
+    attempt([&] { at(t.elemR2, row) = at(t.jdR, i); });
+    MainPoint{t.zdZhLc, t.zdZhX, t.zdZhY, t.zdZhFwj}.copy(t, i, row);
 }
 
-void hyRow(int i)
+void hyRow(Tables& t, EngineResults& results, int i)
 {
     const int row = 4 * i - 2;
-    attempt([&] { at(gElemLc, row) = checked(at(gElemLc, row - 1) + at(gJdLs1, i)); });
+    attempt([&] { at(t.elemLc, row) = checked(at(t.elemLc, row - 1) + at(t.jdLs1, i)); });
     attempt([&] {
-        ElementEnd(at(gJdLs1, i), 0, curvature(i), at(gElemFwj, row - 1), at(gElemX, row - 1), at(gElemY, row - 1),
-                   at(gJdLs1, i));
+        ElementEnd(results, at(t.jdLs1, i), 0, curvature(t, i), at(t.elemFwj, row - 1), at(t.elemX, row - 1),
+                   at(t.elemY, row - 1), at(t.jdLs1, i));
     });
-    takeElementEnd(row);
-    attempt([&] { at(gElemR1, row) = at(gJdR, i); });
-    attempt([&] { at(gElemR2, row) = at(gJdR, i); });
-    MainPoint{gZdHyLc, gZdHyX, gZdHyY, gZdHyFwj}.copy(i, row);
+    takeElementEnd(t, results, row);
+    attempt([&] { at(t.elemR1, row) = at(t.jdR, i); });
+    attempt([&] { at(t.elemR2, row) = at(t.jdR, i); });
+    MainPoint{t.zdHyLc, t.zdHyX, t.zdHyY, t.zdHyFwj}.copy(t, i, row);
 }
 
-void yhRow(int i)
+void yhRow(Tables& t, EngineResults& results, int i)
 {
     const int row = 4 * i - 1;
-    attempt([&] { at(gElemLc, row) = checked((at(gJdL, i) - at(gJdLs2, i)) + at(gElemLc, row - 2)); });
+    attempt([&] { at(t.elemLc, row) = checked((at(t.jdL, i) - at(t.jdLs2, i)) + at(t.elemLc, row - 2)); });
     attempt([&] {
-        const double arc = (at(gJdL, i) - at(gJdLs2, i)) - at(gJdLs1, i);
-        ElementEnd(arc, curvature(i), curvature(i), at(gElemFwj, row - 1), at(gElemX, row - 1), at(gElemY, row - 1),
-                   arc);
+        const double arc = (at(t.jdL, i) - at(t.jdLs2, i)) - at(t.jdLs1, i);
+        ElementEnd(results, arc, curvature(t, i), curvature(t, i), at(t.elemFwj, row - 1), at(t.elemX, row - 1),
+                   at(t.elemY, row - 1), arc);
     });
-    takeElementEnd(row);
-    attempt([&] { at(gElemR1, row) = at(gJdR, i); });
-    MainPoint{gZdYhLc, gZdYhX, gZdYhY, gZdYhFwj}.copy(i, row);
+    takeElementEnd(t, results, row);
+    attempt([&] { at(t.elemR1, row) = at(t.jdR, i); });
+    MainPoint{t.zdYhLc, t.zdYhX, t.zdYhY, t.zdYhFwj}.copy(t, i, row);
 }
 
-void hzRow(int i)
+void hzRow(Tables& t, EngineResults& results, int i)
 {
     const int row = 4 * i;
-    attempt([&] { at(gElemLc, row) = checked((at(gJdLc, i) - at(gJdT1, i)) + at(gJdL, i)); });
+    attempt([&] { at(t.elemLc, row) = checked((at(t.jdLc, i) - at(t.jdT1, i)) + at(t.jdL, i)); });
     attempt([&] {
-        ElementEnd(at(gJdLs2, i), curvature(i), 0, at(gElemFwj, row - 1), at(gElemX, row - 1), at(gElemY, row - 1),
-                   at(gJdLs2, i));
+        ElementEnd(results, at(t.jdLs2, i), curvature(t, i), 0, at(t.elemFwj, row - 1), at(t.elemX, row - 1),
+                   at(t.elemY, row - 1), at(t.jdLs2, i));
     });
-    takeElementEnd(row);
-    MainPoint{gZdHzLc, gZdHzX, gZdHzY, gZdHzFwj}.copy(i, row);
+    takeElementEnd(t, results, row);
+    MainPoint{t.zdHzLc, t.zdHzX, t.zdHzY, t.zdHzFwj}.copy(t, i, row);
 }
 
-void closingRow(int n)
+void closingRow(Tables& t, int n)
 {
     const int row = 4 * (n - 1) + 1;
-    attempt([&] { gElemCount = toInt16(row); });
-    attempt([&] { at(gElemLc, row) = checked(at(gJdLc, n) + 0.01); });
-    attempt([&] { at(gElemFwj, row) = legAzimuth(n - 2, n - 1); });  // kept on purpose: the last leg but one
+    attempt([&] { t.elemCount = toInt16(row); });
+    attempt([&] { at(t.elemLc, row) = checked(at(t.jdLc, n) + 0.01); });
+    attempt([&] { at(t.elemFwj, row) = legAzimuth(t, n - 2, n - 1); });  // kept on purpose: the last leg but one
 }
 
 }  // namespace
 
-void CompileIntersectionPoints(const Rows& rows)
+void CompileIntersectionPoints(const Rows& rows, Tables& t, EngineResults& results)
 {
     const int n = rows.last;
     if (n < 1) return;  // a start point alone is no route
     const int m = n - 1;
-    attempt([&] { allocate(toInt16(4 * m + 1), gElemLc, gElemX, gElemY, gElemFwj, gElemR1, gElemR2); });
-    allocate(rows.last, gJdLc, gJdX, gJdY, gJdLs1, gJdLs2, gJdR, gJdT1, gJdT2, gJdL);
-    gZdCount = toInt16(m);
+    attempt([&] { allocate(toInt16(4 * m + 1), t.elemLc, t.elemX, t.elemY, t.elemFwj, t.elemR1, t.elemR2); });
+    allocate(rows.last, t.jdLc, t.jdX, t.jdY, t.jdLs1, t.jdLs2, t.jdR, t.jdT1, t.jdT2, t.jdL);
+    t.zdCount = toInt16(m);
 
-    readStart(rows.fields(0));
-    take(gJdX, n, rows.fields(n), 0);
-    take(gJdY, n, rows.fields(n), 1);
-    for (int i = 1; i <= m; ++i) readVertex(i, rows.fields(i));
+    readStart(t, rows.fields(0));
+    take(t.jdX, n, rows.fields(n), 0);
+    take(t.jdY, n, rows.fields(n), 1);
+    for (int i = 1; i <= m; ++i) readVertex(t, i, rows.fields(i));
 
     attempt([&] {
-        at(gElemFwj, 0) = checked(Azimuth(checked(at(gJdX, 1) - at(gElemX, 0)), checked(at(gJdY, 1) - at(gElemY, 0))));
+        at(t.elemFwj, 0) =
+            checked(Azimuth(checked(at(t.jdX, 1) - at(t.elemX, 0)), checked(at(t.jdY, 1) - at(t.elemY, 0))));
     });
     Tangents tangents;
-    for (int i = 1; i <= m; ++i) tangents.vertex(i);
-    chainStake(n);
+    for (int i = 1; i <= m; ++i) tangents.vertex(t, i);
+    chainStake(t, n);
 
-    for (int i = 1; i <= m; ++i) zhRow(i);
-    for (int i = 1; i <= m; ++i) hyRow(i);
-    for (int i = 1; i <= m; ++i) yhRow(i);
-    for (int i = 1; i <= m; ++i) hzRow(i);
-    closingRow(n);
+    for (int i = 1; i <= m; ++i) zhRow(t, i);
+    for (int i = 1; i <= m; ++i) hyRow(t, results, i);
+    for (int i = 1; i <= m; ++i) yhRow(t, results, i);
+    for (int i = 1; i <= m; ++i) hzRow(t, results, i);
+    closingRow(t, n);
 }

@@ -299,7 +299,6 @@ private slots:
         frmMain main;
         main.show();
         open(main, 0);
-        QVERIFY(LoadStoppedAtGap());
         QCOMPARE(desk.messages.size(), 2u);
         QCOMPARE(desk.messages[0].text, std::string("桩号不存在，请检查断链数据！"));
         QVERIFY(desk.messages[1] == kOpened);

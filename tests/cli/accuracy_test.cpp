@@ -25,7 +25,7 @@ Accuracy oneCurve(double deflectionDeg, int ls, int radius)
     ProjectFolder folder{{"其他参数.txt", "交点法\r\n线性\r\n未设置\r\n未设置\r\n未设置\r\n"},
                          {"平曲线参数.txt", text}};
     LoadProject();
-    return CheckAccuracy(true);
+    return CheckAccuracy(shared.tables, true);
 }
 
 TEST(Accuracy, MotorwayCurveIsGoodToATenthOfAMillimetre)
@@ -73,7 +73,7 @@ TEST(Accuracy, LeavesTheTablesAndResultsAlone)
                          {"平曲线参数.txt", "0,100,1000,2000,45,0,100\r\n100,180,1070,2071,73.38,100,100\r\n"}};
     LoadProject();
     const Shared before = shared;
-    const auto accuracy = CheckAccuracy(false);
+    const auto accuracy = CheckAccuracy(shared.tables, false);
     EXPECT_EQ(accuracy.rows.size(), 2u);
     EXPECT_EQ(shared, before);
 }
@@ -86,7 +86,7 @@ Accuracy hairpin(const std::string& y0, const std::string& y1)
                          {"平曲线参数.txt", "0,500,0," + y0 + ",0,0,0\r\n500,657.08,500," + y0 +
                                                 ",0,50,50\r\n657.08,1057.08,500," + y1 + ",180,0,0\r\n"}};
     LoadProject();
-    return CheckAccuracy(false);
+    return CheckAccuracy(shared.tables, false);
 }
 
 TEST(Accuracy, WarnsOfALastElementThatTheInverseCannotFind)
@@ -105,7 +105,7 @@ TEST(Accuracy, KeepsQuietWhereTheLastElementIsFound)
     ProjectFolder folder{{"其他参数.txt", "积木法\r\n线性\r\n未设置\r\n未设置\r\n未设置\r\n"},
                          {"平曲线参数.txt", "0,400,-1900,10,20,0,0\r\n400,800,-1524.123,146.808,20,0,0\r\n"}};
     LoadProject();
-    EXPECT_TRUE(CheckAccuracy(false).warnings.empty());
+    EXPECT_TRUE(CheckAccuracy(shared.tables, false).warnings.empty());
 }
 
 }  // namespace

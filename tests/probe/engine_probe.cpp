@@ -87,8 +87,10 @@ std::string load(std::string_view folder)
     if (!FolderExists(std::string(folder))) throw RunTimeError(RunTimeError::PathNotFound);
     gProjectFolder = folder;
     gProject = gProjectFolder.substr(gProjectFolder.find_last_of('/') + 1);
-    LoadProject();
-    return LoadStoppedAtGap() ? "gap" : "ok";
+    const Loaded loaded = loadOpenProject();
+    if (const auto& place = loaded.neverEnds)
+        throw BadRequest(place->file + ", line " + std::to_string(place->line) + ": no line of the file has a comma");
+    return loaded.cutAtGap ? "gap" : "ok";
 }
 
 /// One line each; a scalar is a table of one value.
@@ -221,8 +223,6 @@ std::string answer(std::string_view line)
         return found->second(rest);
     } catch (const RunTimeError& e) {
         return "error " + std::to_string(e.number()) + ' ' + e.what();
-    } catch (const LoadWouldHang& e) {
-        return "error 0 " + e.file + ", line " + std::to_string(e.line) + ": no line of the file has a comma";
     } catch (const std::exception& e) {
         return std::string("error 0 ") + e.what();
     }
@@ -234,6 +234,5 @@ int main()
 {
     NoDesk desk;
     setDesk(&desk);
-    SetHang(Hang::Throw);
     for (std::string line; std::getline(std::cin, line);) std::cout << answer(line) << std::endl;
 }

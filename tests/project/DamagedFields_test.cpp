@@ -96,8 +96,6 @@ struct DamagedFields : testing::TestWithParam<std::tuple<const char*, bool, Befo
     ScriptedDesk desk;
     ProjectFolder folder{{}, "别的"};
 
-    ~DamagedFields() override { SetHang(Hang::ForEver); }
-
     void write(const Files& files) const
     {
         for (const auto& [name, text] : files) folder.write(name, text);
@@ -130,7 +128,6 @@ std::string caseName(const testing::TestParamInfo<DamagedFields::ParamType>& par
 TEST_P(DamagedFields, LeaveEverythingElseAsTheRulesSay)
 {
     const auto& [file, points, before] = GetParam();
-    SetHang(Hang::Throw);
     const Files whole = points ? kByPoints : byBlocks();
     const Shared start = stateBefore(before);
     folder.project("本项目");
@@ -153,9 +150,9 @@ TEST_P(DamagedFields, LeaveEverythingElseAsTheRulesSay)
                 const auto expected = reference::load(start, files);
                 shared = start;
                 desk.messages.clear();
-                LoadProject();
+                const Loaded loaded = LoadProject();
                 ASSERT_EQ(differences(shared, expected.state), "");
-                ASSERT_EQ(LoadStoppedAtGap(), expected.gap);
+                ASSERT_EQ(loaded.cutAtGap, expected.gap);
                 ASSERT_EQ(desk.messages.size(), expected.gap ? 1u : 0u);
                 ++cases;
                 gaps += expected.gap;

@@ -45,10 +45,10 @@ struct UnreadableFile : testing::Test {
         folder.remove(std::string(file));
         fs::create_symlink(target, folder.path(std::string(file)));
     }
-    static std::vector<std::pair<std::string, std::string>> unreadable()
+    static std::vector<std::pair<std::string, std::string>> unreadable(const Loaded& loaded)
     {
         std::vector<std::pair<std::string, std::string>> found;
-        for (const auto& error : UnreadableFiles()) found.emplace_back(error.name(), error.reason());
+        for (const auto& error : loaded.unreadable) found.emplace_back(error.name(), error.reason());
         return found;
     }
 };
@@ -100,9 +100,10 @@ TEST_F(UnreadableFile, AFailedLookAtThePhoneListIsNoEmptyList)
 
 TEST_F(UnreadableFile, ALinkThatLeadsNowhereIsNotReplaced)
 {
+    Loaded loaded;
     for (const auto file : kAll) linkTo("/no/such/place", file);
     const auto before = everything();
-    LoadProject();
+    loaded = LoadProject();
     EXPECT_EQ(everything(), before);
     for (const auto file : kAll) {
         const auto path = ParameterFile(file);
@@ -112,21 +113,23 @@ TEST_F(UnreadableFile, ALinkThatLeadsNowhereIsNotReplaced)
         EXPECT_THROW(WriteResult(path, "x"), FileError);
         EXPECT_TRUE(fs::is_symlink(path));
     }
-    EXPECT_EQ(UnreadableFiles().size(), 7u);
+    EXPECT_EQ(loaded.unreadable.size(), 7u);
 }
 
 TEST_F(UnreadableFile, ALoopOfLinksIsNotReplaced)
 {
+    Loaded loaded;
     linkTo("平曲线参数.txt", files::horizontal);
     const auto before = everything();
-    LoadProject();
+    loaded = LoadProject();
     EXPECT_THROW(WriteBytes(ParameterFile(files::horizontal), "x"), FileError);
     EXPECT_EQ(everything(), before);
-    EXPECT_THAT(unreadable(), ElementsAre(Pair("平曲线参数.txt", "读写错误")));
+    EXPECT_THAT(unreadable(loaded), ElementsAre(Pair("平曲线参数.txt", "读写错误")));
 }
 
 TEST_F(UnreadableFile, AMissingFileIsMadeButNeverOneThatCameMeanwhile)
 {
+    Loaded loaded;
     for (const auto file : kAll) folder.remove(std::string(file));
     int made = 0;
     {
@@ -138,52 +141,56 @@ TEST_F(UnreadableFile, AMissingFileIsMadeButNeverOneThatCameMeanwhile)
             }
             return 0;
         });
-        LoadProject();
+        loaded = LoadProject();
     }
     EXPECT_GE(made, 7);
     for (const auto file : kAll) EXPECT_TRUE(folder.has(std::string(file)));
     EXPECT_EQ(folder.bytes("超高宽度参数.txt"), "came,");
-    EXPECT_THAT(unreadable(), ElementsAre());
+    EXPECT_THAT(unreadable(loaded), ElementsAre());
 }
 
 TEST_F(UnreadableFile, ALoadSaysWhichFilesItCouldNotRead)
 {
-    LoadProject();
-    EXPECT_THAT(unreadable(), ElementsAre());
+    Loaded loaded;
+    loaded = LoadProject();
+    EXPECT_THAT(unreadable(loaded), ElementsAre());
     fs::permissions(folder.path("超高参数.txt"), fs::perms::none);
     fs::permissions(folder.path("其他参数.txt"), fs::perms::none);
     {
         const OrdinaryUser user;
-        LoadProject();
+        loaded = LoadProject();
     }
-    EXPECT_THAT(unreadable(), ElementsAre(Pair("其他参数.txt", "没有读取权限"), Pair("超高参数.txt", "没有读取权限")));
+    EXPECT_THAT(unreadable(loaded),
+                ElementsAre(Pair("其他参数.txt", "没有读取权限"), Pair("超高参数.txt", "没有读取权限")));
     fs::permissions(folder.path("超高参数.txt"), fs::perms::owner_all);
     fs::permissions(folder.path("其他参数.txt"), fs::perms::owner_all);
-    LoadProject();
-    EXPECT_THAT(unreadable(), ElementsAre()) << "of the last load alone";
+    loaded = LoadProject();
+    EXPECT_THAT(unreadable(loaded), ElementsAre()) << "of the last load alone";
 }
 
 TEST_F(UnreadableFile, AFileThatIsMissingInAWriteProtectedFolderIsNotUnreadable)
 {
+    Loaded loaded;
     folder.remove("断链参数.txt");
     fs::permissions(folder.path(""), fs::perms(0555));
     {
         const OrdinaryUser user;
-        LoadProject();
+        loaded = LoadProject();
     }
     fs::permissions(folder.path(""), fs::perms(0755));
     EXPECT_FALSE(folder.has("断链参数.txt"));
-    EXPECT_THAT(unreadable(), ElementsAre());
+    EXPECT_THAT(unreadable(loaded), ElementsAre());
 }
 
 TEST_F(UnreadableFile, APipeInThePlaceOfAParameterFileDoesNotFreezeTheLoad)
 {
+    Loaded loaded;
     for (const auto file : kAll) {
         folder.remove(std::string(file));
         ASSERT_EQ(mkfifo(ParameterFile(file).c_str(), 0600), 0);
     }
-    LoadProject();  // comes back
-    EXPECT_EQ(UnreadableFiles().size(), 7u);
+    loaded = LoadProject();  // comes back
+    EXPECT_EQ(loaded.unreadable.size(), 7u);
     for (const auto file : kAll) {
         EXPECT_THROW(WriteBytes(ParameterFile(file), "x"), FileError);
         EXPECT_EQ(LookAt(ParameterFile(file)), Look::Other);
@@ -192,11 +199,13 @@ TEST_F(UnreadableFile, APipeInThePlaceOfAParameterFileDoesNotFreezeTheLoad)
 
 TEST_F(UnreadableFile, AFolderOrADeviceInThePlaceOfAParameterFileIsUnreadable)
 {
+    Loaded loaded;
     folder.remove("竖曲线参数.txt");
     fs::create_directory(folder.path("竖曲线参数.txt"));
     linkTo("/dev/zero", files::widths);
-    LoadProject();
-    EXPECT_THAT(unreadable(), ElementsAre(Pair("竖曲线参数.txt", "读写错误"), Pair("超高宽度参数.txt", "读写错误")));
+    loaded = LoadProject();
+    EXPECT_THAT(unreadable(loaded),
+                ElementsAre(Pair("竖曲线参数.txt", "读写错误"), Pair("超高宽度参数.txt", "读写错误")));
     EXPECT_TRUE(fs::is_directory(folder.path("竖曲线参数.txt")));
 }
 
