@@ -1,11 +1,12 @@
 // Batches of the calculation screens, without their windows.
 
+#include "desk/ResultTable.h"
 #include "engine/Numbers.h"
 #include "engine/Route.h"
+#include "screens/Columns.h"
 #include "screens/Export.h"
 #include "screens/Fs.h"
 #include "screens/Plfy.h"
-#include "screens/ScreenRows.h"
 #include "support/RandomRoute.h"
 
 #include <benchmark/benchmark.h>
@@ -33,11 +34,10 @@ void stakeout(benchmark::State& state)
                        .skew = {},
                        .station = {}};
     for (auto _ : state) {
-        TextGrid grid(kCoordinateColumns);
-        ScreenState screen;
-        TextRows rows(grid, screen);
+        PlainRows grid(Headers(kCoordinateColumns));
+        ResultTable rows(grid);
         benchmark::DoNotOptimize(CalcPlfy(in, rows));
-        state.counters["rows"] = screen.rows;
+        state.counters["rows"] = rows.state.rows;
     }
 }
 
@@ -53,26 +53,24 @@ void inverse(benchmark::State& state)
         points.emplace_back(gOutX, gOutY);
     }
     for (auto _ : state) {
-        TextGrid grid(kInverseColumns);
-        ScreenState screen;
-        TextRows rows(grid, screen);
+        PlainRows grid(Headers(kInverseColumns));
+        ResultTable rows(grid);
         for (const auto& [x, y] : points) AddFsPoint(x, y, rows);
-        state.counters["rows"] = screen.rows;
+        state.counters["rows"] = rows.state.rows;
     }
 }
 
 /// The sheet of 32,765 rows, the most that a save takes.
 void sheet(benchmark::State& state)
 {
-    TextGrid grid(kCoordinateColumns);
-    ScreenState screen;
-    TextRows rows(grid, screen);
+    PlainRows grid(Headers(kCoordinateColumns));
+    ResultTable rows(grid);
     for (int i = 0; i < 32765; ++i) {
         const std::string n = std::to_string(i);
         rows.row(
             {{"K12+" + n, "中桩", "无", n + "度01分02秒", n + ".001", n + ".002", n + ".003", n + "度03分04秒"}, {}});
     }
-    for (auto _ : state) benchmark::DoNotOptimize(ResultSheet(kPlfyExport, {grid.text(), screen.rows, "GP01"}));
+    for (auto _ : state) benchmark::DoNotOptimize(ResultSheet(kPlfyExport, {grid.text(), rows.state.rows, "GP01"}));
 }
 
 BENCHMARK(stakeout)->Unit(benchmark::kMillisecond);

@@ -31,17 +31,17 @@ struct PickingDesk final : Desk {
 };
 
 /// A person who has no patience: long runs are abandoned.
-struct HastyRows final : TextRows {
-    using TextRows::TextRows;
+struct HastyRows final : ResultTable {
+    using ResultTable::ResultTable;
     int asked = 0;
     bool abandoned() override { return ++asked > 300; }
 };
 
 struct Screen {
-    TextGrid grid;
-    ScreenState state;
-    HastyRows rows{grid, state};
-    explicit Screen(std::span<const GridColumn> columns) : grid(columns) {}
+    PlainRows grid;
+    HastyRows rows{grid};
+    ScreenState& state = rows.state;
+    explicit Screen(std::span<const GridColumn> columns) : grid(Headers(columns)) {}
 };
 
 void road()

@@ -31,8 +31,7 @@ int run(const Call& call)
     Results results(call, kCornerResult);
     JgwStructures structures;
     results.stationPick = station->pick;
-    results.structures = &structures;
-    results.skewEnds = in.skewEnds;
+    results.own = [&](int row) { return JgwParameters(structures, in.skewEnds, row); };
     if (args.has("--file")) {
         results.pressLines([&](const std::string& line) {
             const bool went = results.press([&] {

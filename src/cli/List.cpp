@@ -105,7 +105,7 @@ int run(const Call& call)
     int row = 0;
     for (const auto& name : names) put(++row, look(name));
 
-    const OutputTable table{grid, {}, kTyped};
+    const OutputTable table{grid, kTyped};
     const std::string path = call.args.value("-o");
     if (!path.empty())
         return WriteOutput(call, path, [&] { return FileBytes(path, table, call.format); }) ? kDone : kRefused;

@@ -191,8 +191,7 @@ nlohmann::ordered_json JsonRows(const OutputTable& table)
             const auto value = TypedValue(grid.text(row, typed.column), typed.kind);
             object[std::string(typed.key)] = value ? nlohmann::ordered_json(*value) : nlohmann::ordered_json();
         }
-        const auto index = static_cast<std::size_t>(row);
-        if (index < table.warnings.size() && !table.warnings[index].empty()) object["warning"] = table.warnings[index];
+        if (!grid.warning(row).empty()) object["warning"] = grid.warning(row);
         rows.push_back(std::move(object));
     }
     return rows;

@@ -26,7 +26,6 @@ int DisplayWidth(std::string_view text);
 /// A table on its way out.
 struct OutputTable {
     const GridText& grid;
-    std::vector<std::string> warnings = {};   ///< by grid row, "" for none; only JSON shows them
     std::span<const TypedColumn> typed = {};  ///< values that JSON has beside the texts
 };
 std::string Rendered(const OutputTable& table, Format format);
@@ -37,7 +36,7 @@ std::string AlignedTable(const GridText& grid);
 /// @param lineEnd  of every line, the last one too
 std::string Csv(const GridText& grid, std::string_view lineEnd);
 /// An array of objects, one a row. Keys are the headers without their blanks (a header that comes again gets its
-/// number) with the texts, then the typed values, null where a text has none; `warning` only where there is one.
+/// number) with the texts, then the typed values, null where a text has none; `warning` only where the row has one.
 std::string Json(const OutputTable& table);
 nlohmann::ordered_json JsonRows(const OutputTable& table);
 /// The text of a JSON value, bytes that are no UTF-8 replaced.

@@ -8,6 +8,7 @@
 #include "project/CalcTables.h"
 #include "project/FileBytes.h"
 #include "project/FileError.h"
+#include "screens/Handler.h"
 
 #include <algorithm>
 #include <cctype>
@@ -65,7 +66,8 @@ const ResultKind kElevationRunResult{kElevationRunColumns, kPlGcExport, kElevati
 const ResultKind kCornerResult{kCornerColumns, kJgwExport, kCornerTyped};
 const ResultKind kMainPointResult{kMainPointColumns, kZdcsExport, kMainPointTyped};
 
-Results::Results(const Call& call, const ResultKind& kind) : m_call(call), m_kind(kind), m_grid(kind.columns) {}
+Results::Results(const Call& call, const ResultKind& kind) : m_call(call), m_kind(kind), m_grid(Headers(kind.columns))
+{}
 
 void Results::refuse(const std::string& text)
 {
@@ -129,25 +131,21 @@ void Results::pressLines(const std::function<bool(const std::string& line)>& lin
 
 int Results::finish()
 {
-    m_grid.setRows(m_state.rows + 1);  // a row that did not fit any more is none
-    std::vector<std::string> warnings;
-    for (int row = 0; row < m_grid.Rows(); ++row) {
-        warnings.push_back(m_grid.warning(row));
-        if (!warnings.back().empty() && !m_call.args.has("--quiet"))
-            m_call.err << "第" << row << "行结果：" << warnings.back() << '\n';
-    }
+    m_grid.setRows(m_rows.state.rows + 1);  // a row that did not fit any more is none
+    const GridText& grid = m_grid.text();
+    for (int row = 0; row < grid.rows() && !m_call.args.has("--quiet"); ++row)
+        if (!grid.warning(row).empty()) m_call.err << "第" << row << "行结果：" << grid.warning(row) << '\n';
 
     const std::string path = m_call.args.value("-o");
-    const bool sheet = m_call.format == Format::Sheet, empty = m_state.rows == 0;
-    const OutputTable table{m_grid.text(), warnings, m_kind.typed};
+    const bool sheet = m_call.format == Format::Sheet, empty = m_rows.state.rows == 0;
+    const OutputTable table{grid, m_kind.typed};
     if (path.empty()) {
         // Headers without a row tell a person nothing; a program that reads CSV or JSON wants them.
         if (!empty || m_call.format != Format::Table) m_call.out << Rendered(table, m_call.format);
     } else if (empty && (m_refused || sheet)) {
         refuse(std::string(message::kNothingToSave));
     } else if (!WriteOutput(m_call, path, [&] {
-                   return sheet ? XlsBytes(ResultSheet(
-                                      m_kind.sheet, {m_grid.text(), m_state.rows, stationPick, structures, skewEnds}))
+                   return sheet ? XlsBytes(ResultSheet(m_kind.sheet, {grid, m_rows.state.rows, stationPick, own}))
                                 : FileBytes(path, table, m_call.format);
                })) {
         m_refused = true;

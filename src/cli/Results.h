@@ -3,8 +3,9 @@
 
 #include "cli/Command.h"
 #include "cli/Output.h"
+#include "desk/ResultTable.h"
+#include "screens/Columns.h"
 #include "screens/Export.h"
-#include "screens/ScreenRows.h"
 #include "screens/Station.h"
 
 #include <functional>
@@ -38,12 +39,11 @@ public:
     void pressLines(const std::function<bool(const std::string& line)>& line);
     /// Something to say about the row, or the line at hand, that makes the exit code 1.
     void refuse(const std::string& text);
-    bool full() const { return m_state.rows == INT16_MAX; }
+    bool full() const { return m_rows.state.rows == INT16_MAX; }
 
-    // What the sheet's computed columns need.
+    // What the sheet's computed columns need, see ExportData.
     std::string stationPick;
-    const JgwStructures* structures = nullptr;
-    bool skewEnds = true;
+    std::function<std::string(int row)> own;
 
     /// Writes the table to standard output or to the file of -o, warnings to standard error. Refused without a row, no
     /// file is written. @return the exit code
@@ -52,19 +52,18 @@ public:
 private:
     const Call& m_call;
     const ResultKind& m_kind;
-    TextGrid m_grid;
-    ScreenState m_state;
+    PlainRows m_grid;
     /// Rows that a walk clears first.
-    struct WalkRows : TextRows {
-        using TextRows::TextRows;
+    struct WalkTable : ResultTable {
+        using ResultTable::ResultTable;
         void clear() override
         {
             if (beforeWalk) beforeWalk();
-            TextRows::clear();
+            ResultTable::clear();
         }
         std::function<void()> beforeWalk;
     };
-    WalkRows m_rows{m_grid, m_state};
+    WalkTable m_rows{m_grid};
     std::string m_place;  // of the line at hand, for messages
     bool m_refused = false;
 };

@@ -172,7 +172,7 @@ int run(const Call& call)
     if (!attempt([&] { AdjustFhdx(sheet, left); })) return refused(call, FhdxCalcFault().text);
 
     const GridText grid = tableOf(sheet, n);
-    const OutputTable table{grid, {}, kTyped};
+    const OutputTable table{grid, kTyped};
     const std::string closures = closuresOf(sheet, n);
     const auto result = [&] {
         switch (call.format) {

@@ -34,8 +34,26 @@ public:
             cells.resize(static_cast<std::size_t>(m_cols > col ? m_cols : col + 1));
         cells[static_cast<std::size_t>(col)] = std::move(text);
     }
+    /// A row at the end with these cells from column 1 on, as far as there are columns.
+    /// @param warning  see warning()
+    void append(std::vector<std::string> cells, std::string warning)
+    {
+        Row row;
+        row.texts.resize(static_cast<std::size_t>(m_cols));
+        for (std::size_t i = 0; i < cells.size() && i + 1 < row.texts.size(); ++i)
+            row.texts[i + 1] = std::move(cells[i]);
+        row.warning = std::move(warning);
+        m_rows.push_back(std::move(row));
+    }
     void insertRow(int before) { m_rows.insert(m_rows.begin() + before, Row{}); }
     void removeRow(int row) { m_rows.erase(m_rows.begin() + row); }
+
+    /// Why the arithmetic cannot vouch for the row, in Chinese; "" for most. It goes with its row.
+    const std::string& warning(int row) const { return m_rows[static_cast<std::size_t>(row)].warning; }
+    void setWarning(int row, std::string warning)
+    {
+        m_rows[static_cast<std::size_t>(row)].warning = std::move(warning);
+    }
 
     /// The bytes of the cell's present text. They go with their row, and stay whatever is written over the text.
     void keepBytes(int row, int col, std::string bytes)
@@ -53,6 +71,7 @@ public:
 private:
     struct Row {
         std::vector<std::string> texts;
+        std::string warning;
         std::vector<std::pair<int, KeptBytes>> kept;  // by column
     };
     std::vector<Row> m_rows = std::vector<Row>(1);

@@ -19,7 +19,6 @@ void GridModel::setRows(int rows)
         showAll();
         beginRemoveRows({}, rows - 1, now - 2);
         m_text.setRows(rows);
-        if (std::ssize(m_warnings) > rows) m_warnings.resize(static_cast<std::size_t>(rows));
         m_shown = rows - 1;
         endRemoveRows();
     } else if (rows > now) {
@@ -63,7 +62,6 @@ void GridModel::insertRow(int row)
     showAll();
     beginInsertRows({}, row - 1, row - 1);
     m_text.insertRow(row);
-    if (std::ssize(m_warnings) > row) m_warnings.insert(m_warnings.begin() + row, std::string());
     m_numbered = std::min(m_numbered, row - 1);
     ++m_shown;
     endInsertRows();
@@ -74,7 +72,6 @@ void GridModel::removeRow(int row)
     showAll();
     beginRemoveRows({}, row - 1, row - 1);
     m_text.removeRow(row);
-    if (std::ssize(m_warnings) > row) m_warnings.erase(m_warnings.begin() + row);
     m_numbered = std::min(m_numbered, row - 1);
     --m_shown;
     endRemoveRows();
@@ -83,26 +80,20 @@ void GridModel::removeRow(int row)
 void GridModel::clear()
 {
     showAll();
-    for (int row = 0; row < m_text.rows(); ++row)
+    for (int row = 0; row < m_text.rows(); ++row) {
+        m_text.setWarning(row, {});
         for (int col = 0; col < m_text.cols(); ++col)
             if (!m_text.text(row, col).empty()) m_text.setText(row, col, {});
-    m_warnings.clear();
+    }
     m_numbered = 0;
     if (m_shown > 0 && columnCount() > 0) emit dataChanged(index(0, 0), index(m_shown - 1, columnCount() - 1));
     if (m_shown > 0) emit headerDataChanged(Qt::Vertical, 0, m_shown - 1);
     if (columnCount() > 0) emit headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
 }
 
-void GridModel::append(std::vector<std::string> cells, std::string warning)
+void GridModel::append(ResultRow row)
 {
-    const int row = m_text.rows();
-    m_text.setRows(row + 1);
-    for (int i = 0; i < std::ssize(cells) && i + 1 < m_text.cols(); ++i)
-        m_text.setText(row, i + 1, std::move(cells[static_cast<std::size_t>(i)]));
-    if (!warning.empty()) {
-        m_warnings.resize(static_cast<std::size_t>(row) + 1);
-        m_warnings.back() = std::move(warning);
-    }
+    m_text.append(std::move(row.cells), std::move(row.warning));
     renumber();
     if (!m_hold) showAll();
 }
@@ -123,12 +114,6 @@ void GridModel::showAll()
     beginInsertRows({}, m_shown, rows - 1);
     m_shown = rows;
     endInsertRows();
-}
-
-const std::string& GridModel::warning(int row) const
-{
-    static const std::string none;
-    return row >= 0 && row < std::ssize(m_warnings) ? m_warnings[static_cast<std::size_t>(row)] : none;
 }
 
 Qt::Alignment GridModel::alignment(int col) const
@@ -158,14 +143,14 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(alignment(col));
     case Qt::BackgroundRole:
-        if (!warning(row).empty()) return house::kAmber;
+        if (!m_text.warning(row).empty()) return house::kAmber;
         if (row == m_currentRow) return house::kCurrentRow;
         return {};
     case Qt::ToolTipRole:
-        if (!warning(row).empty()) return QString::fromStdString(warning(row));
+        if (!m_text.warning(row).empty()) return QString::fromStdString(m_text.warning(row));
         return {};
     case Qt::AccessibleDescriptionRole:
-        return QString::fromStdString(warning(row));
+        return QString::fromStdString(m_text.warning(row));
     default:
         return {};
     }

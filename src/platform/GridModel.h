@@ -2,6 +2,7 @@
 // What a grid widget shows of its GridText: row 0 as horizontal header, column 0 as vertical header, the rest as cells.
 
 #include "desk/GridText.h"
+#include "desk/Outcome.h"
 
 #include <QAbstractTableModel>
 
@@ -22,13 +23,12 @@ public:
     void insertRow(int row);
     void removeRow(int row);
     void clear();
-    void append(std::vector<std::string> cells, std::string warning);
+    void append(ResultRow row);
     void renumber();
 
     void holdBack(bool hold) { m_hold = hold; }
     void showAll();  ///< rows appended while held back become visible
 
-    const std::string& warning(int row) const;
     void setAlignment(int col, Qt::Alignment alignment);
     void setHeaderToolTip(int col, const QString& tip);
     void setCurrentRow(int row) { m_currentRow = row; }
@@ -42,7 +42,6 @@ private:
     Qt::Alignment alignment(int col) const;
 
     GridText m_text;
-    std::vector<std::string> m_warnings;  // by row; shorter than the text where no later row has one
     std::map<int, Qt::Alignment> m_alignments;
     std::map<int, QString> m_headerToolTips;
     int m_shown = 0;     // data rows that the view knows

@@ -1,12 +1,10 @@
 #pragma once
 // Where the rows of a calculation go: into a grid, numbered and counted.
 
-#include "desk/Outcome.h"
+#include "desk/ResultTable.h"
 #include "platform/BusyRow.h"
 
 #include <QTimer>
-
-#include <cstdint>
 
 class MSFlexGrid;
 
@@ -14,20 +12,20 @@ class MSFlexGrid;
 /// sink goes. Work that lasts shows how far it is, and Esc abandons it.
 class GridSink : public RowSink {
 public:
-    /// @param rowCounter the form's count of data rows, set with each row; one row beyond what it holds is an Overflow,
-    ///        and that row stays in the grid, empty
-    GridSink(MSFlexGrid& grid, std::int16_t& rowCounter);
+    /// @param table  of the rows of this grid
+    GridSink(MSFlexGrid& grid, ResultTable& table);
     ~GridSink() override;
     GridSink(const GridSink&) = delete;
     GridSink& operator=(const GridSink&) = delete;
 
-    void clear() override;  ///< back to the header row; the row counter keeps its value
+    void clear() override { m_table.clear(); }
     void row(ResultRow row) override;
+    void changed() override { m_table.changed(); }
     bool abandoned() override;
 
 private:
     MSFlexGrid& m_grid;
-    std::int16_t& m_rowCounter;
+    ResultTable& m_table;
     BusyRow m_busy;
     QTimer m_show;  // fires in the next turn of the event loop
 };

@@ -293,13 +293,16 @@ void MSFlexGrid::Clear()
     m_corner->widget()->update();
 }
 
-void MSFlexGrid::appendRow(std::vector<std::string> cells, const std::string& warning)
+void MSFlexGrid::appendRow(ResultRow row)
 {
-    restructure([&] { m_model->append(std::move(cells), warning); });
+    restructure([&] { m_model->append(std::move(row)); });
     if (!m_heldBack) scrollToBottom();
 }
 
-QString MSFlexGrid::warning(int row) const { return QString::fromStdString(m_model->warning(row)); }
+QString MSFlexGrid::warning(int row) const
+{
+    return row >= 0 && row < Rows() ? QString::fromStdString(text().warning(row)) : QString();
+}
 
 void MSFlexGrid::holdBack(bool hold)
 {
@@ -397,4 +400,4 @@ bool MSFlexGrid::viewportEvent(QEvent* event)
     return QTableView::viewportEvent(event);
 }
 
-void RenumberGrid(MSFlexGrid& grid) { grid.m_model->renumber(); }
+void MSFlexGrid::renumber() { m_model->renumber(); }

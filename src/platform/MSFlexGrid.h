@@ -1,7 +1,7 @@
 #pragma once
 // The grid of every screen and editor: text cells, a fixed header row, a fixed sequence column.
 
-#include "desk/GridText.h"
+#include "desk/ResultTable.h"
 
 #include <QTableView>
 
@@ -15,17 +15,18 @@ class QMenu;
 
 /// Positions and widths are in twips (1/15 pixel at 96 dpi). Rows and columns count from 0; row 0 is the fixed header,
 /// column 0 the fixed sequence column. Texts are UTF-8 in GridText, QString here.
-class MSFlexGrid : public QTableView {
+class MSFlexGrid : public QTableView, public ResultRows {
     Q_OBJECT
 public:
     explicit MSFlexGrid(QWidget* parent = nullptr);
 
     int Rows() const;
-    void setRows(int rows);  ///< grows with empty rows or cuts; the current row stays inside; Subscript below 1
+    void
+    setRows(int rows) override;  ///< grows with empty rows or cuts; the current row stays inside; Subscript below 1
     int Cols() const;
     void setCols(int cols);
-    int Row() const;       ///< current row; 0 while only the header stands
-    void setRow(int row);  ///< throws RunTimeError Subscript outside 0..Rows-1
+    int Row() const override;  ///< current row; 0 while only the header stands
+    void setRow(int row);      ///< throws RunTimeError Subscript outside 0..Rows-1
     int Col() const;
     void setCol(int col);                        ///< throws RunTimeError Subscript outside 0..Cols-1
     QString TextMatrix(int row, int col) const;  ///< throws RunTimeError Subscript outside the grid
@@ -40,13 +41,14 @@ public:
     int ColPos(int col) const;  ///< twips to the column, scrolling included, from inside the grid's border of 45 twips
     int RowPos(int row) const;  ///< twips to the row, likewise: grid Top + RowPos + 45 is the row's place on the form
     void AddItem(const QString& tabSeparated, int index = -1);  ///< a row at `index`, at the end without one
-    void RemoveItem(int row);  ///< throws RunTimeError Subscript where the fixed row or the last data row would go
-    void Clear();              ///< every cell's text, the header included, and every warning
+    void
+    RemoveItem(int row) override;  ///< throws RunTimeError Subscript where the fixed row or the last data row would go
+    void Clear();                  ///< every cell's text, the header included, and every warning
 
-    const GridText& text() const;  ///< all cells as one value, for saving
-    /// Appends one row of cells from column 1 on and numbers it; O(1) amortised. @param warning "" or a tool tip on
-    /// amber
-    void appendRow(std::vector<std::string> cells, const std::string& warning = {});
+    const GridText& text() const override;  ///< all cells as one value, for saving
+    /// Appends one row and numbers it; O(1) amortised. A row with a warning is amber and has it as its tool tip.
+    void appendRow(ResultRow row) override;
+    void renumber() override;  ///< column 0 of rows 1 to Rows-1 gets its row number
     /// The tool tip of an amber row, "" for a row without one.
     QString warning(int row) const;
     /// While held back, appended rows count at once but are shown only by showRows() or when the hold ends.
@@ -86,8 +88,6 @@ protected:
     bool viewportEvent(QEvent* event) override;
 
 private:
-    friend void RenumberGrid(MSFlexGrid& grid);
-
     struct Cell {
         int row = 0, col = 0;  // row 0: none
         bool operator==(const Cell&) const = default;
@@ -119,4 +119,4 @@ private:
 };
 
 /// Column 0 of rows 1 to Rows-1 gets its row number.
-void RenumberGrid(MSFlexGrid& grid);
+inline void RenumberGrid(MSFlexGrid& grid) { grid.renumber(); }

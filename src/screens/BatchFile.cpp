@@ -4,6 +4,7 @@
 #include "engine/Numbers.h"
 #include "engine/RunTimeError.h"
 #include "project/TextFile.h"
+#include "screens/Handler.h"
 
 BatchLine ParseBatchLine(const std::string& line, std::size_t fields)
 {
@@ -24,9 +25,15 @@ std::vector<BatchLine> ReadBatchFile(const std::string& path, std::size_t fields
     return batch;
 }
 
-std::optional<std::vector<BatchLine>> PickBatchFile(std::size_t fields)
+Outcome CalcBatchFile(std::size_t fields, RowSink& rows, const std::function<void(const BatchLine&)>& add)
 {
-    const auto path = desk().openFile("(*.txt)|*.txt|");
-    if (!path) return std::nullopt;
-    return ReadBatchFile(*path, fields);
+    return Handle(Trap::Silent, [&] {
+        const auto path = desk().openFile("(*.txt)|*.txt|");
+        if (!path) return;
+        for (const auto& line : ReadBatchFile(*path, fields)) {
+            if (rows.abandoned()) break;
+            add(line);
+        }
+        rows.changed();
+    });
 }

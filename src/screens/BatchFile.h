@@ -1,7 +1,9 @@
 #pragma once
 // The text files of batches: one line a point, numbers separated by commas.
 
-#include <optional>
+#include "desk/Outcome.h"
+
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,5 +20,7 @@ BatchLine ParseBatchLine(const std::string& line, std::size_t fields);
 ///         where no line holds a comma
 std::vector<BatchLine> ReadBatchFile(const std::string& path, std::size_t fields);
 
-/// ReadBatchFile of a file that the user picks; nothing where the dialog is cancelled.
-std::optional<std::vector<BatchLine>> PickBatchFile(std::size_t fields);
+/// The button of a batch: asks for a file and hands its lines over one by one, until the rows are abandoned; then the
+/// data has changed. A cancelled dialog ends it. Trap: silent.
+/// @param add  makes the rows of a line
+Outcome CalcBatchFile(std::size_t fields, RowSink& rows, const std::function<void(const BatchLine&)>& add);

@@ -2,12 +2,21 @@
 // The columns of the result grids. Every column is centred; row 0 is the fixed header, column 0 the row number.
 
 #include <array>
+#include <span>
 #include <string_view>
+#include <vector>
 
 struct GridColumn {
     std::string_view header;
     int twips;  ///< 1/15 pixel at 96 dpi
 };
+
+inline std::vector<std::string_view> Headers(std::span<const GridColumn> columns)
+{
+    std::vector<std::string_view> headers;
+    for (const auto& column : columns) headers.push_back(column.header);
+    return headers;
+}
 
 /// Single point coordinates and batch stake-out.
 inline constexpr std::array<GridColumn, 9> kCoordinateColumns{{

@@ -14,13 +14,6 @@
 
 std::string StationText(const std::string& pick) { return pick + " " + NumText(gStationX) + "," + NumText(gStationY); }
 
-std::string ParameterText(const JgwStructures& structures, std::int16_t p, bool skewEnds)
-{
-    std::string text = skewEnds ? "斜交斜做：" : "斜交正做：";
-    text.append("K前").append(at(structures.kq, p)).append(",K后").append(at(structures.kh, p));
-    return text.append(",Z左").append(at(structures.zz, p)).append(",Z右").append(at(structures.zy, p));
-}
-
 namespace {
 
 /// Title, headers, borders, widths and formats of a table of n rows.
@@ -54,17 +47,14 @@ Worksheet filledSheet(const ExportLayout& layout, const ExportData& data)
 {
     Worksheet sheet = emptySheet(layout, data.rows);
     const std::string station = StationText(data.stationPick);
-    std::string parameters;
-    std::int16_t p = 0;
     for (int r = 1; r <= data.rows; ++r) {
         if (r >= data.grid.rows()) throw RunTimeError(RunTimeError::Subscript);
-        if (data.structures && r % 4 == 1 && r <= 4 * data.structures->count)
-            parameters = ParameterText(*data.structures, ++p, data.skewEnds);
+        const std::string own = data.own ? data.own(r) : std::string();
         int col = 0;
         for (const auto& column : layout.columns) {
-            const std::string& text = column.source == kStationColumn     ? station
-                                      : column.source == kParameterColumn ? parameters
-                                                                          : data.grid.text(r, column.source);
+            const std::string& text = column.source == kStationColumn ? station
+                                      : column.source == kOwnColumn   ? own
+                                                                      : data.grid.text(r, column.source);
             sheet.setValue({r + 2, ++col}, text);
         }
     }

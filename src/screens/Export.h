@@ -1,10 +1,9 @@
 #pragma once
 // Saving a result grid as a spreadsheet: one procedure, seven layouts.
 
-#include "desk/GridText.h"
+#include "desk/ResultTable.h"
 #include "office/Worksheet.h"
-#include "screens/Jgw.h"
-#include "screens/ScreenRows.h"
+#include "screens/Station.h"
 
 #include <array>
 #include <cstdint>
@@ -19,8 +18,8 @@ struct ExportColumn {
     double width;  ///< characters of the standard font
     int source;    ///< a grid column, or one of the two below
 };
-inline constexpr int kStationColumn = -1;    ///< the station in memory at the save, the same on every row
-inline constexpr int kParameterColumn = -2;  ///< the parameters of a structure, one for each group of four rows
+inline constexpr int kStationColumn = -1;  ///< the station in memory at the save, the same on every row
+inline constexpr int kOwnColumn = -2;      ///< what the screen says of a row beyond its grid
 
 /// Row 1: the project's name over all columns. Row 2: headers. Row r + 2: grid row r.
 struct ExportLayout {
@@ -75,7 +74,7 @@ inline constexpr std::array<ExportColumn, 11> kCornerExportColumns{{
     {"Y 坐 标", 12, 7},
     {"切线方位角", 16, 8},
     {"测 站 坐 标", 20, kStationColumn},
-    {"参  数", 50, kParameterColumn},
+    {"参  数", 50, kOwnColumn},
 }};
 inline constexpr std::array<ExportColumn, 22> kMainPointExportColumns{{
     {"序号", 6, 0},        {"交点编号", 14, 1},        {"第一切线长", 14, 2}, {"第二切线长", 16, 3},
@@ -98,16 +97,14 @@ inline constexpr ExportLayout kZdcsExport{kMainPointExportColumns, 22, false};
 /// What a save reads of its screen, as it stands at the save.
 struct ExportData {
     const GridText& grid;
-    std::int16_t rows;                          ///< the row counter
-    std::string stationPick;                    ///< text of the station's pick list
-    const JgwStructures* structures = nullptr;  ///< of frmJgw
-    bool skewEnds = true;                       ///< optJgwXz
+    std::int16_t rows;        ///< the row counter
+    std::string stationPick;  ///< text of the station's pick list
+    /// The text of kOwnColumn in a grid row. @throws RunTimeError
+    std::function<std::string(int row)> own = {};
 };
 
 /// The station column: the text of the pick list, a blank, the station in memory.
 std::string StationText(const std::string& pick);
-/// The parameter column of structure p. @throws Subscript beyond 100
-std::string ParameterText(const JgwStructures& structures, std::int16_t p, bool skewEnds);
 
 /// The sheet of a result, titled with gProject.
 /// @throws Overflow beyond sheet row 32,767 and for a text that no cell holds, Subscript where the counter tells of

@@ -51,13 +51,5 @@ Outcome CalcFs(const FsInput& in, RowSink& rows)
 
 Outcome CalcFsFile(RowSink& rows)
 {
-    return Handle(Trap::Silent, [&] {
-        const auto batch = PickBatchFile(kFsFields);
-        if (!batch) return;
-        for (const auto& point : *batch) {
-            if (rows.abandoned()) break;
-            AddFsPoint(point[0], point[1], rows);
-        }
-        rows.changed();
-    });
+    return CalcBatchFile(kFsFields, rows, [&](const BatchLine& line) { AddFsPoint(line[0], line[1], rows); });
 }

@@ -9,6 +9,7 @@
 #include "screens/Rows.h"
 #include "screens/Walk.h"
 
+#include <algorithm>
 #include <cmath>
 
 void JgwStructures::add(const std::string& kqText, const std::string& khText, const std::string& zzText,
@@ -19,6 +20,15 @@ void JgwStructures::add(const std::string& kqText, const std::string& khText, co
     at(kh, count) = khText;
     at(zz, count) = zzText;
     at(zy, count) = zyText;
+}
+
+std::string JgwParameters(const JgwStructures& structures, bool skewEnds, int row)
+{
+    const int p = std::min((row + 3) / 4, static_cast<int>(structures.count));
+    if (p < 1) return {};
+    std::string text = skewEnds ? "斜交斜做：" : "斜交正做：";
+    text.append("K前").append(at(structures.kq, p)).append(",K后").append(at(structures.kh, p));
+    return text.append(",Z左").append(at(structures.zz, p)).append(",Z右").append(at(structures.zy, p));
 }
 
 double WorkingAngle(double typed) { return typed < 0 ? typed + 180 : typed; }
@@ -158,13 +168,5 @@ void AddJgwLine(const BatchLine& line, const JgwInput& in, JgwStructures& struct
 
 Outcome CalcJgwFile(const JgwInput& in, JgwStructures& structures, RowSink& rows)
 {
-    return Handle(Trap::Silent, [&] {
-        const auto batch = PickBatchFile(kJgwFields);
-        if (!batch) return;
-        for (const auto& line : *batch) {
-            if (rows.abandoned()) break;
-            AddJgwLine(line, in, structures, rows);
-        }
-        rows.changed();
-    });
+    return CalcBatchFile(kJgwFields, rows, [&](const BatchLine& line) { AddJgwLine(line, in, structures, rows); });
 }

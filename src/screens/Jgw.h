@@ -33,6 +33,11 @@ struct JgwStructures {
     bool operator==(const JgwStructures&) const = default;
 };
 
+/// The parameters in the sheet of a save: each structure's beside its four rows, and the last one's beside all rows
+/// after them. @param skewEnds  the option at the save
+/// @throws Subscript in the rows of a structure beyond the 100th
+std::string JgwParameters(const JgwStructures& structures, bool skewEnds, int row);
+
 /// A point of the plane, m: X north, Y east.
 struct PlanePoint {
     double x = 0, y = 0;

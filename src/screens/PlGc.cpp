@@ -60,13 +60,5 @@ void AddPlGcLine(const BatchLine& line, const std::string& thicknessText, RowSin
 
 Outcome CalcPlGcFile(const std::string& thickness, RowSink& rows)
 {
-    return Handle(Trap::Silent, [&] {
-        const auto batch = PickBatchFile(kPlGcFields);
-        if (!batch) return;
-        for (const auto& line : *batch) {
-            if (rows.abandoned()) break;
-            AddPlGcLine(line, thickness, rows);
-        }
-        rows.changed();
-    });
+    return CalcBatchFile(kPlGcFields, rows, [&](const BatchLine& line) { AddPlGcLine(line, thickness, rows); });
 }

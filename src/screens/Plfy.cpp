@@ -87,13 +87,5 @@ void AddPlfyLine(const BatchLine& line, RowSink& rows)
 
 Outcome CalcPlfyFile(RowSink& rows)
 {
-    return Handle(Trap::Silent, [&] {
-        const auto batch = PickBatchFile(kPlfyFields);
-        if (!batch) return;
-        for (const auto& line : *batch) {
-            if (rows.abandoned()) break;
-            AddPlfyLine(line, rows);
-        }
-        rows.changed();
-    });
+    return CalcBatchFile(kPlfyFields, rows, [&](const BatchLine& line) { AddPlfyLine(line, rows); });
 }

@@ -9,33 +9,19 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// Rows of a handler: into the grid, counted, and the data-changed flag with them.
-class ScreenSink final : public GridSink {
-public:
-    ScreenSink(MSFlexGrid& grid, ScreenState& state) : GridSink(grid, state.rows), m_state(state) {}
-    void changed() override { m_state.changed = true; }
-
-private:
-    ScreenState& m_state;
-};
-
-}  // namespace
-
 ScreenForm::ScreenForm(const ScreenParts& parts) : Form(QString::fromUtf8(parts.form), parts.caption), m_parts(parts) {}
 
 void ScreenForm::run(const std::function<Outcome(RowSink&)>& handler)
 {
     Outcome outcome;
     {
-        ScreenSink rows(*grid, state);
+        GridSink rows(*grid, *results);
         outcome = handler(rows);
     }
     if (outcome.refusal) refuse(*outcome.refusal);
 }
 
-void ScreenForm::deleteRow() { DeleteCursorRow(*grid, state); }
+void ScreenForm::deleteRow() { results->deleteCursorRow(); }
 
 void ScreenForm::save()
 {
@@ -58,12 +44,12 @@ void ScreenForm::Form_Load()
         grid->setColWidth(col, column.twips);
         grid->setColAlignment(col, Qt::AlignCenter);
     }
-    state = {};
+    results->state = {};
 }
 
 void ScreenForm::Form_Unload()
 {
-    if (state.changed && askToSave()) save();
+    if (results->state.changed && askToSave()) save();
 }
 
 QLineEdit* ScreenForm::box(const char* name, KeySet keys)
@@ -161,6 +147,7 @@ void ScreenForm::layOut(std::vector<house::Piece> fields, std::vector<QWidget*> 
     buttons.insert(buttons.end(), {saving, back});
 
     grid = control<MSFlexGrid>(m_parts.grid);
+    results.emplace(*grid);
     grid->setHint(m_parts.hint);
     grid->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     grid->setLastColumnFills(true);

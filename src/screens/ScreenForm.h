@@ -3,17 +3,18 @@
 // screen has, the wait box of a save, the question at closing, the instrument station.
 
 #include "controls/XPButton.h"
+#include "desk/ResultTable.h"
 #include "platform/Form.h"
 #include "platform/Layout.h"
 #include "platform/MSFlexGrid.h"
 #include "screens/Columns.h"
 #include "screens/Export.h"
-#include "screens/ScreenRows.h"
 #include "screens/Station.h"
 
 #include <QCheckBox>
 
 #include <functional>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -51,9 +52,9 @@ protected:
     /// What the save reads; a screen adds what it has of its own.
     virtual ExportData exportData()
     {
-        return {grid->text(), state.rows, station.pick ? toUtf8(station.pick->Text()) : ""};
+        return {results->text(), results->state.rows, station.pick ? toUtf8(station.pick->Text()) : ""};
     }
-    virtual ScreenState* savedState() { return &state; }
+    virtual ScreenState* savedState() { return &results->state; }
 
     /// The grid with its header row alone.
     void Form_Load() override;
@@ -78,8 +79,8 @@ protected:
     /// The whole window: these fields, the grid, and a row of these buttons with those that every screen has.
     void layOut(std::vector<house::Piece> fields, std::vector<QWidget*> buttons);
 
-    ScreenState state;
     MSFlexGrid* grid = nullptr;
+    std::optional<ResultTable> results;  ///< the rows of the grid
     XPButton *del = nullptr, *saving = nullptr, *back = nullptr;
     QLineEdit* wait = nullptr;
     struct {

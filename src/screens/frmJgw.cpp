@@ -79,8 +79,7 @@ void frmJgw::butJgwCalc_Click()
 ExportData frmJgw::exportData()
 {
     ExportData saved = ScreenForm::exportData();
-    saved.structures = &m_structures;
-    saved.skewEnds = optJgwXz->isChecked();
+    saved.own = [this](int row) { return JgwParameters(m_structures, optJgwXz->isChecked(), row); };
     return saved;
 }
 

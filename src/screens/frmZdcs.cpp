@@ -33,4 +33,4 @@ void frmZdcs::Form_Load()
     fitToContent(*this, {0, sizeHint().height() - grid->sizeHint().height() + grid->heightForAllRows()});
 }
 
-ExportData frmZdcs::exportData() { return {grid->text(), gZdCount, {}}; }
+ExportData frmZdcs::exportData() { return {results->text(), gZdCount, {}}; }

@@ -125,7 +125,8 @@ TEST_P(Agreement, Inverse)
         {.start = GetParam().from, .end = GetParam().to, .step = "43", .offset = "9.75", .skew = {}, .station = {}},
         there.rows));
     std::string lines;
-    for (int row = 1; row < there.grid.Rows(); ++row) lines += there.row(row)[6] + "," + there.row(row)[7] + "\n";
+    for (int row = 1; row < there.grid.text().rows(); ++row)
+        lines += there.row(row)[6] + "," + there.row(row)[7] + "\n";
     pick(lines);
     shared.results.inX = shared.results.inY = shared.results.inLc = 0;
     EXPECT_TRUE(CalcFsFile(back.rows));
@@ -220,7 +221,9 @@ TEST_P(Agreement, SheetsOfEveryKind)
     EXPECT_TRUE(CalcJgw(structure, structures, corners.rows));
     expectSheet({"corners", "--at", road.inside, "--kq", "2", "--kh", "3.50", "--zz", "12", "--zy", "13", "--mode",
                  "zz", "--station", station.pick},
-                kJgwExport, {corners.grid.text(), corners.state.rows, station.pick, &structures, false});
+                kJgwExport, {corners.grid.text(), corners.state.rows, station.pick, [&](int row) {
+                                 return JgwParameters(structures, false, row);
+                             }});
 
     EXPECT_TRUE(CalcFs({point.row(1)[6], point.row(1)[7]}, inverse.rows));
     expectSheet({"inverse", "--at", point.row(1)[6] + "," + point.row(1)[7]}, kFsExport, data(inverse));

@@ -58,7 +58,9 @@ TEST(Output, CsvKeepsAFormulaATextAndANumberANumber)
 
 TEST(Output, JsonNamesRepeatedHeadersWithoutBlanksAndSpeaksOfWarnings)
 {
-    EXPECT_EQ(Json({grid({{"里 程", "高 程", "高 程"}, {"K0", "1", "2"}, {"K1", "3", ""}}), {"", "", "超出"}}),
+    auto warned = grid({{"里 程", "高 程", "高 程"}, {"K0", "1", "2"}, {"K1", "3", ""}});
+    warned.setWarning(2, "超出");
+    EXPECT_EQ(Json({warned}),
               "[\n"
               "  {\n    \"里程\": \"K0\",\n    \"高程\": \"1\",\n    \"高程2\": \"2\"\n  },\n"
               "  {\n    \"里程\": \"K1\",\n    \"高程\": \"3\",\n    \"高程2\": \"\",\n    \"warning\": \"超出\"\n  }\n"
@@ -70,7 +72,7 @@ TEST(Output, JsonHasValuesBesideTheTexts)
 {
     constexpr TypedColumn typed[] = {{0, "stake", CellKind::Stake}, {1, "distance"}};
     EXPECT_EQ(
-        Json({grid({{"里 程", "距 离"}, {"-K1+200.500", "无"}}), {}, typed}),
+        Json({grid({{"里 程", "距 离"}, {"-K1+200.500", "无"}}), typed}),
         "[\n  {\n    \"里程\": \"-K1+200.500\",\n    \"距离\": \"无\",\n    \"stake\": -1200.5,\n    \"distance\": "
         "null\n  }\n]\n");
 }

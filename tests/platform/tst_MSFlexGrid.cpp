@@ -218,11 +218,11 @@ private slots:
         MSFlexGrid grid;
         grid.setCols(4);
         QCOMPARE(grid.Row(), 0);
-        grid.appendRow({"a", "b", "c"});
+        grid.appendRow({{"a", "b", "c"}, {}});
         QCOMPARE(grid.Row(), 1);
         QCOMPARE(grid.currentIndex(), grid.model()->index(0, 0));
         QCOMPARE(grid.model()->index(0, 2).data(Qt::BackgroundRole).value<QColor>(), house::kCurrentRow);
-        grid.appendRow({"d", "e", "f"});
+        grid.appendRow({{"d", "e", "f"}, {}});
         QCOMPARE(grid.Row(), 1);
         QVERIFY(!grid.model()->index(1, 0).data(Qt::BackgroundRole).isValid());
     }
@@ -230,7 +230,7 @@ private slots:
     void theNewestRowIsInSightAndAfterARemovalTheCurrentOne()
     {
         Window w;
-        for (int i = 0; i < 100; ++i) w.grid->appendRow({"a"});
+        for (int i = 0; i < 100; ++i) w.grid->appendRow({{"a"}, {}});
         const QRect cells = w.grid->viewport()->geometry();
         QVERIFY(cells.contains(w.grid->cellRect(105, 1).center()));
         QVERIFY(!cells.contains(w.grid->cellRect(1, 1).center()));
@@ -242,7 +242,7 @@ private slots:
     {
         MSFlexGrid grid;
         fill(grid, 3, 2);
-        grid.appendRow({"x"}, "warned");
+        grid.appendRow({{"x"}, "warned"});
         grid.Clear();
         QCOMPARE(grid.Rows(), 4);
         QCOMPARE(column(grid, 0) + column(grid, 1), QStringList(8, ""));
@@ -278,8 +278,8 @@ private slots:
     {
         MSFlexGrid grid;
         grid.setCols(3);
-        grid.appendRow({"a", "b"});
-        grid.appendRow({"c", "d"}, "第二行不可靠");
+        grid.appendRow({{"a", "b"}, {}});
+        grid.appendRow({{"c", "d"}, "第二行不可靠"});
         const auto cell = [&](int row, int role) { return grid.model()->index(row - 1, 1).data(role); };
         QCOMPARE(cell(2, Qt::BackgroundRole).value<QColor>(), QColor(0xFF, 0xF3, 0xCD));
         QCOMPARE(cell(2, Qt::ToolTipRole).toString(), "第二行不可靠");
@@ -291,7 +291,7 @@ private slots:
         grid.RemoveItem(1);
         QCOMPARE(grid.warning(1), "第二行不可靠");
         grid.setRows(1);
-        grid.appendRow({"e", "f"});
+        grid.appendRow({{"e", "f"}, {}});
         QCOMPARE(grid.warning(1), "");
         QCOMPARE(grid.TextMatrix(1, 2), "f");
     }
@@ -668,15 +668,16 @@ private slots:
     void sinkNumbersAndCountsTheRows()
     {
         Window w;
-        std::int16_t counter = 7;
+        ResultTable table(*w.grid);
+        table.state.rows = 7;
         {
-            GridSink sink(*w.grid, counter);
+            GridSink sink(*w.grid, table);
             sink.clear();
-            QCOMPARE(counter, 7);  // only a row sets it
+            QCOMPARE(table.state.rows, 7);  // only a row sets it
             sink.row({{"a", "b"}, ""});
-            QCOMPARE(counter, 1);
+            QCOMPARE(table.state.rows, 1);
             sink.row({{"c", "d"}, "warned"});
-            QCOMPARE(counter, 2);
+            QCOMPARE(table.state.rows, 2);
             QCOMPARE(w.grid->Rows(), 3);
         }
         QCOMPARE(column(*w.grid, 0), (QStringList{"r0c0", "1", "2"}));
@@ -688,9 +689,9 @@ private slots:
     void sinkAppendsToEarlierRows()
     {
         Window w;
-        std::int16_t counter = 0;
-        GridSink(*w.grid, counter).row({{"a"}, ""});
-        QCOMPARE(counter, 6);
+        ResultTable table(*w.grid);
+        GridSink(*w.grid, table).row({{"a"}, ""});
+        QCOMPARE(table.state.rows, 6);
         QCOMPARE(w.grid->TextMatrix(6, 0), "6");
         QCOMPARE(w.grid->TextMatrix(5, 1), "r5c1");
     }
@@ -698,8 +699,8 @@ private slots:
     {
         Window w;
         w.grid->setRows(1);
-        std::int16_t counter = 0;
-        GridSink sink(*w.grid, counter);
+        ResultTable table(*w.grid);
+        GridSink sink(*w.grid, table);
         sink.row({{"a", "b"}, ""});
         QCOMPARE(w.grid->model()->rowCount(), 0);
         int shown = 0;
@@ -717,14 +718,14 @@ private slots:
     {
         MSFlexGrid grid;
         grid.setCols(3);
-        std::int16_t counter = 0;
+        ResultTable table(grid);
         {
-            GridSink sink(grid, counter);
+            GridSink sink(grid, table);
             for (int i = 0; i < 32767; ++i) sink.row({{"a", "b"}, ""});
-            QCOMPARE(counter, 32767);
+            QCOMPARE(table.state.rows, 32767);
             QCOMPARE(errorOf([&] { sink.row({{"a", "b"}, ""}); }), int(RunTimeError::Overflow));
         }
-        QCOMPARE(counter, 32767);
+        QCOMPARE(table.state.rows, 32767);
         QCOMPARE(grid.Rows(), 32769);
         QCOMPARE(grid.TextMatrix(32767, 0), "32767");
         QCOMPARE(grid.TextMatrix(32767, 1), "a");
@@ -735,27 +736,27 @@ private slots:
         Window w;
         w.grid->setRows(1);
         w.box->setFocus();
-        std::int16_t counter = 0;
+        ResultTable table(*w.grid);
         QTimer::singleShot(100, &w, [&] { QTest::keyClick(w.box, Qt::Key_7); });
         QTimer::singleShot(150, &w, [&] { w.mouse(QTest::mouseClick, 1, 1); });
         QTimer::singleShot(200, &w, [&] { w.close(); });
         QTimer::singleShot(400, &w, [&] { QTest::keyClick(w.box, Qt::Key_Escape); });
         bool told = false;
         {
-            GridSink sink(*w.grid, counter);
+            GridSink sink(*w.grid, table);
             while (!sink.abandoned()) {
                 sink.row({{"a", "b"}, ""});
                 const auto* busy = w.grid->findChild<BusyRow*>();
                 told = told || (busy->isVisible() && w.grid->model()->rowCount() > 0);
                 QTest::qSleep(5);
             }
-            QVERIFY(counter > 0);
+            QVERIFY(table.state.rows > 0);
         }
         QVERIFY(told);
         QVERIFY(w.isVisible());                       // closing was refused,
         QCOMPARE(w.box->text(), "");                  // typing too,
         QVERIFY(w.take().filter("Click").isEmpty());  // and clicks
-        QCOMPARE(w.grid->Rows() - 1, counter);
+        QCOMPARE(w.grid->Rows() - 1, table.state.rows);
         QTest::keyClick(w.box, Qt::Key_7);
         QCOMPARE(w.box->text(), "7");
     }

@@ -193,9 +193,38 @@ TEST_F(BatchFile, AWriteProtectedFileEndsTheRunAndStays)
 TEST_F(BatchFile, ThePickIsCancelled)
 {
     ScriptedDesk desk;
+    Screen screen(kInverseColumns);
     desk.cancelOpen();
-    EXPECT_EQ(PickBatchFile(2), std::nullopt);
+    EXPECT_TRUE(CalcBatchFile(2, screen.rows, [](const BatchLine&) { ADD_FAILURE(); }));
     EXPECT_EQ(desk.filters, (Texts{"(*.txt)|*.txt|"}));
+    EXPECT_EQ(screen.state, ScreenState{});
+}
+
+TEST_F(BatchFile, EachLineIsHandedOverUntilTheRowsAreAbandoned)
+{
+    ScriptedDesk desk;
+    Screen screen(kInverseColumns);
+    struct Impatient : ResultTable {
+        using ResultTable::ResultTable;
+        int asked = 0;
+        bool abandoned() override { return ++asked > 2; }
+    } rows(screen.grid);
+    write("1,2\r\n3,4\r\n5,6\r\n");
+    desk.open(path);
+    std::vector<BatchLine> taken;
+    EXPECT_TRUE(CalcBatchFile(2, rows, [&](const BatchLine& line) { taken.push_back(line); }));
+    EXPECT_EQ(taken, (std::vector<BatchLine>{{1, 2}, {3, 4}}));
+    EXPECT_TRUE(rows.state.changed);
+}
+
+TEST_F(BatchFile, ARunTimeErrorOfALineEndsTheBatchInSilence)
+{
+    ScriptedDesk desk;
+    Screen screen(kInverseColumns);
+    write("1,2\r\n3,4\r\n");
+    desk.open(path);
+    EXPECT_TRUE(CalcBatchFile(2, screen.rows, [](const BatchLine&) { throw RunTimeError(RunTimeError::Overflow); }));
+    EXPECT_FALSE(screen.state.changed);
 }
 
 namespace {

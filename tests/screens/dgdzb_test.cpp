@@ -132,7 +132,7 @@ TEST_F(DgdZb, RefusalsInOrder)
              refusal("不能大于终点里程！", "错误")},
         },
         [this](const DgdZbInput& in) { return calc(in); });
-    EXPECT_EQ(screen.grid.Rows(), 1) << "no refusal leaves a row";
+    EXPECT_EQ(screen.grid.text().rows(), 1) << "no refusal leaves a row";
     EXPECT_EQ(screen.state, ScreenState{});
 }
 
@@ -144,7 +144,7 @@ TEST_F(DgdZb, ANumberThatIsNoneSpeaksBeforeALaterEmptyField)
     expectRefusal(calc(in), notANumber());
     in = skewed("100", "90", "-");
     expectRefusal(calc(in), notANumber());
-    EXPECT_EQ(screen.grid.Rows(), 1);
+    EXPECT_EQ(screen.grid.text().rows(), 1);
     EXPECT_FALSE(screen.state.changed);
 }
 
@@ -235,8 +235,8 @@ TEST_F(DgdZb, EndStakeShowsTheLastPoint)
     EXPECT_EQ(screen.row(2)[1], "K1+000.000");
     EXPECT_EQ(screen.row(2)[6], "1250.000");
     EXPECT_EQ(screen.row(2)[7], "2003.000");
-    EXPECT_NE(screen.grid.warning(2), "") << "a quiet warning says so";
-    EXPECT_EQ(screen.grid.warning(1), "");
+    EXPECT_NE(screen.grid.text().warning(2), "") << "a quiet warning says so";
+    EXPECT_EQ(screen.grid.text().warning(1), "");
 }
 
 TEST_F(DgdZb, EndStakeAfterStartShowsZero)

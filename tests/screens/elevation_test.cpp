@@ -232,7 +232,7 @@ TEST_F(PlGc, BeyondTheProfileRowsComeWithoutAMessage)
 {
     gSqxLc = {20, 500, 1000};
     EXPECT_TRUE(calc(good));
-    EXPECT_EQ(screen.grid.Rows(), 4);
+    EXPECT_EQ(screen.grid.text().rows(), 4);
     EXPECT_NE(screen.warnings()[0], "") << "a quiet warning says so";
     EXPECT_EQ(screen.warnings()[1], "");
 }
@@ -242,7 +242,7 @@ TEST_F(PlGc, ARunClearsTheGrid)
     EXPECT_TRUE(calc(good));
     good.end = "50";
     EXPECT_TRUE(calc(good));
-    EXPECT_EQ(screen.grid.Rows(), 3);
+    EXPECT_EQ(screen.grid.text().rows(), 3);
 }
 
 TEST_F(PlGc, AStepOfZeroWalksUntilTheCounterOverflows)
@@ -305,7 +305,7 @@ TEST_F(PlGcFile, AppendsWithoutLimits)
 {
     EXPECT_TRUE(calc(good));
     EXPECT_TRUE(run("2000,0\r\n"));
-    EXPECT_EQ(screen.grid.Rows(), 5);
+    EXPECT_EQ(screen.grid.text().rows(), 5);
     EXPECT_EQ(screen.row(4)[3], "95");
 }
 

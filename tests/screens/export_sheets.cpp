@@ -7,10 +7,12 @@
 #include "project/LoadProject.h"
 #include "project/TextFile.h"
 #include "project/Workspace.h"
+#include "screens/Columns.h"
 #include "screens/DgdGc.h"
 #include "screens/DgdZb.h"
 #include "screens/Export.h"
 #include "screens/Fs.h"
+#include "screens/Jgw.h"
 #include "screens/PlGc.h"
 #include "screens/Plfy.h"
 #include "screens/Zdcs.h"
@@ -24,11 +26,10 @@ std::string folder;
 bool onePage = false;
 
 struct Screen {
-    TextGrid grid;
-    ScreenState state;
-    TextRows rows{grid, state};
+    PlainRows grid;
+    ResultTable rows{grid};
 
-    explicit Screen(std::span<const GridColumn> columns) : grid(columns) {}
+    explicit Screen(std::span<const GridColumn> columns) : grid(Headers(columns)) {}
 };
 
 void done(const Outcome& outcome)
@@ -37,13 +38,13 @@ void done(const Outcome& outcome)
 }
 
 void save(const std::string& form, const Screen& screen, const ExportLayout& layout,
-          const JgwStructures* structures = nullptr, bool skewEnds = true)
+          const std::function<std::string(int)>& own = {})
 {
-    auto sheet = ResultSheet(layout, {screen.grid.text(), screen.state.rows, "GP01", structures, skewEnds});
+    auto sheet = ResultSheet(layout, {screen.grid.text(), screen.rows.state.rows, "GP01", own});
     if (onePage) sheet.page.landscape = sheet.page.fitToWidth = true;
     WriteBytes(folder + "/" + form + ".xls", XlsBytes(sheet));
     std::string list;
-    for (int row = 1; row <= screen.state.rows; ++row)
+    for (int row = 1; row <= screen.rows.state.rows; ++row)
         for (int col = 0; col < screen.grid.text().cols(); ++col)
             list += screen.grid.text().text(row, col) + (col + 1 < screen.grid.text().cols() ? '\t' : '\n');
     WriteBytes(folder + "/" + form + ".txt", list);
@@ -87,7 +88,7 @@ void saveAll()
                  .skew = "60.3",
                  .station = station};
     done(CalcJgw(structure, structures, corners.rows));
-    save("frmJgw", corners, kJgwExport, &structures, true);
+    save("frmJgw", corners, kJgwExport, [&](int row) { return JgwParameters(structures, true, row); });
 
     LoadZdcs(mainPoints.rows);
     save("frmZdcs", mainPoints, kZdcsExport);

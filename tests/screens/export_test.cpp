@@ -5,6 +5,7 @@
 #include "office/Xls.h"
 #include "project/TextFile.h"
 #include "project/Workspace.h"
+#include "screens/Jgw.h"
 #include "support/ProjectFolder.h"
 #include "support/ScreenTest.h"
 #include "support/ScriptedDesk.h"
@@ -32,9 +33,9 @@ std::vector<Column> columns(const ExportLayout& layout)
     for (const auto& column : layout.columns) {
         std::string letter(1, static_cast<char>('a' + list.size()));
         list.push_back({letter, column.width, std::string(column.header),
-                        column.source == kStationColumn     ? "station"
-                        : column.source == kParameterColumn ? "parameters"
-                                                            : "grid " + std::to_string(column.source)});
+                        column.source == kStationColumn ? "station"
+                        : column.source == kOwnColumn   ? "parameters"
+                                                        : "grid " + std::to_string(column.source)});
     }
     return list;
 }
@@ -228,12 +229,14 @@ TEST_F(Export, ParametersStandOnEveryRowOfTheirGroupOfFour)
     structures.add("1", "2.50", "3", "4");
     structures.add("5", "6", "7", "8");
     const auto sheet = [&](bool skewEnds) {
-        return ResultSheet(kJgwExport, {corners.grid.text(), corners.state.rows, {}, &structures, skewEnds});
+        return ResultSheet(kJgwExport, {corners.grid.text(), corners.state.rows, {}, [&](int row) {
+                                            return JgwParameters(structures, skewEnds, row);
+                                        }});
     };
     for (const char* cell : {"k3", "k6"}) EXPECT_EQ(sheet(true).text(cell), "斜交斜做：K前1,K后2.50,Z左3,Z右4");
     for (const char* cell : {"k7", "k10"}) EXPECT_EQ(sheet(false).text(cell), "斜交正做：K前5,K后6,Z左7,Z右8");
     // A deleted row shifts the rows of later structures against their groups.
-    DeleteCursorRow(corners.grid, corners.state);
+    corners.rows.deleteCursorRow();
     EXPECT_EQ(sheet(true).text("k6"), "斜交斜做：K前1,K后2.50,Z左3,Z右4") << "the first row of the second structure";
     EXPECT_EQ(sheet(true).text("k9"), "斜交斜做：K前5,K后6,Z左7,Z右8");
 }
@@ -245,7 +248,9 @@ TEST_F(Export, The101stStructureHasNoParameters)
     structures.count = 101;
     for (int i = 0; i < 404; ++i) corners.rows.row({{"K0+000.000"}, {}});
     EXPECT_EQ(fatalError([&] {
-                  ResultSheet(kJgwExport, {corners.grid.text(), corners.state.rows, {}, &structures, true});
+                  ResultSheet(kJgwExport, {corners.grid.text(), corners.state.rows, {}, [&](int row) {
+                                               return JgwParameters(structures, true, row);
+                                           }});
               }),
               RunTimeError::Subscript);
 }
@@ -402,8 +407,10 @@ TEST_F(Save, EverySilentFailureLeavesTheWaitBox)
     structures.count = 101;
     for (int i = screen.state.rows; i < 4 * 101; ++i) screen.rows.row({{"K0+100.000"}, {}});
     desk.save(path);
-    SaveResult(kJgwExport, {screen.grid.text(), screen.state.rows, {}, &structures}, &screen.state,
-               [this](bool shown) { waits.push_back(shown); });
+    SaveResult(
+        kJgwExport,
+        {screen.grid.text(), screen.state.rows, {}, [&](int row) { return JgwParameters(structures, true, row); }},
+        &screen.state, [this](bool shown) { waits.push_back(shown); });
     EXPECT_EQ(waits, (std::vector<bool>{true})) << "101 structures";
 
     Screen many(kElevationColumns);

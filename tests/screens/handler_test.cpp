@@ -37,7 +37,7 @@ TEST(Handler, BlankTextsAreEmpty)
     EXPECT_EQ(OrZero(" 1.5 "), 1.5);
 }
 
-TEST(ScreenRows, AreNumberedAndCounted)
+TEST(ResultTable, AreNumberedAndCounted)
 {
     Screen screen(kElevationColumns);
     screen.rows.row({{"K0+000.000", "中桩", "1"}, {}});
@@ -47,51 +47,51 @@ TEST(ScreenRows, AreNumberedAndCounted)
     EXPECT_EQ(screen.state, (ScreenState{2, false}));
 }
 
-TEST(ScreenRows, ClearingKeepsTheCounter)
+TEST(ResultTable, ClearingKeepsTheCounter)
 {
     Screen screen(kElevationColumns);
     screen.rows.row({{"a"}, {}});
     screen.rows.clear();
-    EXPECT_EQ(screen.grid.Rows(), 1);
+    EXPECT_EQ(screen.grid.text().rows(), 1);
     EXPECT_EQ(screen.state.rows, 1);
 }
 
-TEST(ScreenRows, TheCounterHolds32767Rows)
+TEST(ResultTable, TheCounterHolds32767Rows)
 {
     Screen screen(kElevationColumns);
     for (int i = 0; i < 32767; ++i) screen.rows.row({{"a"}, {}});
     EXPECT_EQ(screen.state.rows, 32767);
     EXPECT_EQ(fatalError([&] { screen.rows.row({{"b"}, {}}); }), RunTimeError::Overflow);
     EXPECT_EQ(screen.state.rows, 32767);
-    EXPECT_EQ(screen.grid.Rows(), 32769) << "the row is there before the counter fails";
+    EXPECT_EQ(screen.grid.text().rows(), 32769) << "the row is there before the counter fails";
     EXPECT_EQ(screen.row(32768), Texts{}) << "and it stays empty";
 }
 
-TEST(DeleteCursorRow, TakesTheRowOfTheCursorAndRenumbers)
+TEST(ResultTable, DeletesTheRowOfTheCursorAndRenumbers)
 {
     Screen screen(kElevationColumns);
     for (const char* name : {"a", "b", "c"}) screen.rows.row({{name}, {}});
     screen.rows.changed();
     screen.grid.setRow(2);
-    DeleteCursorRow(screen.grid, screen.state);
+    screen.rows.deleteCursorRow();
     EXPECT_EQ(screen.column(0), (Texts{"1", "2"}));
     EXPECT_EQ(screen.column(1), (Texts{"a", "c"}));
     EXPECT_EQ(screen.state, (ScreenState{2, true})) << "the flag is not touched";
 }
 
-TEST(DeleteCursorRow, TheLastRowLeavesTheHeaderAlone)
+TEST(ResultTable, DeletingTheLastRowLeavesTheHeaderAlone)
 {
     Screen screen(kElevationColumns);
     screen.rows.row({{"a"}, {}});
-    DeleteCursorRow(screen.grid, screen.state);
-    EXPECT_EQ(screen.grid.Rows(), 1);
+    screen.rows.deleteCursorRow();
+    EXPECT_EQ(screen.grid.text().rows(), 1);
     EXPECT_EQ(screen.state.rows, 0);
 }
 
-TEST(DeleteCursorRow, OnAnEmptyGridNothingHappens)
+TEST(ResultTable, DeletingOnAnEmptyGridDoesNothing)
 {
     Screen screen(kElevationColumns);
-    DeleteCursorRow(screen.grid, screen.state);
-    EXPECT_EQ(screen.grid.Rows(), 1);
+    screen.rows.deleteCursorRow();
+    EXPECT_EQ(screen.grid.text().rows(), 1);
     EXPECT_EQ(screen.state, ScreenState{});
 }

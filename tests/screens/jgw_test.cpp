@@ -230,7 +230,7 @@ TEST_F(Jgw, DeletingARowLeavesTheStructures)
 {
     EXPECT_TRUE(calc(good));
     const auto before = structures;
-    DeleteCursorRow(screen.grid, screen.state);
+    screen.rows.deleteCursorRow();
     EXPECT_EQ(screen.state.rows, 3);
     EXPECT_EQ(structures, before);
 }
@@ -414,14 +414,14 @@ TEST_F(Pl, BelowZeroTheWalkLooksAtTheStakeItself)
 
 TEST_F(Pl, AnAbandonedRunEndsTheBatch)
 {
-    struct Impatient : TextRows {
-        using TextRows::TextRows;
+    struct Impatient : ResultTable {
+        using ResultTable::ResultTable;
         int asked = 0;
         bool abandoned() override { return ++asked > 1; }
-    } rows(screen.grid, screen.state);
+    } rows(screen.grid);
     EXPECT_TRUE(ok(run));
     EXPECT_TRUE(CalcJgw(good, structures, rows));
-    EXPECT_EQ(screen.state, (ScreenState{4, true}));
+    EXPECT_EQ(rows.state, (ScreenState{4, true}));
     EXPECT_FALSE(gPlBatch);
 }
 

@@ -170,7 +170,7 @@ TEST_F(Plfy, ARefusalKeepsTheGrid)
     EXPECT_TRUE(calc(good));
     good.step = "";
     EXPECT_FALSE(calc(good));
-    EXPECT_EQ(screen.grid.Rows(), 5);
+    EXPECT_EQ(screen.grid.text().rows(), 5);
 }
 
 TEST_F(Plfy, StartAboveTheEndClearsTheGridAndKeepsTheCounter)
@@ -180,7 +180,7 @@ TEST_F(Plfy, StartAboveTheEndClearsTheGridAndKeepsTheCounter)
     good.start = "200";
     good.end = "100";
     EXPECT_TRUE(calc(good));
-    EXPECT_EQ(screen.grid.Rows(), 1);
+    EXPECT_EQ(screen.grid.text().rows(), 1);
     EXPECT_EQ(screen.state, (ScreenState{4, true}));
 }
 
@@ -290,14 +290,14 @@ TEST_F(Plfy, AsManyRowsAsTheCounterHolds)
 
 TEST_F(Plfy, AnAbandonedRunKeepsItsRowsAndSetsTheFlag)
 {
-    struct Impatient : TextRows {
-        using TextRows::TextRows;
+    struct Impatient : ResultTable {
+        using ResultTable::ResultTable;
         int asked = 0;
         bool abandoned() override { return ++asked > 2; }
-    } rows(screen.grid, screen.state);
+    } rows(screen.grid);
     EXPECT_TRUE(CalcPlfy(good, rows));
     EXPECT_EQ(stakes(), stakeTexts({"000", "030"}));
-    EXPECT_EQ(screen.state, (ScreenState{2, true}));
+    EXPECT_EQ(rows.state, (ScreenState{2, true}));
 }
 
 TEST_F(Plfy, AGapThatAStepNeverLeavesEndsInTheTrap)
@@ -314,19 +314,19 @@ TEST_F(Plfy, AGapThatAStepNeverLeavesEndsInTheTrap)
 
 TEST_F(Plfy, TheWayOutOfAGapCanBeAbandonedToo)
 {
-    struct Impatient : TextRows {
-        using TextRows::TextRows;
+    struct Impatient : ResultTable {
+        using ResultTable::ResultTable;
         int asked = 0;
         bool abandoned() override { return ++asked > 1; }
-    } rows(screen.grid, screen.state);
+    } rows(screen.grid);
     setElements({{0, 0, 2000, 0, 0, 0}, {100000, 100000, 2000, 0, 0, 0}});
     setBreaks({{100, 150}, {300, 50000}});
     good.start = "260";
     good.end = "60000";
     good.step = "1e-9";  // the way to 49950 would take days
     EXPECT_TRUE(CalcPlfy(good, rows));
-    EXPECT_EQ(screen.grid.Rows(), 1);
-    EXPECT_TRUE(screen.state.changed);
+    EXPECT_EQ(screen.grid.text().rows(), 1);
+    EXPECT_TRUE(rows.state.changed);
 }
 
 TEST_F(Plfy, TheStationIsReadBeforeTheGridIsCleared)
@@ -334,7 +334,7 @@ TEST_F(Plfy, TheStationIsReadBeforeTheGridIsCleared)
     EXPECT_TRUE(calc(good));
     good.station = {.typed = true, .pick = {}, .x = "5", .y = ""};
     EXPECT_FALSE(calc(good));
-    EXPECT_EQ(screen.grid.Rows(), 5);
+    EXPECT_EQ(screen.grid.text().rows(), 5);
     EXPECT_EQ(gStationX, 5);
 }
 
@@ -374,7 +374,7 @@ TEST_F(PlfyFile, AppendsAndLooksFromTheStationInMemory)
     gStationX = 1100;
     gStationY = 1900;
     EXPECT_TRUE(run("100,0\r\n"));
-    EXPECT_EQ(screen.grid.Rows(), 6);
+    EXPECT_EQ(screen.grid.text().rows(), 6);
     EXPECT_EQ(screen.row(5)[4], "90度00分00秒");
     EXPECT_EQ(screen.row(5)[5], "100.000");
     EXPECT_EQ(gStationX, 1100);

@@ -45,7 +45,7 @@ protected:
     }
     void expectRows(const std::vector<Texts>& wanted)
     {
-        ASSERT_EQ(screen.grid.Rows(), static_cast<int>(wanted.size()) + 1);
+        ASSERT_EQ(screen.grid.text().rows(), static_cast<int>(wanted.size()) + 1);
         for (std::size_t i = 0; i < wanted.size(); ++i) {
             Texts row = wanted[i];
             row.insert(row.begin(), std::to_string(i + 1));
@@ -213,7 +213,7 @@ TEST_P(Samples, InverseComesBackToWhereItWasLaidOut)
             // Within the amount of the jump in front of the overlap the nominal stake is that of beyond it: the row
             // cannot be laid out again, and the warning says so.
             const bool mappedBeyond = GetParam().breaks && k > gDlBack[1] - gDlCum[0] && k <= gDlBack[1];
-            EXPECT_EQ(inverse.grid.warning(points).empty(), !mappedBeyond) << k << " " << offset;
+            EXPECT_EQ(inverse.grid.text().warning(points).empty(), !mappedBeyond) << k << " " << offset;
         }
     }
 }
@@ -229,7 +229,7 @@ TEST_P(Samples, Elevations)
         return plain::num(std::stod(plain::fixed3(ElevationAt(k, offset))) - 0.18);
     };
     const auto stakes = plain::walk(from, to, 11.3);
-    ASSERT_EQ(run.grid.Rows(), static_cast<int>(stakes.size()) + 1);
+    ASSERT_EQ(run.grid.text().rows(), static_cast<int>(stakes.size()) + 1);
     for (std::size_t i = 0; i < stakes.size(); ++i) {
         const auto [nominal, k] = stakes[i];
         EXPECT_EQ(run.row(static_cast<int>(i) + 1),

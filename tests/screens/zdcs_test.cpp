@@ -104,7 +104,7 @@ TEST_F(Zdcs, AzimuthsAreReducedInPlace)
 TEST_F(Zdcs, NoPointsMakeNoRows)
 {
     load();
-    EXPECT_EQ(screen.grid.Rows(), 1);
+    EXPECT_EQ(screen.grid.text().rows(), 1);
 }
 
 TEST_F(Zdcs, RowsStandInTheOrderOfThePoints)

@@ -1,8 +1,9 @@
 #pragma once
 // A calculation screen without its window, and roads that are easy to reckon with.
 
+#include "desk/ResultTable.h"
 #include "engine/RunTimeError.h"
-#include "screens/ScreenRows.h"
+#include "screens/Columns.h"
 #include "support/Tables.h"
 
 #include <gtest/gtest.h>
@@ -20,11 +21,11 @@ inline std::ostream& operator<<(std::ostream& out, const Refusal& r)
 
 /// Grid, row counter and data-changed flag of one screen.
 struct Screen {
-    explicit Screen(std::span<const GridColumn> columns) : grid(columns) {}
+    explicit Screen(std::span<const GridColumn> columns) : grid(Headers(columns)) {}
 
-    TextGrid grid;
-    ScreenState state;
-    TextRows rows{grid, state};
+    PlainRows grid;
+    ResultTable rows{grid};
+    ScreenState& state = rows.state;
 
     /// The cells of a data row, row number included, up to the last one that was written.
     std::vector<std::string> row(int number) const
@@ -37,13 +38,13 @@ struct Screen {
     std::vector<std::string> column(int col) const
     {
         std::vector<std::string> cells;
-        for (int row = 1; row < grid.Rows(); ++row) cells.push_back(grid.text().text(row, col));
+        for (int row = 1; row < grid.text().rows(); ++row) cells.push_back(grid.text().text(row, col));
         return cells;
     }
     std::vector<std::string> warnings() const
     {
         std::vector<std::string> texts;
-        for (int row = 1; row < grid.Rows(); ++row) texts.push_back(grid.warning(row));
+        for (int row = 1; row < grid.text().rows(); ++row) texts.push_back(grid.text().warning(row));
         return texts;
     }
 };
