@@ -8,9 +8,9 @@
 std::span<const Command* const> Commands()
 {
     static constexpr const Command* kAll[] = {
-        &kCoordsCommand,  &kInverseCommand,    &kStakeoutCommand, &kElevationCommand,
-        &kCornersCommand, &kMainPointsCommand, &kPhoneCommand,    &kTraverseCommand,
-        &kTablesCommand,  &kCheckCommand,      &kListCommand,     &kHelpCommand,
+        &kCoordsCommand,     &kInverseCommand, &kStakeoutCommand, &kElevationCommand, &kCornersCommand,
+        &kMainPointsCommand, &kPhoneCommand,   &kTraverseCommand, &kTablesCommand,    &kCheckCommand,
+        &kImportCommand,     &kListCommand,    &kHelpCommand,
     };
     return kAll;
 }

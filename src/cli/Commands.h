@@ -13,5 +13,6 @@ extern const Command kPhoneCommand;
 extern const Command kTraverseCommand;
 extern const Command kTablesCommand;
 extern const Command kCheckCommand;
+extern const Command kImportCommand;
 extern const Command kListCommand;
 extern const Command kHelpCommand;

@@ -162,6 +162,27 @@ Outcome CreateProject(const std::string& typed, const std::function<void()>& lis
     return {};
 }
 
+Outcome AddProject(const std::string& name, const std::map<std::string, std::string>& files)
+{
+    if (!IsFolderName(name)) return refused("“" + name + "”不能作为项目名称！");
+    const auto names = OpenCatalogue();
+    if (std::find(names.begin(), names.end(), name) != names.end())
+        return refused("项目名称已存在，请重新输入项目名称！");
+    const std::string folder = ProjectPath(name);
+    if (FileExists(folder)) return refused("“" + name + "”的目录已存在，请重新输入项目名称！");
+    makeFolder(folder);
+    try {
+        for (const auto& [file, bytes] : files) WriteBytes(folder + "/" + file, bytes);
+        const auto before = ReadBytes(catalogue());
+        const bool open = !before.empty() && !before.ends_with("\r\n");
+        WriteBytes(catalogue(), before + (open ? "\r\n" : "") + Cp936FromUtf8(name) + "\r\n");
+    } catch (const FileError&) {
+        attempt([&] { DeleteFolderTree(folder); });
+        throw;
+    }
+    return {};
+}
+
 Outcome DeleteProject(int index, const std::string& name)
 {
     const auto before = FileExists(catalogue()) ? ReadBytes(catalogue()) : std::string();

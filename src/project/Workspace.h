@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -59,6 +60,11 @@ std::vector<std::string> ReadPhoneCatalogue();
 /// @param listed  runs when the catalogue has the new line, before the settings are written: what is shown agrees with
 ///                the catalogue also where those fail
 Outcome CreateProject(const std::string& typed, const std::function<void()>& listed = {});
+/// New project with files: the folder is made whole first, the line of the catalogue comes last; what fails leaves
+/// neither. gProject stays.
+/// @param files  bytes by name
+/// @returns refused where the name is listed, stands on disk, or cannot be a folder  @throws FileError
+Outcome AddProject(const std::string& name, const std::map<std::string, std::string>& files);
 /// The project's line of the catalogue goes, then the folder of that name with all it holds (none where `name` is no
 /// direct child of the workspace). Where the folder stays, so does the line.
 /// @param index  line that was shown (from 0); where it names another project by now, the name is looked for. Refused

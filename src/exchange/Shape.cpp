@@ -1,0 +1,201 @@
+#include "exchange/Shape.h"
+
+#include "cli/TrueRoad.h"
+#include "exchange/Directions.h"
+#include "exchange/ExchangeError.h"
+#include "exchange/NumberText.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <utility>
+
+using landxml::Element;
+using landxml::Point;
+
+namespace {
+
+constexpr double kPiTrue = std::numbers::pi, kDegree = kPiTrue / 180;
+
+double distance(const Point& a, const Point& b) { return std::hypot(b.north - a.north, b.east - a.east); }
+double direction(const Point& a, const Point& b) { return std::atan2(b.east - a.east, b.north - a.north); }
+/// Between 0 and a full turn.
+double turned(double angle)
+{
+    const double rest = std::fmod(angle, 2 * kPiTrue);
+    return rest < 0 ? rest + 2 * kPiTrue : rest;
+}
+double smallest(double angle) { return std::remainder(angle, 2 * kPiTrue); }
+
+/// What a reading of the file gives, and how well it fits.
+struct Reading {
+    Shape shape;
+    double worst = 0;  // m, misfits of ends, lengths and tangents
+    std::size_t worstAt = 0;
+    int kinks = 0;  // joints of a curve that turn by more than a degree
+};
+
+class Solver {
+public:
+    explicit Solver(Reading& reading) : m_reading(reading) {}
+
+    void add(const Element& e, std::size_t source)
+    {
+        ShapeElement solved{.x = e.start.north,
+                            .y = e.start.east,
+                            .endX = e.end.north,
+                            .endY = e.end.east,
+                            .source = source,
+                            .place = e.place};
+        switch (e.kind) {
+        case Element::Line:
+            line(e, solved);
+            break;
+        case Element::Curve:
+            curve(e, solved);
+            break;
+        case Element::Spiral:
+            spiral(e, solved);
+            break;
+        }
+        close(solved);
+        m_reading.shape.elements.push_back(solved);
+    }
+
+private:
+    void find(const Element& e, const std::string& what, double metres)
+    {
+        m_reading.shape.findings.push_back(e.place + "：" + what + "相差 " + MetresText(metres) + " 米");
+        fits(metres);
+    }
+    void fits(double metres)
+    {
+        if (metres <= m_reading.worst) return;
+        m_reading.worst = metres;
+        m_reading.worstAt = m_reading.shape.elements.size();
+    }
+
+    /// The attribute where it agrees with the points, else what the points give.
+    double agreed(const Element& e, std::optional<double> written, double measured, const char* what)
+    {
+        if (!written) return measured;
+        if (const double off = std::abs(*written - measured); off > kMillimetre) {
+            find(e, std::string(what) + "与坐标", off);
+            return measured;
+        }
+        return *written;
+    }
+
+    void line(const Element& e, ShapeElement& solved)
+    {
+        solved.length = agreed(e, e.length, distance(e.start, e.end), "length ");
+        solved.az = direction(e.start, e.end);
+    }
+
+    void curve(const Element& e, ShapeElement& solved)
+    {
+        const double fromStart = distance(*e.center, e.start), fromEnd = distance(*e.center, e.end);
+        if (fromStart == 0) throw ExchangeError(e.place + "：圆心和起点是同一点");
+        if (const double off = std::abs(fromStart - fromEnd); off > kMillimetre) find(e, "起点和终点到圆心的距离", off);
+        const double radius = agreed(e, e.radius, fromStart, "radius ");
+        const double side = e.clockwise ? 1 : -1;
+        const double sweep = turned(side * (direction(*e.center, e.end) - direction(*e.center, e.start)));
+        // A length of a whole turn tells an arc that comes back to its start from one that never left it.
+        const bool whole =
+            e.length && std::abs(*e.length - 2 * kPiTrue * radius) < std::abs(*e.length - sweep * radius);
+        solved.length = agreed(e, e.length, (whole ? 2 * kPiTrue : sweep) * radius, "length ");
+        solved.r1 = solved.r2 = side * radius;
+        const double chord = distance(e.start, e.end);
+        solved.az = chord > 1 && !whole ? direction(e.start, e.end) - side * solved.length / radius / 2
+                                        : direction(*e.center, e.start) + side * kPiTrue / 2;
+    }
+
+    void spiral(const Element& e, ShapeElement& solved)
+    {
+        const double side = e.clockwise ? 1 : -1;
+        solved.length = *e.length;
+        if (solved.length <= 0) throw ExchangeError(e.place + "：length 应大于 0");
+        solved.r1 = side * *e.radiusStart;
+        solved.r2 = side * *e.radiusEnd;
+        const TruePoint end = TrueElementEnd({}, solved.length, solved.r1, solved.r2);
+        solved.az = direction(e.start, e.end) - std::atan2(end.y, end.x);
+        if (!e.pi) return;
+        const double tangent = distance(e.start, *e.pi);
+        const double off = std::abs(tangent * std::sin(smallest(direction(e.start, *e.pi) - solved.az)));
+        if (off > 0.01) find(e, "PI 与起点切线", off);
+    }
+
+    void close(ShapeElement& solved)
+    {
+        solved.az = turned(solved.az);
+        const TruePoint end =
+            TrueElementEnd({solved.x, solved.y, solved.az / kDegree}, solved.length, solved.r1, solved.r2);
+        solved.endAz = end.azDeg * kDegree;
+        solved.misfit = std::hypot(end.x - solved.endX, end.y - solved.endY);
+        fits(solved.misfit);
+        if (m_reading.shape.elements.empty()) return;
+        const auto& before = m_reading.shape.elements.back();
+        const double turn = std::abs(smallest(solved.az - before.endAz));
+        if (turn > m_reading.shape.largestTurn) {
+            m_reading.shape.largestTurn = turn;
+            m_reading.shape.turnAt = solved.place;
+        }
+        const bool curved = solved.r1 != 0 || solved.r2 != 0 || before.r1 != 0 || before.r2 != 0;
+        m_reading.kinks += curved && turn > kDegree;
+    }
+
+    Reading& m_reading;
+};
+
+Point exchanged(const Point& p) { return {p.east, p.north}; }
+
+Reading read(const std::vector<Element>& elements, bool exchange)
+{
+    Reading reading;
+    Solver solver(reading);
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        Element e = elements[i];
+        if (exchange) {
+            e.start = exchanged(e.start);
+            e.end = exchanged(e.end);
+            if (e.center) e.center = exchanged(*e.center);
+            if (e.pi) e.pi = exchanged(*e.pi);
+        }
+        // What has no length is no element: programs leave such pieces where two curves touch.
+        if (distance(e.start, e.end) == 0 && e.length.value_or(0) <= kMillimetre) continue;
+        solver.add(e, i);
+    }
+    return reading;
+}
+
+void refuseGaps(const std::vector<Element>& elements)
+{
+    for (std::size_t i = 1; i < elements.size(); ++i)
+        if (const double gap = distance(elements[i - 1].end, elements[i].start); gap > kMillimetre)
+            throw ExchangeError(elements[i].place + "：起点与前一个单元的终点相差 " + MetresText(gap) +
+                                " 米，线路不相接，没有导入");
+}
+
+bool fits(const Reading& reading) { return reading.worst <= kMostMisfit && reading.kinks == 0; }
+
+}  // namespace
+
+Shape SolveShape(const landxml::Alignment& road, landxml::AngleUnit directionUnit)
+{
+    refuseGaps(road.elements);
+    Reading reading = read(road.elements, false);
+    if (!fits(reading) && fits(read(road.elements, true)))
+        throw ExchangeError(
+            "坐标只有按“东、北”的顺序才与各单元相符，而 LandXML 规定先北后东；请在导出的软件里改正顺序");
+    if (reading.worst > kMostMisfit) {
+        const auto& bad = reading.shape.elements[reading.worstAt];
+        std::string text =
+            bad.place + "：坐标、长度、半径和转向互相不符，相差 " + MetresText(reading.worst) + " 米，没有导入";
+        for (const auto& finding : reading.shape.findings) text += "\n" + finding;
+        throw ExchangeError(text);
+    }
+    if (reading.shape.elements.empty()) throw ExchangeError("线路“" + road.name + "”的单元都没有长度");
+    const auto directions = CheckDirections(road, reading.shape, directionUnit);
+    reading.shape.findings.insert(reading.shape.findings.end(), directions.begin(), directions.end());
+    return std::move(reading.shape);
+}
