@@ -1,5 +1,7 @@
 #include "cli/TrueRoad.h"
 
+#include "base/Trig.h"
+
 #include <cmath>
 #include <numbers>
 
@@ -30,8 +32,8 @@ Vector chord(double length, double k1, double k2)
             for (const double side : {-1.0, 1.0}) {
                 const double s = h * (p + 0.5 + 0.5 * side * kNode[n]);
                 const double angle = k1 * s + (k2 - k1) * s * s / (2 * length);
-                sum.x += kWeight[n] * h / 2 * std::cos(angle);
-                sum.y += kWeight[n] * h / 2 * std::sin(angle);
+                sum.x += kWeight[n] * h / 2 * trig::cos(angle);
+                sum.y += kWeight[n] * h / 2 * trig::sin(angle);
             }
     return sum;
 }
@@ -44,7 +46,7 @@ Vector shift(double ls, double radius)
     if (ls == 0) return {};
     const Vector end = chord(ls, 0, 1 / radius);
     const double turn = ls / (2 * radius);
-    return {end.y - radius * (1 - std::cos(turn)), end.x - radius * std::sin(turn)};
+    return {end.y - radius * (1 - trig::cos(turn)), end.x - radius * trig::sin(turn)};
 }
 
 }  // namespace
@@ -55,7 +57,7 @@ TruePoint TrueElementEnd(const TruePoint& start, double length, double r1, doubl
     const double k1 = curvature(r1), k2 = curvature(r2);
     const Vector c = chord(length, k1, k2);
     const double a = start.azDeg * kDegree;
-    return {start.x + c.x * std::cos(a) - c.y * std::sin(a), start.y + c.x * std::sin(a) + c.y * std::cos(a),
+    return {start.x + c.x * trig::cos(a) - c.y * trig::sin(a), start.y + c.x * trig::sin(a) + c.y * trig::cos(a),
             start.azDeg + (k1 + k2) * length / 2 / kDegree};
 }
 
@@ -67,19 +69,19 @@ std::vector<TrueCurve> TrueCurves(const std::vector<TrueVertex>& vertices)
         TrueCurve curve;
         curve.leg = std::hypot(here.x - before.x, here.y - before.y);
         curve.nextLeg = std::hypot(after.x - here.x, after.y - here.y);
-        const double in = std::atan2(here.y - before.y, here.x - before.x);
-        const double turn = std::remainder(std::atan2(after.y - here.y, after.x - here.x) - in, 2 * std::numbers::pi);
+        const double in = trig::atan2(here.y - before.y, here.x - before.x);
+        const double turn = std::remainder(trig::atan2(after.y - here.y, after.x - here.x) - in, 2 * std::numbers::pi);
         const double a = std::abs(turn), radius = std::abs(here.radius);
         curve.deflectionDeg = a / kDegree;
-        if (radius > 0 && std::sin(a) != 0 && curve.leg > 0 && curve.nextLeg > 0) {
+        if (radius > 0 && trig::sin(a) != 0 && curve.leg > 0 && curve.nextLeg > 0) {
             curve.valid = true;
             const Vector pq1 = shift(here.ls1, radius), pq2 = shift(here.ls2, radius);
-            curve.t1 = ((radius + pq2.x) - (radius + pq1.x) * std::cos(a)) / std::sin(a) + pq1.y;
-            curve.t2 = ((radius + pq1.x) - (radius + pq2.x) * std::cos(a)) / std::sin(a) + pq2.y;
+            curve.t1 = ((radius + pq2.x) - (radius + pq1.x) * trig::cos(a)) / trig::sin(a) + pq1.y;
+            curve.t2 = ((radius + pq1.x) - (radius + pq2.x) * trig::cos(a)) / trig::sin(a) + pq2.y;
             curve.length = a * radius + (here.ls1 + here.ls2) / 2;
             curve.arc = curve.length - here.ls1 - here.ls2;
             const double r = turn < 0 ? -radius : radius;
-            curve.zh = {here.x - curve.t1 * std::cos(in), here.y - curve.t1 * std::sin(in), in / kDegree};
+            curve.zh = {here.x - curve.t1 * trig::cos(in), here.y - curve.t1 * trig::sin(in), in / kDegree};
             curve.hy = TrueElementEnd(curve.zh, here.ls1, 0, r);
             curve.yh = TrueElementEnd(curve.hy, curve.arc, r, r);
             curve.hz = TrueElementEnd(curve.yh, here.ls2, r, 0);

@@ -1,5 +1,6 @@
 #include "engine/Numbers.h"
 
+#include "base/Trig.h"
 #include "engine/RunTimeError.h"
 
 #include <charconv>
@@ -68,7 +69,7 @@ double ParseNumber(std::string_view text)
 
 double Round(double value, int decimals)
 {
-    const double scale = std::pow(10.0, decimals);
+    const double scale = trig::power(10, decimals);
     return std::nearbyint(checked(value * scale)) / scale;
 }
 
@@ -177,7 +178,7 @@ std::string FormatDmsSeconds(double deg)
 double Azimuth(double dx, double dy)
 {
     if (dy == 0) return 0;  // kept on purpose: a line due south has azimuth 0
-    double a = dx == 0 ? dy / std::abs(dy) * 90 : std::atan(dy / dx) * 180 / kPi + (1 - dx / std::abs(dx)) * 90;
+    double a = dx == 0 ? dy / std::abs(dy) * 90 : trig::atan(dy / dx) * 180 / kPi + (1 - dx / std::abs(dx)) * 90;
     if (a < 0) a += 360;
     return DegToDms(a);
 }

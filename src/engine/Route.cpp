@@ -1,5 +1,6 @@
 #include "engine/Route.h"
 
+#include "base/Trig.h"
 #include "engine/Numbers.h"
 #include "engine/RoutePoint.h"
 #include "project/CalcTables.h"
@@ -35,9 +36,9 @@ std::optional<RoutePoint> pointAt(const Tables& t, double stake, double skew, do
         const CurvePoint p = pointOn(t, i, stake);
         point.fwjDeg = p.fwjDeg;
         point.known = RoutePoint::Known::Azimuth;
-        point.x = Fixed3(p.x + offset * std::cos(radians(p.fwjDeg + skew)));
+        point.x = Fixed3(p.x + offset * trig::cos(radians(p.fwjDeg + skew)));
         point.known = RoutePoint::Known::X;
-        point.y = Fixed3(p.y + offset * std::sin(radians(p.fwjDeg + skew)));
+        point.y = Fixed3(p.y + offset * trig::sin(radians(p.fwjDeg + skew)));
         point.known = RoutePoint::Known::All;
     } catch (const RunTimeError& error) {
         point.error = error;

@@ -4,9 +4,8 @@
 // Source: Abramowitz, Stegun, Handbook of Mathematical Functions, 25.4.6, the extended Simpson's rule, on the cosine
 // and sine of the azimuth.
 
+#include "base/Trig.h"
 #include "engine/Numbers.h"
-
-#include <cmath>
 
 struct CurvePoint {
     double x = 0, y = 0;  ///< m
@@ -24,15 +23,15 @@ CurvePoint integrate(double len, double a0, double k, double d, double x0, doubl
         double x = 0, y = 0;
         void add(double deg)
         {
-            x += std::cos(radians(deg));
-            y += std::sin(radians(deg));
+            x += trig::cos(radians(deg));
+            y += trig::sin(radians(deg));
         }
     };
     const double end = a0 + (2 * k + d) * len * 90 / kPi;
     Sum odd, even;
     if (k == 0 && d == 0) {
         // A straight: every angle below would come out as a0.
-        const double cosine = std::cos(radians(a0)), sine = std::sin(radians(a0));
+        const double cosine = trig::cos(radians(a0)), sine = trig::sin(radians(a0));
         for (int n = 96; n >= 1; --n) odd.x += cosine, odd.y += sine;
         for (int n = 95; n >= 1; --n) even.x += cosine, even.y += sine;
     } else {
@@ -42,6 +41,6 @@ CurvePoint integrate(double len, double a0, double k, double d, double x0, doubl
         }
         for (double n = 95; n >= 1; --n) even.add(a0 + (twice(n * d / 96) * (len / 2) * (n / 96)) * 180 / kPi);
     }
-    return {(4 * odd.x + std::cos(radians(a0)) + 2 * even.x + std::cos(radians(end))) * (len / 576) + x0,
-            (4 * odd.y + std::sin(radians(a0)) + 2 * even.y + std::sin(radians(end))) * (len / 576) + y0, end};
+    return {(4 * odd.x + trig::cos(radians(a0)) + 2 * even.x + trig::cos(radians(end))) * (len / 576) + x0,
+            (4 * odd.y + trig::sin(radians(a0)) + 2 * even.y + trig::sin(radians(end))) * (len / 576) + y0, end};
 }

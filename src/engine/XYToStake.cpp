@@ -1,5 +1,6 @@
 // From a point to its stake: the choice of an element, the walk along it, the texts.
 
+#include "base/Trig.h"
 #include "engine/Chainage.h"
 #include "engine/Numbers.h"
 #include "engine/Route.h"
@@ -24,7 +25,7 @@ int sign(double value) { return value > 0 ? 1 : value < 0 ? -1 : 0; }
 /// Direction of a difference in decimal degrees, not reduced.
 double direction(double dx, double dy)
 {
-    return dx == 0 ? sign(dy) * 90.0 : std::atan(dy / dx) * 180 / kPi + (1 - sign(dx)) * 90.0;
+    return dx == 0 ? sign(dy) * 90.0 : trig::atan(dy / dx) * 180 / kPi + (1 - sign(dx)) * 90.0;
 }
 
 struct Target {
@@ -34,7 +35,7 @@ struct Target {
 /// Cosine of the angle between the tangent at point i and the direction to the target.
 double cosineAt(const Tables& t, Target to, std::size_t i)
 {
-    return std::cos(radians(direction(to.x - t.elemX[i], to.y - t.elemY[i]) - DmsToDeg(t.elemFwj[i])));
+    return trig::cos(radians(direction(to.x - t.elemX[i], to.y - t.elemY[i]) - DmsToDeg(t.elemFwj[i])));
 }
 
 /// Element i is long enough, and the target lies ahead of the normal at its start and behind that at its end.
@@ -164,11 +165,12 @@ private:
             const double dx = to.x - here.x, dy = to.y - here.y;
             const double d = std::sqrt(dy * dy + dx * dx);
             if (dy == 0) return settle(here.k, d);  // kept on purpose: the offset is the bare distance, to the right
-            double q = dx == 0 ? dy * 90 / std::abs(dy) : (1 - dx / std::abs(dx)) * 90 + std::atan(dy / dx) * 180 / kPi;
+            double q =
+                dx == 0 ? dy * 90 / std::abs(dy) : (1 - dx / std::abs(dx)) * 90 + trig::atan(dy / dx) * 180 / kPi;
             if (q < 0) q += 360;
-            const double c = std::cos(radians(q - here.az));
+            const double c = trig::cos(radians(q - here.az));
             if (d * c + here.k < last) here.k += d * c;
-            const double o = std::sin(radians(q - here.az)) * d;
+            const double o = trig::sin(radians(q - here.az)) * d;
             const double w = c * o;
             if (std::abs(w) < 0.002 || std::abs(o) < 0.0001) return settle(here.k, o);
             if (here.k < first) here.k = first;

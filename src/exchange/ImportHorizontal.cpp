@@ -1,5 +1,6 @@
 #include "exchange/ImportHorizontal.h"
 
+#include "base/Trig.h"
 #include "engine/Numbers.h"
 #include "engine/RoutePoint.h"
 #include "exchange/ExchangeError.h"
@@ -60,10 +61,10 @@ private:
         while (last + 1 < elements.size() && isLine(elements[last + 1])) ++last;
         const Point from{first.x, first.y};
         const double dx = elements[last].endX - from.north, dy = elements[last].endY - from.east;
-        const double az = std::atan2(dy, dx);
+        const double az = trig::atan2(dy, dx);
         for (std::size_t k = i; k < last; ++k) {
             const double off =
-                (elements[k].endY - from.east) * std::cos(az) - (elements[k].endX - from.north) * std::sin(az);
+                (elements[k].endY - from.east) * trig::cos(az) - (elements[k].endX - from.north) * trig::sin(az);
             if (std::abs(off) > kMillimetre) return false;
         }
         legs.push_back({from, az});
@@ -90,11 +91,11 @@ private:
 
 std::optional<Point> crossing(const Leg& a, const Leg& b)
 {
-    const double turn = std::sin(b.az - a.az);
+    const double turn = trig::sin(b.az - a.az);
     if (std::abs(turn) < 1e-6) return std::nullopt;
     const double dx = b.through.north - a.through.north, dy = b.through.east - a.through.east;
-    const double t = (dx * std::sin(b.az) - dy * std::cos(b.az)) / turn;
-    return Point{a.through.north + t * std::cos(a.az), a.through.east + t * std::sin(a.az)};
+    const double t = (dx * trig::sin(b.az) - dy * trig::cos(b.az)) / turn;
+    return Point{a.through.north + t * trig::cos(a.az), a.through.east + t * trig::sin(a.az)};
 }
 
 std::string vertexName(const landxml::Alignment& road, const Point& at, std::size_t number)

@@ -1,5 +1,6 @@
 #include "exchange/ImportProfile.h"
 
+#include "base/Trig.h"
 #include "engine/Elevation.h"
 #include "engine/RunTimeError.h"
 #include "exchange/NumberText.h"
@@ -31,8 +32,8 @@ struct Bend {
     {
         if (at.kind == GradePoint::Corner || before == after) return 0;
         if (at.kind == GradePoint::Parabola) return at.length / 2;
-        return std::abs(at.radius) * std::tan(std::abs(std::atan(after) - std::atan(before)) / 2) *
-               std::cos(std::atan(before));
+        return std::abs(at.radius) * trig::tan(std::abs(trig::atan(after) - trig::atan(before)) / 2) *
+               trig::cos(trig::atan(before));
     }
     /// The file's own elevation within the curve. Source of the arc: its centre lies on the normal of the first tangent
     /// point.
@@ -41,8 +42,8 @@ struct Bend {
         const double t = tangent(), start = at.station - t, low = at.elevation - before * t, x = station - start;
         if (t == 0) return at.elevation + (station - at.station) * (station < at.station ? before : after);
         if (at.kind == GradePoint::Parabola) return low + before * x + (after - before) * x * x / (4 * t);
-        const double side = after > before ? 1 : -1, a = std::atan(before), radius = std::abs(at.radius);
-        const double center = start - side * radius * std::sin(a), height = low + side * radius * std::cos(a);
+        const double side = after > before ? 1 : -1, a = trig::atan(before), radius = std::abs(at.radius);
+        const double center = start - side * radius * trig::sin(a), height = low + side * radius * trig::cos(a);
         return height - side * std::sqrt(std::max(0.0, radius * radius - (station - center) * (station - center)));
     }
 };

@@ -1,5 +1,6 @@
 #include "exchange/Shape.h"
 
+#include "base/Trig.h"
 #include "cli/TrueRoad.h"
 #include "exchange/Directions.h"
 #include "exchange/ExchangeError.h"
@@ -18,7 +19,7 @@ namespace {
 constexpr double kPiTrue = std::numbers::pi, kDegree = kPiTrue / 180;
 
 double distance(const Point& a, const Point& b) { return std::hypot(b.north - a.north, b.east - a.east); }
-double direction(const Point& a, const Point& b) { return std::atan2(b.east - a.east, b.north - a.north); }
+double direction(const Point& a, const Point& b) { return trig::atan2(b.east - a.east, b.north - a.north); }
 /// Between 0 and a full turn.
 double turned(double angle)
 {
@@ -118,10 +119,10 @@ private:
         solved.r1 = side * *e.radiusStart;
         solved.r2 = side * *e.radiusEnd;
         const TruePoint end = TrueElementEnd({}, solved.length, solved.r1, solved.r2);
-        solved.az = direction(e.start, e.end) - std::atan2(end.y, end.x);
+        solved.az = direction(e.start, e.end) - trig::atan2(end.y, end.x);
         if (!e.pi) return;
         const double tangent = distance(e.start, *e.pi);
-        const double off = std::abs(tangent * std::sin(smallest(direction(e.start, *e.pi) - solved.az)));
+        const double off = std::abs(tangent * trig::sin(smallest(direction(e.start, *e.pi) - solved.az)));
         if (off > 0.01) find(e, "PI 与起点切线", off);
     }
 

@@ -1,7 +1,8 @@
 #include "office/Drawing.h"
 
+#include "base/Trig.h"
+
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -83,6 +84,6 @@ Drawing::Point Placed(const Drawing::Insert& insert, const Drawing::Block& block
     const double x = (point.x - block.base.x) * insert.scale, y = (point.y - block.base.y) * insert.scale;
     const double turn = insert.rotation * 3.14159265358979323846 / 180;
     if (turn == 0) return {insert.at.x + x, insert.at.y + y};
-    return {insert.at.x + x * std::cos(turn) - y * std::sin(turn),
-            insert.at.y + x * std::sin(turn) + y * std::cos(turn)};
+    return {insert.at.x + x * trig::cos(turn) - y * trig::sin(turn),
+            insert.at.y + x * trig::sin(turn) + y * trig::cos(turn)};
 }

@@ -1,6 +1,7 @@
 // The horizontal alignment from intersection points: the polygon becomes a chain of elements, four rows a vertex.
 // Line 0 is the start point, line n the end point, lines 1 to n-1 are intersection points.
 
+#include "base/Trig.h"
 #include "engine/Element.h"
 #include "project/CalcTables.h"
 #include "project/Compile.h"
@@ -9,7 +10,7 @@
 
 namespace {
 
-double power(double base, int exponent) { return checked(std::pow(base, exponent)); }
+double power(double base, int exponent) { return checked(trig::power(base, exponent)); }
 
 double leg(const std::vector<double>& axis, int from, int to) { return checked(at(axis, to) - at(axis, from)); }
 double legAzimuth(const Tables& t, int from, int to)
@@ -98,8 +99,8 @@ public:
         attempt([&] { m_q1 = tangentPart(at(t.jdLs1, i), r, big); });
         attempt([&] { m_q2 = tangentPart(at(t.jdLs2, i), r, big); });
 
-        const double c = std::cos(radians(m_a));
-        const double s = std::sin(radians(m_a));
+        const double c = trig::cos(radians(m_a));
+        const double s = trig::sin(radians(m_a));
         attempt([&] { at(t.jdT1, i) = checked(quotient((r + m_p2) - (r + m_p1) * c, s) + m_q1); });
         attempt([&] { at(t.jdT2, i) = checked(quotient((r + m_p1) - (r + m_p2) * c, s) + m_q2); });
         attempt([&] { at(t.zdT1, i) = at(t.jdT1, i); });
@@ -142,11 +143,11 @@ void zhRow(Tables& t, int i)
     attempt([&] { at(t.elemFwj, row) = legAzimuth(t, i - 1, i); });
     attempt([&] {
         const double back = radians(DmsToDeg(at(t.elemFwj, row)) + 180);
-        at(t.elemX, row) = checked(std::cos(back) * at(t.jdT1, i) + at(t.jdX, i));
+        at(t.elemX, row) = checked(trig::cos(back) * at(t.jdT1, i) + at(t.jdX, i));
     });
     attempt([&] {
         const double back = radians(DmsToDeg(at(t.elemFwj, row)) + 180);
-        at(t.elemY, row) = checked(std::sin(back) * at(t.jdT1, i) + at(t.jdY, i));
+        at(t.elemY, row) = checked(trig::sin(back) * at(t.jdT1, i) + at(t.jdY, i));
     });
     attempt([&] { at(t.elemR2, row) = at(t.jdR, i); });
     MainPoint{t.zdZhLc, t.zdZhX, t.zdZhY, t.zdZhFwj}.copy(t, i, row);

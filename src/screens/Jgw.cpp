@@ -1,5 +1,6 @@
 #include "screens/Jgw.h"
 
+#include "base/Trig.h"
 #include "engine/Chainage.h"
 #include "engine/Numbers.h"
 #include "engine/Route.h"
@@ -40,8 +41,8 @@ std::array<PlanePoint, 4> StructureCorners(const PlanePoint& centre, double azDe
     // Kept on purpose: an angle of 0 goes left by the second rule and right by the first.
     const double left = angle < 0 ? A + J : A - (180 - J);
     const double right = angle <= 0 ? J + 180 + A : A + J;
-    const auto cosine = [](double deg) { return std::cos(radians(deg)); };
-    const auto sine = [](double deg) { return std::sin(radians(deg)); };
+    const auto cosine = [](double deg) { return trig::cos(radians(deg)); };
+    const auto sine = [](double deg) { return trig::sin(radians(deg)); };
 
     if (skewEnds) {
         const double k = cosine(90 - J);

@@ -1,3 +1,4 @@
+#include "base/Trig.h"
 #include "engine/Numbers.h"
 #include "engine/RunTimeError.h"
 #include "project/CalcTables.h"
@@ -122,8 +123,8 @@ private:
         for (int row = kFirstLeg; row <= lastLeg(); row += 2) {
             const double distance = m_cells.number('e', row);
             const double azimuth = radians(m_cells.number('d', row));
-            m_cells.write('f', row, LeadingZeroText(Fixed3(distance * std::cos(azimuth))));
-            m_cells.write('g', row, LeadingZeroText(Fixed3(distance * std::sin(azimuth))));
+            m_cells.write('f', row, LeadingZeroText(Fixed3(distance * trig::cos(azimuth))));
+            m_cells.write('g', row, LeadingZeroText(Fixed3(distance * trig::sin(azimuth))));
         }
     }
 

@@ -1,10 +1,9 @@
 #include "tools/Zbzfs.h"
 
+#include "base/Trig.h"
 #include "engine/Numbers.h"
 #include "engine/RunTimeError.h"
 #include "tools/Required.h"
-
-#include <cmath>
 
 Outcome CalcForward(const ForwardInput& in, ForwardPoint& out)
 {
@@ -18,8 +17,8 @@ Outcome CalcForward(const ForwardInput& in, ForwardPoint& out)
 
     const double azRad = radians(DmsToDeg(ParseNumber(in.fwj)));
     const double distance = ParseNumber(in.jl);
-    const double x = checked(std::cos(azRad) * distance + ParseNumber(in.czX));
-    const double y = checked(std::sin(azRad) * distance + ParseNumber(in.czY));
+    const double x = checked(trig::cos(azRad) * distance + ParseNumber(in.czX));
+    const double y = checked(trig::sin(azRad) * distance + ParseNumber(in.czY));
     out = {FormatFixed3(x), FormatFixed3(y)};
     return {};
 }

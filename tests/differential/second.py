@@ -9,6 +9,8 @@ import math
 import re
 from decimal import Decimal
 
+import trig
+
 PI = 3.1415926
 GAP = "桩号不存在，请检查断链数据！"
 NOT_A_NUMBER = "请输入正确的数值！"
@@ -117,7 +119,7 @@ def azimuth(dx, dy):
         if dx == 0:
             a = (dy / abs(dy)) * 90
         else:
-            a = math.atan(dy / dx) * 180 / PI + (1 - dx / abs(dx)) * 90
+            a = trig.atan(dy / dx) * 180 / PI + (1 - dx / abs(dx)) * 90
         if a < 0:
             a = a + 360
     return deg_to_dms(a)
@@ -461,8 +463,8 @@ class Road:
                 with dropped:
                     q[k] = extension(table[i], abs(self.jd_r[i]), a > 90)
             r = abs(self.jd_r[i])
-            c = math.cos(a * PI / 180)
-            s = math.sin(a * PI / 180)
+            c = trig.cos(a * PI / 180)
+            s = trig.sin(a * PI / 180)
             with dropped:
                 self.jd_t1[i] = ((r + p[1]) - (r + p[0]) * c) / s + q[0]
             with dropped:
@@ -485,9 +487,9 @@ class Road:
                 self.elem_fwj[r] = leg(i)
             back = (dms_to_deg(self.elem_fwj[r]) + 180) * PI / 180
             with dropped:
-                self.elem_x[r] = math.cos(back) * self.jd_t1[i] + self.jd_x[i]
+                self.elem_x[r] = trig.cos(back) * self.jd_t1[i] + self.jd_x[i]
             with dropped:
-                self.elem_y[r] = math.sin(back) * self.jd_t1[i] + self.jd_y[i]
+                self.elem_y[r] = trig.sin(back) * self.jd_t1[i] + self.jd_y[i]
             self.elem_r1[r] = 0.0
             self.elem_r2[r] = self.jd_r[i]
             self._main_point("Zh", i, r)
@@ -620,15 +622,15 @@ class Road:
         for i in range(96, 0, -1):
             u = 2 * i - 1
             angle = (a0 + ((u * d / 192 + 2 * k1) * (length / 2) * u / 192) * 180 / PI) * PI / 180
-            self.out_x += math.cos(angle)
-            self.out_y += math.sin(angle)
+            self.out_x += trig.cos(angle)
+            self.out_y += trig.sin(angle)
         for i in range(95, 0, -1):
             angle = (a0 + ((i * d / 96 + 2 * k1) * (length / 2) * (i / 96)) * 180 / PI) * PI / 180
-            even_x += math.cos(angle)
-            even_y += math.sin(angle)
+            even_x += trig.cos(angle)
+            even_y += trig.sin(angle)
         start, end = a0 * PI / 180, self.out_fwj * PI / 180
-        self.out_x = (4 * self.out_x + math.cos(start) + 2 * even_x + math.cos(end)) * (length / 576) + x0
-        self.out_y = (4 * self.out_y + math.sin(start) + 2 * even_y + math.sin(end)) * (length / 576) + y0
+        self.out_x = (4 * self.out_x + trig.cos(start) + 2 * even_x + trig.cos(end)) * (length / 576) + x0
+        self.out_y = (4 * self.out_y + trig.sin(start) + 2 * even_y + trig.sin(end)) * (length / 576) + y0
 
     @staticmethod
     def forward_element(length, r1, r2, az, x0, y0):
@@ -641,15 +643,15 @@ class Road:
         for i in range(96, 0, -1):
             u = 2 * i - 1
             angle = (a0 + ((u * d / 192 + 2 * k1) * (length / 2) * u / 192) * 180 / PI) * PI / 180
-            odd_x += math.cos(angle)
-            odd_y += math.sin(angle)
+            odd_x += trig.cos(angle)
+            odd_y += trig.sin(angle)
         for i in range(95, 0, -1):
             angle = (a0 + ((i * d / 96 + 2 * k1) * (length / 2) * (i / 96)) * 180 / PI) * PI / 180
-            even_x += math.cos(angle)
-            even_y += math.sin(angle)
+            even_x += trig.cos(angle)
+            even_y += trig.sin(angle)
         start, end = a0 * PI / 180, end_deg * PI / 180
-        x = (4 * odd_x + math.cos(start) + 2 * even_x + math.cos(end)) * (length / 576) + x0
-        y = (4 * odd_y + math.sin(start) + 2 * even_y + math.sin(end)) * (length / 576) + y0
+        x = (4 * odd_x + trig.cos(start) + 2 * even_x + trig.cos(end)) * (length / 576) + x0
+        y = (4 * odd_y + trig.sin(start) + 2 * even_y + trig.sin(end)) * (length / 576) + y0
         return fixed3(x), fixed3(y), deg_to_dms(end_deg)
 
     def _integrate(self, stake):
@@ -666,23 +668,23 @@ class Road:
             for n in range(96, 0, -1):
                 u = 2 * n - 1
                 angle = (a0 + ((u * dk / 192 + a + a) * (length / 2) * u / 192) * 180 / PI) * PI / 180
-                s1x += math.cos(angle)
-                s1y += math.sin(angle)
+                s1x += trig.cos(angle)
+                s1y += trig.sin(angle)
             for n in range(95, 0, -1):
                 angle = (a0 + ((n * dk / 96 + a + a) * (length / 2) * (n / 96) * 180) / PI) * PI / 180
-                s2x += math.cos(angle)
-                s2y += math.sin(angle)
+                s2x += trig.cos(angle)
+                s2y += trig.sin(angle)
             start, end = a0 * PI / 180, self.out_fwj * PI / 180
-            return ((4 * s1x + math.cos(start) + 2 * s2x + math.cos(end)) * (length / 576) + self.elem_x[i - 1],
-                    (4 * s1y + math.sin(start) + 2 * s2y + math.sin(end)) * (length / 576) + self.elem_y[i - 1])
+            return ((4 * s1x + trig.cos(start) + 2 * s2x + trig.cos(end)) * (length / 576) + self.elem_x[i - 1],
+                    (4 * s1y + trig.sin(start) + 2 * s2y + trig.sin(end)) * (length / 576) + self.elem_y[i - 1])
         return None
 
     def stake_to_xy(self, stake, skew, offset):
         point = self._integrate(stake)
         if point:
             direction = (self.out_fwj + skew) * PI / 180
-            self.out_x = fixed3(point[0] + offset * math.cos(direction))
-            self.out_y = fixed3(point[1] + offset * math.sin(direction))
+            self.out_x = fixed3(point[0] + offset * trig.cos(direction))
+            self.out_y = fixed3(point[1] + offset * trig.sin(direction))
         dy, dx = self.out_y - self.in_y, self.out_x - self.in_x
         self.out_dist = math.sqrt(dy * dy + dx * dx)
 
@@ -695,13 +697,13 @@ class Road:
             dx, dy = self.in_x - self.elem_x[i], self.in_y - self.elem_y[i]
             if dx == 0:
                 return float(sgn(dy) * 90)
-            return math.atan(dy / dx) * 180 / PI + (1 - sgn(dx)) * 90
+            return trig.atan(dy / dx) * 180 / PI + (1 - sgn(dx)) * 90
 
         for i in range(1, self.elem_count + 1):
             if not lc[i] - lc[i - 1] > 0.01:
                 continue
-            c1 = math.cos((direction_from(i - 1) - dms_to_deg(self.elem_fwj[i - 1])) * PI / 180)
-            c2 = math.cos((direction_from(i) - dms_to_deg(self.elem_fwj[i])) * PI / 180)
+            c1 = trig.cos((direction_from(i - 1) - dms_to_deg(self.elem_fwj[i - 1])) * PI / 180)
+            c2 = trig.cos((direction_from(i) - dms_to_deg(self.elem_fwj[i])) * PI / 180)
             if c1 >= 0 and c2 <= 0:
                 self.stake_to_xy(lc[i - 1] + (lc[i] - lc[i - 1]) / 2, 0.0, 0.0)
                 if self.out_dist < nearest:
@@ -719,14 +721,14 @@ class Road:
             if dx == 0:
                 q = dy * 90 / abs(dy)
             else:
-                q = (1 - dx / abs(dx)) * 90 + math.atan(dy / dx) * 180 / PI
+                q = (1 - dx / abs(dx)) * 90 + trig.atan(dy / dx) * 180 / PI
             if q < 0:
                 q = q + 360
-            c = math.cos((q - az) * PI / 180)
+            c = trig.cos((q - az) * PI / 180)
             if d * c + k < end:
                 k = k + d * c
-            o = math.sin((q - az) * PI / 180) * d
-            w = math.cos((q - az) * PI / 180) * o
+            o = trig.sin((q - az) * PI / 180) * d
+            w = trig.cos((q - az) * PI / 180) * o
             if abs(w) < 0.002 or abs(o) < 0.0001:
                 break
             if k < lc[0]:
@@ -1034,7 +1036,7 @@ class Road:
         j = dms_to_deg(a)
 
         def cs(deg):
-            return math.cos(deg * PI / 180), math.sin(deg * PI / 180)
+            return trig.cos(deg * PI / 180), trig.sin(deg * PI / 180)
 
         left = az + j if a < 0 else az - (180 - j)
         right = j + 180 + az if a <= 0 else az + j
@@ -1042,7 +1044,7 @@ class Road:
             (fx, fy), (bx, by) = cs(az - (90 - j)), cs((az + 180) - (90 - j))
             front, back = (fx * kq, fy * kq), (bx * kh, by * kh)
         else:
-            k = math.cos((90 - j) * PI / 180)
+            k = trig.cos((90 - j) * PI / 180)
             (fx, fy), (bx, by) = cs(az), cs(az + 180)
             front, back = (fx * (kq / k), fy * (kq / k)), (bx * (kh / k), by * (kh / k))
         for name, direction, z, base in (("左前点", left, zz, front), ("右前点", right, zy, front),
@@ -1141,18 +1143,18 @@ def angle_text(angle):
 
 
 def shift(ls, r, big):
-    p = math.pow(ls, 2) / (24 * r) - math.pow(ls, 4) / (2688 * math.pow(r, 3))
+    p = trig.power(ls, 2) / (24 * r) - trig.power(ls, 4) / (2688 * trig.power(r, 3))
     if big:
         for sign, power, factor in ((1, 6, 506880.0), (-1, 8, 154828800.0), (1, 10, 70601932800.0), (-1, 12, 1880240947000.0)):
-            p = p + sign * (math.pow(ls, power) / (factor * math.pow(r, power - 1)))
+            p = p + sign * (trig.power(ls, power) / (factor * trig.power(r, power - 1)))
     return p
 
 
 def extension(ls, r, big):
-    q = ls / 2 - math.pow(ls, 3) / (240 * r * r)
+    q = ls / 2 - trig.power(ls, 3) / (240 * r * r)
     if big:
         for sign, power, factor in ((1, 5, 34560.0), (-1, 7, 8386560.0), (1, 9, 3158507520.0), (-1, 11, 1716741734000.0)):
-            q = q + sign * (math.pow(ls, power) / (factor * math.pow(ls, power - 1)))
+            q = q + sign * (trig.power(ls, power) / (factor * trig.power(ls, power - 1)))
     return q
 
 

@@ -2,6 +2,7 @@
 // Stake to point and back, each rule written down in the plainest way: no value kept, nothing skipped. The engine has
 // to give the same bits.
 
+#include "base/Trig.h"
 #include "engine/Chainage.h"
 #include "engine/Numbers.h"
 #include "engine/RunTimeError.h"
@@ -13,8 +14,8 @@
 namespace plain {
 
 inline double deg(double rad) { return rad * 180 / kPi; }
-inline double cosDeg(double a) { return std::cos(a * kPi / 180); }
-inline double sinDeg(double a) { return std::sin(a * kPi / 180); }
+inline double cosDeg(double a) { return trig::cos(a * kPi / 180); }
+inline double sinDeg(double a) { return trig::sin(a * kPi / 180); }
 
 /// Point and tangent on each element that holds the stake; the last one stays. False: none does.
 inline bool pointAt(double stake, double& x, double& y, double& fwj)
@@ -91,7 +92,7 @@ inline int sgn(double v) { return (v > 0) - (v < 0); }
 inline double directionDeg(double dx, double dy)
 {
     if (dx == 0) return sgn(dy) * 90;
-    return deg(std::atan(dy / dx)) + (1 - sgn(dx)) * 90;
+    return deg(trig::atan(dy / dx)) + (1 - sgn(dx)) * 90;
 }
 
 inline void leave(double k, double o)
@@ -149,7 +150,7 @@ inline Walk XYToStake(double k0, double az0, double x0, double y0)
         walk.sameY = dy == 0;
         bool done = walk.sameY;
         if (!done) {
-            double q = dx == 0 ? dy * 90 / std::abs(dy) : (1 - dx / std::abs(dx)) * 90 + deg(std::atan(dy / dx));
+            double q = dx == 0 ? dy * 90 / std::abs(dy) : (1 - dx / std::abs(dx)) * 90 + deg(trig::atan(dy / dx));
             if (q < 0) q = q + 360;
             const double c = cosDeg(q - az);
             if (d * c + k < last) k = k + d * c;

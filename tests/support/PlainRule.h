@@ -2,6 +2,7 @@
 // The rules of coordinate rows once more, as plainly as they can be said: one statement a rule, no shared helpers, on
 // the tables as they stand. A second opinion for tests, slow and without any care for damaged input.
 
+#include "base/Trig.h"
 #include "project/CalcTables.h"
 #include "support/PlainRoute.h"
 
@@ -77,7 +78,7 @@ inline double packed4(double deg)
 inline std::string azimuth(double dx, double dy)
 {
     if (dy == 0) return dms(0);
-    double a = dx == 0 ? (dy > 0 ? 90 : -90) : std::atan(dy / dx) * 180 / pi + (dx > 0 ? 0 : 180);
+    double a = dx == 0 ? (dy > 0 ? 90 : -90) : trig::atan(dy / dx) * 180 / pi + (dx > 0 ? 0 : 180);
     if (a < 0) a += 360;
     const double d = std::floor(a), m = std::floor((a - d) * 60), s = (a - d - m / 60) * 3600;
     return dms(std::floor((d + m / 100 + s / 10000 + 5e-7) * 1000000) / 1000000);
@@ -91,8 +92,8 @@ struct Point {
     {
         double X = 0, Y = 0;
         if (!pointAt(k, X, Y, tangent)) return;
-        x = std::atof(fixed3(X + offset * std::cos((tangent + skew) * pi / 180)).c_str());
-        y = std::atof(fixed3(Y + offset * std::sin((tangent + skew) * pi / 180)).c_str());
+        x = std::atof(fixed3(X + offset * trig::cos((tangent + skew) * pi / 180)).c_str());
+        y = std::atof(fixed3(Y + offset * trig::sin((tangent + skew) * pi / 180)).c_str());
     }
 
     /// Columns 1 to 8 of a coordinate row.

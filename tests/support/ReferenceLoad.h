@@ -3,6 +3,7 @@
 // computed from something missing, a quotient by zero and a number past the range of a double are missing; a cell keeps
 // what it holds when it is given something missing. Files are UTF-8 texts without blank lines.
 
+#include "base/Trig.h"
 #include "engine/Element.h"
 #include "engine/Numbers.h"
 #include "engine/RunTimeError.h"
@@ -58,7 +59,7 @@ inline Maybe operator/(Maybe a, Maybe b)
 }
 inline Maybe pow(Maybe a, int n)
 {
-    return lift([n](double x) { return std::pow(x, n); }, a);
+    return lift([n](double x) { return trig::power(x, n); }, a);
 }
 inline Maybe abs(Maybe a)
 {
@@ -236,8 +237,8 @@ inline void intersectionPoints(const std::vector<Row>& rows)
     const auto toDms = [](Maybe deg) { return lift(DegToDms, deg); };
     const auto legAz = [&](long a, long b) { return lift(Azimuth, vX(b) - vX(a), vY(b) - vY(a)); };
     const auto legLen = [&](long a, long b) { return lift(Distance, vX(b) - vX(a), vY(b) - vY(a)); };
-    const auto cosDeg = [&](Maybe deg) { return lift([](double rad) { return std::cos(rad); }, deg * pi / 180.0); };
-    const auto sinDeg = [&](Maybe deg) { return lift([](double rad) { return std::sin(rad); }, deg * pi / 180.0); };
+    const auto cosDeg = [&](Maybe deg) { return lift([](double rad) { return trig::cos(rad); }, deg * pi / 180.0); };
+    const auto sinDeg = [&](Maybe deg) { return lift([](double rad) { return trig::sin(rad); }, deg * pi / 180.0); };
 
     const Row& first = rows[0];
     lc(0) = vLc(0) = field(first, 0);
