@@ -5,8 +5,6 @@
 #include "project/FileError.h"
 #include "project/ReplaceFile.h"
 
-#include <nlohmann/json.hpp>
-
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -170,39 +168,6 @@ std::string Csv(const GridText& grid, std::string_view lineEnd)
     }
     return csv;
 }
-
-nlohmann::ordered_json JsonRows(const OutputTable& table)
-{
-    const GridText& grid = table.grid;
-    std::vector<std::string> keys;
-    for (int col = 0; col < grid.cols(); ++col) {
-        const std::string& header = grid.text(0, col);
-        int before = 0;
-        for (int i = 0; i < col; ++i) before += grid.text(0, i) == header;
-        std::string key = before ? header + std::to_string(before + 1) : header;
-        std::erase(key, ' ');
-        keys.push_back(key);
-    }
-    auto rows = nlohmann::ordered_json::array();
-    for (int row = 1; row < grid.rows(); ++row) {
-        nlohmann::ordered_json object;
-        for (int col = 0; col < grid.cols(); ++col) object[keys[static_cast<std::size_t>(col)]] = grid.text(row, col);
-        for (const auto& typed : table.typed) {
-            const auto value = TypedValue(grid.text(row, typed.column), typed.kind);
-            object[std::string(typed.key)] = value ? nlohmann::ordered_json(*value) : nlohmann::ordered_json();
-        }
-        if (!grid.warning(row).empty()) object["warning"] = grid.warning(row);
-        rows.push_back(std::move(object));
-    }
-    return rows;
-}
-
-std::string JsonText(const nlohmann::ordered_json& json)
-{
-    return json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
-}
-
-std::string Json(const OutputTable& table) { return JsonText(JsonRows(table)); }
 
 std::string Rendered(const OutputTable& table, Format format)
 {

@@ -5,8 +5,6 @@
 #include "cli/Typed.h"
 #include "desk/GridText.h"
 
-#include <nlohmann/json_fwd.hpp>
-
 #include <functional>
 #include <span>
 #include <string>
@@ -38,9 +36,6 @@ std::string Csv(const GridText& grid, std::string_view lineEnd);
 /// An array of objects, one a row. Keys are the headers without their blanks (a header that comes again gets its
 /// number) with the texts, then the typed values, null where a text has none; `warning` only where the row has one.
 std::string Json(const OutputTable& table);
-nlohmann::ordered_json JsonRows(const OutputTable& table);
-/// The text of a JSON value, bytes that are no UTF-8 replaced.
-std::string JsonText(const nlohmann::ordered_json& json);
 
 /// The bytes of a file of -o: one that ends with .csv with mark and CR LF, else as Rendered.
 std::string FileBytes(const std::string& path, const OutputTable& table, Format format);

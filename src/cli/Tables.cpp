@@ -1,10 +1,9 @@
 #include "cli/Commands.h"
+#include "cli/Json.h"
 #include "cli/Output.h"
 #include "engine/Numbers.h"
 #include "project/TableList.h"
 #include "project/TextFile.h"
-
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <ostream>
@@ -42,22 +41,19 @@ std::string forPeople()
     return text;
 }
 
-/// Doubles are written so that they read back the same.
 std::string asJson()
 {
-    nlohmann::ordered_json json;
-    json["gHasDl"] = gHasDl;
-    json["gCgType"] = gCgType;
+    std::vector<std::pair<std::string, JsonValue>> members{{"gHasDl", gHasDl}, {"gCgType", gCgType}};
     for (const auto& group : kTableList) {
-        json[std::string(group.countName)] = group.countOf(shared.tables);
+        members.emplace_back(group.countName, group.countOf(shared.tables));
         const auto rows = static_cast<std::ptrdiff_t>(group.rows(shared.tables));
         for (const auto& column : group.columns)
             column.with(shared.tables, [&](const auto& all) {
-                json[std::string(column.name)] =
-                    std::vector(all.begin(), all.begin() + std::min(rows, std::ssize(all)));
+                members.emplace_back(column.name,
+                                     std::vector(all.begin(), all.begin() + std::min(rows, std::ssize(all))));
             });
     }
-    return JsonText(json);
+    return JsonObject(members);
 }
 
 int run(const Call& call)

@@ -1,4 +1,5 @@
 #include "cli/Commands.h"
+#include "cli/Json.h"
 #include "cli/Output.h"
 #include "cli/Results.h"
 #include "engine/Numbers.h"
@@ -8,8 +9,6 @@
 #include "project/CalcTables.h"
 #include "project/TextFile.h"
 #include "tools/Fhdx.h"
-
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <iterator>
@@ -111,12 +110,12 @@ constexpr TypedColumn kTyped[] = {
 };
 
 /// The number behind `name` in a cell such as fx=-0.145 or K=f/ΣD=1/3718>1/15000, nothing where there is none.
-nlohmann::ordered_json numberBehind(const std::string& text, const std::string& name)
+JsonValue numberBehind(const std::string& text, const std::string& name)
 {
+    JsonValue number;
     const auto from = text.find(name);
-    if (from == std::string::npos) return nullptr;
+    if (from == std::string::npos) return number;
     const auto digits = text.substr(from + name.size());
-    nlohmann::ordered_json number;
     attempt([&] { number = ParseNumber(digits.substr(0, digits.find_first_not_of("+-.0123456789"))); });
     return number;
 }
@@ -126,19 +125,17 @@ nlohmann::ordered_json numberBehind(const std::string& text, const std::string& 
 std::string asJson(const OutputTable& table, const Worksheet& sheet, int n)
 {
     const auto cell = [&](int row, char column) { return sheet.text({2 * n + 4 + row, column - 'a' + 1}); };
-    nlohmann::ordered_json json;
-    json["points"] = JsonRows(table);
-    json["fβ"] = numberBehind(cell(1, 'b'), "fβ=");
-    json["fx"] = numberBehind(cell(1, 'e'), "fx=");
-    json["fy"] = numberBehind(cell(1, 'j'), "fy=");
-    json["f"] = numberBehind(cell(2, 'g'), ")=");
     const auto parts = numberBehind(cell(3, 'g'), "=1/");
-    json["K"] =
-        parts.is_number() && parts.get<double>() != 0 ? nlohmann::ordered_json(1 / parts.get<double>()) : nullptr;
-    json["角度闭合差"] = cell(3, 'b');
-    json["相对闭合差"] = cell(3, 'g');
-    json["精度"] = cell(3, 'k');
-    return JsonText(json);
+    const double* part = std::get_if<double>(&parts);
+    return JsonObject({{"points", table},
+                       {"fβ", numberBehind(cell(1, 'b'), "fβ=")},
+                       {"fx", numberBehind(cell(1, 'e'), "fx=")},
+                       {"fy", numberBehind(cell(1, 'j'), "fy=")},
+                       {"f", numberBehind(cell(2, 'g'), ")=")},
+                       {"K", part && *part != 0 ? JsonValue(1 / *part) : JsonValue()},
+                       {"角度闭合差", cell(3, 'b')},
+                       {"相对闭合差", cell(3, 'g')},
+                       {"精度", cell(3, 'k')}});
 }
 
 int refused(const Call& call, const std::string& text)

@@ -3,6 +3,7 @@
 
 #include "project/FileBytes.h"
 #include "project/ReplaceFile.h"
+#include "support/Json.h"
 #include "support/ProjectFolder.h"
 #include "support/RunProgram.h"
 
@@ -10,13 +11,11 @@
 
 #include <filesystem>
 #include <map>
-#include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
 #include <vector>
 
 namespace fs = std::filesystem;
-using Json = nlohmann::ordered_json;
 
 struct Companion : testing::Test {
     ProjectFolder workspace;
@@ -33,7 +32,7 @@ struct Companion : testing::Test {
     }
     static Ran bare(const std::vector<std::string>& args, const std::string& input = {}, uid_t user = 0)
     {
-        return runProgram(VM_BINARY_DIR "/velumark-calc", args, input, user);
+        return runCompanion(args, input, user);
     }
     std::string file(const std::string& name, const std::string& bytes) const
     {
@@ -41,10 +40,10 @@ struct Companion : testing::Test {
         WriteBytes(path, bytes);
         return path;
     }
-    Json json(std::vector<std::string> args, const std::string& input = {}) const
+    ReadJson json(std::vector<std::string> args, const std::string& input = {}) const
     {
         args.insert(args.end(), {"--format", "json"});
-        return Json::parse(calc(args, input).out);
+        return ReadJson::from(calc(args, input).out);
     }
 };
 

@@ -47,7 +47,7 @@ protected:
     {
         args.insert(args.begin(), {"--workspace", folder.root(), "测试"});
         args.insert(args.end(), {"--format", "csv", "--quiet"});
-        return runProgram(VM_BINARY_DIR "/velumark-calc", args, input).out;
+        return runCompanion(args, input).out;
     }
     /// Expects the very sheet that a screen saves.
     void expectSheet(std::vector<std::string> args, const ExportLayout& layout, const ExportData& data) const
@@ -55,7 +55,7 @@ protected:
         const std::string path = folder.root() + "/结果.xls";
         args.insert(args.begin(), {"--workspace", folder.root(), "测试"});
         args.insert(args.end(), {"-o", path, "--quiet"});
-        EXPECT_EQ(runProgram(VM_BINARY_DIR "/velumark-calc", args).out, "");
+        EXPECT_EQ(runCompanion(args).out, "");
         EXPECT_TRUE(ReadBytes(path) == XlsBytes(ResultSheet(layout, data))) << args[3];
     }
     static std::string csv(const Screen& screen) { return Csv(screen.grid.text(), "\n"); }

@@ -103,7 +103,7 @@ TEST(CheckBounds, TheCommandPrintsNoMore)
 {
     CheckedSample road("示例一");
     road.folder.writeBytes("超高参数.txt", repeated("\r\n"));
-    const auto ran = runProgram(VM_BINARY_DIR "/velumark-calc", {"--folder", road.path(), "check"});
+    const auto ran = runCompanion({"--folder", road.path(), "check"});
     EXPECT_EQ(ran.code, 1);
     EXPECT_EQ(std::count(ran.out.begin(), ran.out.end(), '\n'), kFindingsPerFile + 1);
 }

@@ -2,41 +2,13 @@
 
 #include "cli/Check.h"
 
-#include "project/TextFile.h"
-#include "support/ProjectFolder.h"
+#include "support/DamagedProjects.h"
 
 #include <gmock/gmock.h>
 
-#include <filesystem>
-#include <fstream>
-#include <map>
+#include <algorithm>
 
 namespace {
-
-namespace fs = std::filesystem;
-
-std::map<std::string, std::string> bytesOf(const fs::path& folder)
-{
-    std::map<std::string, std::string> files;
-    for (const auto& entry : fs::directory_iterator(folder))
-        files[entry.path().filename().string()] = ReadBytes(entry.path().string());
-    return files;
-}
-
-struct Fault {
-    std::string project, where, text;
-};
-
-std::vector<Fault> faults()
-{
-    std::vector<Fault> list;
-    std::ifstream file(VM_TEST_DATA "/damaged/faults.txt");
-    for (std::string line; std::getline(file, line);) {
-        const auto a = line.find('|'), b = line.rfind('|');
-        list.push_back({line.substr(0, a), line.substr(a + 1, b - a - 1), line.substr(b + 1)});
-    }
-    return list;
-}
 
 TEST(Check, SaysNothingOnTheSamples)
 {
@@ -45,33 +17,27 @@ TEST(Check, SaysNothingOnTheSamples)
             ADD_FAILURE() << FindingText(finding);
 }
 
-TEST(Check, ThereAreThirtyDamagedProjects) { EXPECT_GE(faults().size(), 30u); }
+class Damaged : public testing::TestWithParam<DamagedProject> {};
 
-class DamagedProject : public testing::TestWithParam<Fault> {};
-
-TEST_P(DamagedProject, IsFoundAtItsPlaceAndNowhereElse)
+TEST_P(Damaged, IsFoundAtItsPlaceAndNowhereElse)
 {
-    const auto& fault = GetParam();
-    const std::string folder = VM_TEST_DATA "/damaged/" + fault.project;
-    const auto before = bytesOf(folder);
-    const auto findings = CheckProject(folder);
+    const auto& project = GetParam();
+    const ProjectFolder workspace;
+    const std::string folder = project.makeIn(workspace.root());
+    const auto before = ProjectFolder::filesIn(folder);
     bool found = false;
-    const bool otherRoad = fault.text == "积木法的7项" || fault.text == "交点法的格式";
-    for (const auto& finding : findings) {
+    for (const auto& finding : CheckProject(folder)) {
         const std::string text = FindingText(finding);
-        found = found || (text.starts_with(fault.where + ":") && text.find(fault.text) != std::string::npos);
-        // An alignment of the other model is another road, which the other files do not cover.
-        if (otherRoad && text.find("没有数据") != std::string::npos) continue;
-        EXPECT_EQ(finding.file, fault.where.substr(0, fault.where.find(':'))) << text;
+        found = found || (text.starts_with(std::string(project.where) + ":") && text.find(project.text) != text.npos);
+        EXPECT_EQ(finding.file, project.where.substr(0, project.where.find(':'))) << text;
     }
-    EXPECT_TRUE(found) << fault.where << ": " << fault.text;
-    EXPECT_EQ(bytesOf(folder), before);
+    EXPECT_TRUE(found) << project.where << ": " << project.text;
+    EXPECT_EQ(ProjectFolder::filesIn(folder), before);
 }
 
-INSTANTIATE_TEST_SUITE_P(Check, DamagedProject, testing::ValuesIn(faults()), [](const auto& param) {
-    std::string name = param.param.project;
-    for (char& c : name)
-        if (c == '-') c = '_';
+INSTANTIATE_TEST_SUITE_P(Check, Damaged, testing::ValuesIn(kDamagedProjects), [](const auto& param) {
+    std::string name(param.param.name);
+    std::replace(name.begin(), name.end(), '-', '_');
     return "No" + name;
 });
 

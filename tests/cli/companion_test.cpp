@@ -26,13 +26,13 @@ TEST_F(Companion, OneRowInJsonAndCsv)
     EXPECT_EQ(rows[0]["序号"], "1");
     EXPECT_EQ(rows[0]["中边桩"], "斜交8米");
     EXPECT_EQ(rows[0]["夹角"], "45度30分00秒");
-    EXPECT_FALSE(rows[0].contains("warning"));
+    EXPECT_FALSE(rows[0].has("warning"));
     const auto csv =
         lines(calc({"示例一", "coords", "--at", "12100", "--skew", "45.3000", "--offset", "8", "--format", "csv"}).out);
     EXPECT_EQ(csv[0], "序号,里 程,中边桩,夹 角,方位角,距 离,X坐标,Y坐标,切线方位角");
     std::string row;
-    for (const auto& cell : rows[0])
-        if (cell.is_string()) row += (row.empty() ? "" : ",") + cell.get<std::string>();
+    for (const auto& [key, cell] : rows[0].members())
+        if (cell.isText()) row += (row.empty() ? "" : ",") + cell.text();
     EXPECT_EQ(csv[1], row);
 }
 
@@ -193,8 +193,7 @@ TEST_F(Companion, WarningsNameTheRowUnlessQuiet)
 TEST_F(Companion, InverseComesBack)
 {
     const auto there = json({"示例一", "coords", "--at", "12480", "--offset", "-10"})[0];
-    const auto back = json(
-        {"示例一", "inverse", "--at", there["X坐标"].get<std::string>() + "," + there["Y坐标"].get<std::string>()})[0];
+    const auto back = json({"示例一", "inverse", "--at", there["X坐标"].text() + "," + there["Y坐标"].text()})[0];
     EXPECT_EQ(back["反算里程"], "K12+480.000");
     EXPECT_EQ(back["反算偏距"], "左10.000米");
 }
@@ -395,7 +394,7 @@ TEST_F(Companion, AReadOnlyProjectComputes)
 TEST_F(Companion, TheProgramsFolderIsTheWorkspaceOfACallWithoutOne)
 {
     const fs::path program = fs::path(workspace.root()) / "velumark-calc";
-    fs::copy(VM_BINARY_DIR "/velumark-calc", program);
+    fs::copy(companionPath(), program);
     EXPECT_EQ(runProgram(program.string(), {"示例一", "coords", "--at", "12100"}).out,
               calc({"示例一", "coords", "--at", "12100"}).out);
 }

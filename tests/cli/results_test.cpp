@@ -16,12 +16,10 @@
 
 namespace {
 
-const std::string kBinary = VM_BINARY_DIR "/velumark-calc";
-
 /// The companion behind a line of the shell, in which "$@" is the call.
 Ran inShell(const std::string& line, std::vector<std::string> args, const std::string& input = {})
 {
-    args.insert(args.begin(), {"-c", line, kBinary});
+    args.insert(args.begin(), {"-c", line, companionPath()});
     return runProgram("/bin/sh", args, input);
 }
 
@@ -124,26 +122,26 @@ TEST_F(Companion, JsonHasTypedValuesBesideTheTexts)
     EXPECT_EQ(row["offset"], -5);
     EXPECT_EQ(row["skew_deg"], nullptr);
     for (const auto& [key, text] : {std::pair{"x", "X坐标"}, {"y", "Y坐标"}, {"distance", "距离"}})
-        EXPECT_EQ(row[key], std::stod(row[text].get<std::string>())) << key;
-    const double dx = row["x"].get<double>() - 2856355.635, dy = row["y"].get<double>() - 512438.128;  // GP01
+        EXPECT_EQ(row[key], std::stod(row[text].text())) << key;
+    const double dx = row["x"].number() - 2856355.635, dy = row["y"].number() - 512438.128;  // GP01
     const double azimuth = std::atan2(dy, dx) * 180 / std::acos(-1.0);
-    EXPECT_NEAR(row["azimuth_deg"], azimuth < 0 ? azimuth + 360 : azimuth, 2 / 3600.0);
-    EXPECT_NEAR(row["distance"], std::hypot(dx, dy), 0.0006);
+    EXPECT_NEAR(row["azimuth_deg"].number(), azimuth < 0 ? azimuth + 360 : azimuth, 2 / 3600.0);
+    EXPECT_NEAR(row["distance"].number(), std::hypot(dx, dy), 0.0006);
     EXPECT_EQ(json({"示例一", "coords", "--at", "12100", "--skew", "45.3000", "--offset", "8"})[0]["skew_deg"], 45.5);
     EXPECT_EQ(json({"示例一", "elevation", "--at", "12100", "--offset", "-5"})[0]["offset"], -5);
-    EXPECT_TRUE(json({"示例一", "elevation", "--at", "12100"})[0]["elevation"].is_number());
+    EXPECT_TRUE(json({"示例一", "elevation", "--at", "12100"})[0]["elevation"].isNumber());
     EXPECT_EQ(json({"示例一", "elevation", "--from", "12100", "--to", "12101", "--step", "1", "--offset",
                     "5"})[0]["offset_left"],
               -5);
-    EXPECT_TRUE(json({"示例一", "mainpoints"})[0]["zh_x"].is_number());
+    EXPECT_TRUE(json({"示例一", "mainpoints"})[0]["zh_x"].isNumber());
     const auto back = json({"示例一", "inverse", "--at", "2856575.1,512894.7"})[0];
     EXPECT_EQ(back["x"], 2856575.1);
-    EXPECT_TRUE(back["stake"].is_number() && back["offset"].is_number());
+    EXPECT_TRUE(back["stake"].isNumber() && back["offset"].isNumber());
     for (const auto& command : {std::vector<std::string>{"mainpoints"}, {"coords", "--at", "12100"}}) {
         std::vector<std::string> args{"示例一"};
         args.insert(args.end(), command.begin(), command.end());
         const auto rows = json(args);
-        for (const auto& [key, value] : rows[0].items()) EXPECT_EQ(key.find(' '), std::string::npos) << key;
+        for (const auto& [key, value] : rows[0].members()) EXPECT_EQ(key.find(' '), std::string::npos) << key;
     }
 }
 
@@ -171,12 +169,13 @@ TEST_F(Companion, CtrlCEndsAnyCommandWithoutAPartialFile)
     const std::string folder = workspace.root() + "/出";
     fs::create_directory(folder);
     const std::string points = file("点.txt", input), result = folder + "/结果.csv";
+    const std::string program = companionPath();
     int ended = 0;
     for (int wait = 0; wait < 30; ++wait) {
         WriteBytes(result, "old");
         const pid_t child = fork();
         if (child == 0) {
-            execl(kBinary.c_str(), kBinary.c_str(), "--workspace", workspace.root().c_str(), "示例一", "coords",
+            execl(program.c_str(), program.c_str(), "--workspace", workspace.root().c_str(), "示例一", "coords",
                   "--file", points.c_str(), "-o", result.c_str(), static_cast<char*>(nullptr));
             _exit(127);
         }

@@ -1,22 +1,20 @@
 // velumark-calc traverse: the file it reads, what it prints and writes.
 
 #include "project/TextFile.h"
+#include "support/Json.h"
 #include "support/ProjectFolder.h"
 #include "support/RunProgram.h"
 
 #include <gtest/gtest.h>
 
-#include <nlohmann/json.hpp>
-
 namespace {
 
-using Json = nlohmann::ordered_json;
 const std::string kSample = VM_SOURCE_DIR "/samples/附合导线.csv";
 
 Ran traverse(std::vector<std::string> args, const std::string& input = {})
 {
     args.insert(args.begin(), "traverse");
-    return runProgram(VM_BINARY_DIR "/velumark-calc", args, input);
+    return runCompanion(args, input);
 }
 
 TEST(TraverseCommand, SampleGivesThePublishedCoordinates)
@@ -24,13 +22,13 @@ TEST(TraverseCommand, SampleGivesThePublishedCoordinates)
     const auto ran = traverse({"--file", kSample, "--left", "--format", "json", "--quiet"});
     EXPECT_EQ(ran.code, 0);
     EXPECT_EQ(ran.err, "");
-    const auto rows = Json::parse(ran.out)["points"];
+    const auto rows = ReadJson::from(ran.out)["points"];
     ASSERT_EQ(rows.size(), 8u);
     const double x[] = {2299.83, 2186.29, 2192.45, 2179.74}, y[] = {1303.80, 1383.97, 1556.40, 1655.64};
     for (std::size_t i = 0; i < 4; ++i) {
         EXPECT_EQ(rows[i + 2]["点号"], std::to_string(i + 1));
-        EXPECT_NEAR(std::stod(rows[i + 2]["X(m)"].get<std::string>()), x[i], 0.01);
-        EXPECT_NEAR(std::stod(rows[i + 2]["Y(m)"].get<std::string>()), y[i], 0.01);
+        EXPECT_NEAR(std::stod(rows[i + 2]["X(m)"].text()), x[i], 0.01);
+        EXPECT_NEAR(std::stod(rows[i + 2]["Y(m)"].text()), y[i], 0.01);
     }
     EXPECT_EQ(rows[1]["平距(m)"], "225.85");
     EXPECT_EQ(rows[0]["平距(m)"], "");
@@ -89,14 +87,14 @@ TEST(TraverseCommand, JsonHasTheClosuresAsNumbers)
 {
     const auto ran = traverse({"--file", kSample, "--left", "--format", "json"});
     EXPECT_EQ(ran.err, "");
-    const auto json = Json::parse(ran.out);
+    const auto json = ReadJson::from(ran.out);
     EXPECT_EQ(json["fβ"], -36);
     EXPECT_EQ(json["fx"], -0.145);
     EXPECT_EQ(json["fy"], 0.136);
     EXPECT_EQ(json["f"], 0.199);
     EXPECT_EQ(json["K"], 1 / 3718.0);
     EXPECT_EQ(json["精度"], "不符合精度要求");
-    EXPECT_EQ(json["points"][2]["x"], std::stod(json["points"][2]["X(m)"].get<std::string>()));
+    EXPECT_EQ(json["points"][2]["x"], std::stod(json["points"][2]["X(m)"].text()));
     EXPECT_EQ(json["points"][2]["angle_deg"], 167 + 45 / 60.0 + 36 / 3600.0);
     EXPECT_EQ(json["points"][0]["distance"], nullptr);
 }

@@ -156,47 +156,46 @@ TEST(ForwardElement, AzimuthWrapsOnce)
 /// A published chain of arc, spiral between two radii and arc, all left: its element starts by their makers.
 class EggCurve : public FreshTables<testing::Test> {
 protected:
-    const nlohmann::json data = publishedData("alignment_egg_elements.json");
-    const nlohmann::json& elements = data["input"]["elements"];
-    const nlohmann::json& points = data["expected"]["points"];
-    const nlohmann::json& start = data["input"]["start"];
+    const ReadJson data = publishedData("alignment_egg_elements.json");
+    const ReadJson elements = data["input"]["elements"];
+    const ReadJson points = data["expected"]["points"];
+    const ReadJson start = data["input"]["start"];
 };
 
 TEST_F(EggCurve, BlocksChainToThePublishedPoints)
 {
     ASSERT_EQ(elements.size(), 3u);
-    ElementPoint at{start["N"].get<double>(), start["E"].get<double>(), DegToDms(start["azimuth_deg"].get<double>())};
+    ElementPoint at{start["N"].number(), start["E"].number(), DegToDms(start["azimuth_deg"].number())};
     for (std::size_t i = 0; i < elements.size(); ++i) {
-        EXPECT_NEAR(at.x, points[i]["N"].get<double>(), 0.001) << i;
-        EXPECT_NEAR(at.y, points[i]["E"].get<double>(), 0.001) << i;
+        EXPECT_NEAR(at.x, points[i]["N"].number(), 0.001) << i;
+        EXPECT_NEAR(at.y, points[i]["E"].number(), 0.001) << i;
         // Three hundredths of a second: packed at the start and at each end, a hundredth each.
-        EXPECT_NEAR(DmsToDeg(at.fwj), points[i]["azimuth_deg"].get<double>(), 0.03 / 3600) << i;
-        at = ForwardElement(elements[i]["length"].get<double>(), elements[i]["R_start"].get<double>(),
-                            elements[i]["R_end"].get<double>(), at.fwj, at.x, at.y);
+        EXPECT_NEAR(DmsToDeg(at.fwj), points[i]["azimuth_deg"].number(), 0.03 / 3600) << i;
+        at = ForwardElement(elements[i]["length"].number(), elements[i]["R_start"].number(),
+                            elements[i]["R_end"].number(), at.fwj, at.x, at.y);
     }
 }
 
 TEST_F(EggCurve, StakesGiveThePublishedPoints)
 {
     std::vector<ElementRow> rows;
-    double stake = start["station"].get<double>();
-    ElementPoint at{start["N"].get<double>(), start["E"].get<double>(), DegToDms(start["azimuth_deg"].get<double>())};
-    for (const nlohmann::json& e : elements) {
-        rows.push_back({stake, at.x, at.y, at.fwj, e["R_start"].get<double>(), e["R_end"].get<double>()});
-        at = ForwardElement(e["length"].get<double>(), e["R_start"].get<double>(), e["R_end"].get<double>(), at.fwj,
-                            at.x, at.y);
-        stake += e["length"].get<double>();
+    double stake = start["station"].number();
+    ElementPoint at{start["N"].number(), start["E"].number(), DegToDms(start["azimuth_deg"].number())};
+    for (const ReadJson& e : elements.elements()) {
+        rows.push_back({stake, at.x, at.y, at.fwj, e["R_start"].number(), e["R_end"].number()});
+        at = ForwardElement(e["length"].number(), e["R_start"].number(), e["R_end"].number(), at.fwj, at.x, at.y);
+        stake += e["length"].number();
     }
     rows.push_back({stake + 0.0001, 0, 0, 0, 0, 0});
     setElements(rows);
-    for (const nlohmann::json& point : points) {
-        const double station = point["station"].get<double>();
+    for (const ReadJson& point : points.elements()) {
+        const double station = point["station"].number();
         // Just before a joint too: the end of the element before has to meet it.
         for (const double s : {station, station == 0 ? station : station - 1e-9}) {
             StakeToXY(s, 0, 0);
-            EXPECT_NEAR(gOutX, point["N"].get<double>(), 0.001) << s;
-            EXPECT_NEAR(gOutY, point["E"].get<double>(), 0.001) << s;
-            EXPECT_NEAR(gOutFwj, point["azimuth_deg"].get<double>(), 0.03 / 3600) << s;
+            EXPECT_NEAR(gOutX, point["N"].number(), 0.001) << s;
+            EXPECT_NEAR(gOutY, point["E"].number(), 0.001) << s;
+            EXPECT_NEAR(gOutFwj, point["azimuth_deg"].number(), 0.03 / 3600) << s;
         }
     }
 }

@@ -395,32 +395,29 @@ TEST_F(ElevationAtTest, AgreesWithASecondFormulationOnRandomTables)
 
 TEST_F(ElevationAtTest, PublishedRoadProfile)
 {
-    const nlohmann::json data = publishedData("profile_road.json");
-    const auto& pvis = data["input"]["pvis"];
+    const ReadJson data = publishedData("profile_road.json");
+    const auto pvis = data["input"]["pvis"];
     std::vector<GradeRow> grades;
     const auto grade = [&](std::size_t i) {
-        return (pvis[i + 1]["z"].get<double>() - pvis[i]["z"].get<double>()) /
-               (pvis[i + 1]["station"].get<double>() - pvis[i]["station"].get<double>());
+        return (pvis[i + 1]["z"].number() - pvis[i]["z"].number()) /
+               (pvis[i + 1]["station"].number() - pvis[i]["station"].number());
     };
     for (std::size_t i = 0; i < pvis.size(); ++i) {
-        const double length = pvis[i]["length"].get<double>();  // of the vertical curve: radius times change of grade
-        grades.push_back({pvis[i]["station"].get<double>(), pvis[i]["z"].get<double>(),
+        const double length = pvis[i]["length"].number();  // of the vertical curve: radius times change of grade
+        grades.push_back({pvis[i]["station"].number(), pvis[i]["z"].number(),
                           length == 0 ? 0 : length / std::abs(grade(i) - grade(i - 1))});
     }
     setGrades(grades);
-    const double slope = data["input"]["crossfall_left"].get<double>(),
-                 width = data["input"]["half_width_left"].get<double>();
+    const double slope = data["input"]["crossfall_left"].number(), width = data["input"]["half_width_left"].number();
     const double from = grades.front().lc, to = grades.back().lc + 0.0001;
     setSlopes({{from, slope, slope, 0}, {to, slope, slope, 0}});
     setWidths({{from, 0, width, width, 0, 0, slope}, {to, 0, width, width, 0, 0, slope}});
 
     ASSERT_EQ(data["expected"]["points"].size(), 19u);
-    for (const nlohmann::json& point : data["expected"]["points"])
-        EXPECT_NEAR(ElevationAt(point["station"].get<double>(), 0), point["z"].get<double>(), 0.0001)
-            << point["name"].get<std::string>();
-    for (const nlohmann::json& point : data["expected"]["offset_points"])
-        EXPECT_NEAR(ElevationAt(point["station"].get<double>(), point["offset"].get<double>()),
-                    point["z"].get<double>(), 0.0001);
+    for (const ReadJson& point : data["expected"]["points"].elements())
+        EXPECT_NEAR(ElevationAt(point["station"].number(), 0), point["z"].number(), 0.0001) << point["name"].text();
+    for (const ReadJson& point : data["expected"]["offset_points"].elements())
+        EXPECT_NEAR(ElevationAt(point["station"].number(), point["offset"].number()), point["z"].number(), 0.0001);
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include <fstream>
 #include <initializer_list>
 #include <iterator>
+#include <map>
 #include <random>
 #include <string>
 #include <utility>
@@ -72,6 +73,14 @@ public:
     {
         std::ifstream in(path, std::ios::binary);
         return {std::istreambuf_iterator<char>(in), {}};
+    }
+    /// The bytes of each file of any folder by its name.
+    static std::map<std::string, std::string> filesIn(const std::filesystem::path& folder)
+    {
+        std::map<std::string, std::string> files;
+        for (const auto& file : std::filesystem::directory_iterator(folder))
+            files[file.path().filename().string()] = bytesOf(file.path().string());
+        return files;
     }
     /// Folder of the program in this test, UTF-8.
     std::string root() const { return m_root.string(); }

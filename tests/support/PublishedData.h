@@ -1,13 +1,15 @@
 #pragma once
 // The published examples in tests/data.
 
+#include "support/Json.h"
+
 #include <fstream>
-#include <nlohmann/json.hpp>
+#include <iterator>
 #include <string>
 
 /// A file of tests/data; throws where it is missing or no JSON.
-inline nlohmann::json publishedData(const std::string& name)
+inline ReadJson publishedData(const std::string& name)
 {
     std::ifstream in(VM_TEST_DATA "/" + name);
-    return nlohmann::json::parse(in);
+    return ReadJson::from({std::istreambuf_iterator<char>(in), {}});
 }

@@ -1,15 +1,8 @@
 #pragma once
 // Runs a program and keeps what it said.
 
-#include <gtest/gtest.h>
-
-#include <fcntl.h>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
-#include <sys/wait.h>
-#include <unistd.h>
+#include <sys/types.h>
 #include <vector>
 
 struct Ran {
@@ -18,37 +11,9 @@ struct Ran {
 };
 
 /// @param user  run as this user id where the test runs as root, so that read-only files are read-only
-inline Ran runProgram(const std::string& program, const std::vector<std::string>& args, const std::string& input = {},
-                      uid_t user = 0)
-{
-    namespace fs = std::filesystem;
-    std::string pattern = (fs::temp_directory_path() / "velumark-run-XXXXXX").string();
-    EXPECT_NE(mkdtemp(pattern.data()), nullptr);
-    const fs::path folder = pattern;
-    std::ofstream(folder / "in", std::ios::binary) << input;
+Ran runProgram(const std::string& program, const std::vector<std::string>& args, const std::string& input = {},
+               uid_t user = 0);
 
-    const pid_t child = fork();
-    if (child == 0) {
-        const auto redirect = [&](const char* name, int flags, int to) {
-            dup2(open((folder / name).c_str(), flags, 0600), to);
-        };
-        redirect("in", O_RDONLY, 0);
-        redirect("out", O_WRONLY | O_CREAT, 1);
-        redirect("err", O_WRONLY | O_CREAT, 2);
-        if (user != 0 && getuid() == 0 && setuid(user) != 0) _exit(126);
-        std::vector<char*> words{const_cast<char*>(program.c_str())};
-        for (const auto& arg : args) words.push_back(const_cast<char*>(arg.c_str()));
-        words.push_back(nullptr);
-        execv(program.c_str(), words.data());
-        _exit(127);
-    }
-    int status = 0;
-    EXPECT_EQ(waitpid(child, &status, 0), child);
-    const auto text = [&](const char* name) {
-        std::ifstream file(folder / name, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(file), {});
-    };
-    Ran ran{WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), text("out"), text("err")};
-    fs::remove_all(folder);
-    return ran;
-}
+/// velumark-calc as this build made it.
+std::string companionPath();
+Ran runCompanion(const std::vector<std::string>& args, const std::string& input = {}, uid_t user = 0);
