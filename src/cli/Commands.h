@@ -14,5 +14,6 @@ extern const Command kTraverseCommand;
 extern const Command kTablesCommand;
 extern const Command kCheckCommand;
 extern const Command kImportCommand;
+extern const Command kExportCommand;
 extern const Command kListCommand;
 extern const Command kHelpCommand;

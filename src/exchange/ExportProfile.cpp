@@ -25,6 +25,16 @@ std::optional<landxml::Profile> ProfileOf(const Tables& t)
     return profile;
 }
 
+bool SameProfiles(const std::optional<landxml::Profile>& a, const std::optional<landxml::Profile>& b)
+{
+    if (!a || !b) return a.has_value() == b.has_value();
+    return std::equal(a->points.begin(), a->points.end(), b->points.begin(), b->points.end(),
+                      [](const GradePoint& p, const GradePoint& q) {
+                          return p.kind == q.kind && std::abs(p.station - q.station) < 1e-6 &&
+                                 std::abs(p.elevation - q.elevation) < 1e-6 && std::abs(p.length - q.length) < 1e-6;
+                      });
+}
+
 namespace {
 
 /// The slopes of a road as rows, percent.

@@ -6,6 +6,7 @@
 #include "exchange/ImportHorizontal.h"
 #include "exchange/ImportProfile.h"
 #include "exchange/NumberText.h"
+#include "exchange/RoadElements.h"
 #include "exchange/Shape.h"
 #include "project/Workspace.h"
 
@@ -23,6 +24,8 @@ constexpr std::string_view kVertices = "交点法", kBlocks = "积木法", kLine
 void shift(landxml::Alignment& road, double metres)
 {
     road.staStart = TidyStation(road.staStart + metres);
+    for (auto& element : road.elements)
+        if (element.station) *element.station += metres;
     for (auto& equation : road.equations) {
         equation.internal += metres;
         equation.ahead += metres;
@@ -81,13 +84,7 @@ public:
         if (m_road.staStart < 0)
             throw ExchangeError("线路从桩号 " + ShortestText(m_road.staStart) +
                                 " 开始，小于 0 的桩号不能输入；可以用 --shift 给全部桩号加上整米数");
-        m_shape = SolveShape(m_road, m_file.directionUnit());
-        if (m_shape.elements.size() >= INT16_MAX)
-            throw ExchangeError("有 " + std::to_string(m_shape.elements.size()) + " 个单元，一个项目最多 " +
-                                std::to_string(INT16_MAX - 1) + " 个");
-        for (const auto& e : m_shape.elements) m_length += e.length;
-        const Stations stations(m_road, m_length, wishedBreaks(), &m_report);
-        if (!takeTyped(stations)) compute(stations);
+        if (!takeTyped()) compute();
         reportElements();
         for (const auto& line : m_road.leftOut) m_report.push_back(line);
         return {std::move(m_files), std::move(m_report)};
@@ -101,8 +98,8 @@ private:
         return breaks;
     }
 
-    // What was left in the file by this program is taken where the standard elements still say the same.
-    bool takeTyped(const Stations& stations)
+    /// What was left in the file by this program is taken where the standard elements still say the same.
+    bool takeTyped()
     {
         RoadFiles typed = typedLines(m_road);
         if (typed.empty()) return false;
@@ -110,18 +107,23 @@ private:
             m_report.push_back("没有用文件里保存的原参数：桩号改动了");
             return false;
         }
-        CompiledRoad compiled;
+        std::string other;
         try {
-            compiled = Compile(typed);
-        } catch (const ExchangeError&) {
-            return false;
+            m_compiled = Compile(typed);
+            m_shape = ShapeOf(RoadElements(m_compiled.tables, typed, nullptr), m_road);
+            m_length = m_shape.end() - m_road.staStart;
+            other = differenceOf(m_compiled, Stations(m_road, m_length));
+        } catch (const ExchangeError& error) {
+            other = error.what();
         }
-        m_deviation = DeviationOf(compiled.tables, m_road, m_shape);
-        if (const auto other = differenceOf(compiled, stations); !other.empty()) {
-            m_report.push_back("没有用文件里保存的原参数：" + other + "与文件的标准内容不一致");
+        if (!other.empty()) {
+            m_report.push_back("没有用文件里保存的原参数，与文件的标准内容不一致：" + other);
+            m_shape = {};
+            m_length = 0;
             return false;
         }
         m_files = std::move(typed);
+        m_deviation = DeviationOf(m_compiled.tables, m_shape);
         m_report.push_back("参数按文件里保存的原文恢复");
         return true;
     }
@@ -130,7 +132,7 @@ private:
     std::string differenceOf(const CompiledRoad& compiled, const Stations& stations) const
     {
         const Tables& t = compiled.tables;
-        if (!compiled.whole || m_deviation.largest > kMillimetre) return "平曲线";
+        if (!compiled.whole || !SameElements(m_shape, m_road)) return "平曲线";
         const bool breaks = t.hasDl != 0;
         if (stations.breaks().size() != (breaks ? static_cast<std::size_t>(t.dlCount) + 1 : 0)) return "断链";
         for (std::size_t i = 0; i < stations.breaks().size(); ++i) {
@@ -139,16 +141,20 @@ private:
                 std::abs(b.ahead - b.back - t.dlCum[i]) > kMillimetre)
                 return "断链";
         }
-        if (m_road.profile.has_value() != ProfileOf(t).has_value()) return "纵断面";
-        double where = 0;
-        if (m_road.profile && ProfileDeviation(t, *m_road.profile, where) > kMillimetre) return "纵断面";
+        if (!SameProfiles(m_road.profile, ProfileOf(t))) return "纵断面";
         if (!SameSuperelevations(m_road.superelevations, SuperelevationsOf(t))) return "超高";
         return {};
     }
 
-    void compute(const Stations& stations)
+    void compute()
     {
-        m_files.clear();
+        // A road of this program may not quite meet at its joints: each curve is laid out afresh from its vertex.
+        m_shape = SolveShape(m_road, m_file.directionUnit(), m_road.own ? kMostMisfit : kMostGap);
+        if (m_shape.elements.size() >= INT16_MAX)
+            throw ExchangeError("有 " + std::to_string(m_shape.elements.size()) + " 个单元，一个项目最多 " +
+                                std::to_string(INT16_MAX - 1) + " 个");
+        m_length = m_shape.end() - m_road.staStart;
+        const Stations stations(m_road, m_length, wishedBreaks(), &m_report);
         set(m_files, files::breaks, breakLines(stations));
         auto typed = typedLines(m_road);
         set(m_files, files::traverse, typed[std::string(files::traverse)]);
@@ -172,7 +178,7 @@ private:
             m_files[std::string(files::settings)] = settings(kVertices, sloped);
             m_files[std::string(files::horizontal)] = std::move(*lines);
             m_compiled = Compile(m_files);
-            m_deviation = DeviationOf(m_compiled.tables, m_road, m_shape);
+            m_deviation = DeviationOf(m_compiled.tables, m_shape);
             const double end = m_compiled.tables.elemLc.empty() ? 0 : m_compiled.tables.elemLc.back() - 0.01;
             if (m_compiled.whole && m_deviation.largest <= kMillimetre &&
                 std::abs(end - m_road.staStart - m_length) <= kMillimetre) {
@@ -181,9 +187,9 @@ private:
             }
         }
         m_files[std::string(files::settings)] = settings(kBlocks, sloped);
-        m_files[std::string(files::horizontal)] = BlockLines(m_road, m_shape, stations);
+        m_files[std::string(files::horizontal)] = BlockLines(m_shape, stations);
         m_compiled = Compile(m_files);
-        m_deviation = DeviationOf(m_compiled.tables, m_road, m_shape);
+        m_deviation = DeviationOf(m_compiled.tables, m_shape);
         if (!m_compiled.whole) throw ExchangeError("有桩号落在断链跳过的里程里，没有导入；请检查断链");
         m_report.push_back("平曲线：积木法，" + std::to_string(m_shape.elements.size()) + " 个单元");
     }
@@ -203,14 +209,12 @@ private:
 
     void reportElements()
     {
-        double from = m_road.staStart;
         for (std::size_t i = 0; i < m_shape.elements.size(); ++i) {
             const auto& e = m_shape.elements[i];
             const double off = m_deviation.ends[i];
-            m_report.push_back(e.place + "：" + FixedText(from, 3) + " 起，长 " + FixedText(e.length, 3) +
+            m_report.push_back(e.place + "：" + FixedText(e.from, 3) + " 起，长 " + FixedText(e.length, 3) +
                                "，终点与文件相差 " + MetresText(off) + " 米" +
                                (off > kMillimetre ? "，超过 1 毫米" : ""));
-            from += e.length;
         }
         m_report.push_back("相邻单元的最大转角：" + FixedText(m_shape.largestTurn * 180 / kPi * 3600, 2) + " 秒" +
                            (m_shape.turnAt.empty() ? "" : "，在" + m_shape.turnAt + "的起点"));

@@ -148,32 +148,29 @@ std::string DmsText(double az)
     return text;
 }
 
-std::vector<std::string> BlockLines(const landxml::Alignment& road, const Shape& shape, const Stations& stations)
+std::vector<std::string> BlockLines(const Shape& shape, const Stations& stations)
 {
     std::vector<std::string> lines;
-    double from = road.staStart;
     for (std::size_t i = 0; i < shape.elements.size(); ++i) {
         const auto& e = shape.elements[i];
-        const double to = from + e.length;
         const bool closes = i + 1 == shape.elements.size();
+        const double from = e.from, to = closes ? shape.end() : shape.elements[i + 1].from;
         const auto start = stations.nominal(from), end = closes ? stations.nominalAtEnd(to) : stations.nominal(to);
         if (!start || !end)
             throw ExchangeError(e.place + "：" + (start ? "终点" : "起点") +
                                 "的桩号在断链重复段的第二段，参数文件里写不出来，没有导入");
         lines.push_back(joined({ShortestText(*start), ShortestText(*end), ShortestText(e.x), ShortestText(e.y),
                                 DmsText(e.az), ShortestText(e.r1), ShortestText(e.r2)}));
-        from = to;
     }
     return lines;
 }
 
-Deviation DeviationOf(const Tables& tables, const landxml::Alignment& road, const Shape& shape)
+Deviation DeviationOf(const Tables& tables, const Shape& shape)
 {
     Deviation result;
-    double from = road.staStart;
     std::size_t i = 1;  // the stakes rise: the search goes on where it was
     for (const auto& e : shape.elements) {
-        const double to = from + e.length, middle = (from + to) / 2;
+        const double from = e.from, to = from + e.length, middle = (from + to) / 2;
         while (i <= static_cast<std::size_t>(tables.elemCount) && tables.elemLc[i] <= middle) ++i;
         double start = std::numeric_limits<double>::infinity(), end = start;
         if (i <= static_cast<std::size_t>(tables.elemCount) && tables.elemLc[i - 1] <= middle) {
@@ -183,7 +180,56 @@ Deviation DeviationOf(const Tables& tables, const landxml::Alignment& road, cons
         }
         result.ends.push_back(end);
         result.largest = std::max({result.largest, start, end});
-        from = to;
     }
     return result;
+}
+
+Shape ShapeOf(const std::vector<RoadElement>& elements, const landxml::Alignment& road)
+{
+    if (elements.size() != road.elements.size())
+        throw ExchangeError("平曲线有 " + std::to_string(road.elements.size()) + " 个单元，原参数有 " +
+                            std::to_string(elements.size()) + " 个");
+    if (std::abs(elements.front().stake - road.staStart) > kMillimetre)
+        throw ExchangeError("起点桩号是 " + ShortestText(road.staStart) + "，原参数是 " +
+                            ShortestText(elements.front().stake));
+    Shape shape;
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        const auto& e = elements[i];
+        const auto& written = road.elements[i];
+        const double endAz = e.az + (curvature(e.r1) + curvature(e.r2)) * e.length / 2;
+        if (i > 0) {
+            const double turn = std::abs(std::remainder(e.az - shape.elements.back().endAz, 2 * kPi));
+            if (turn > shape.largestTurn) {
+                shape.largestTurn = turn;
+                shape.turnAt = written.place;
+            }
+        }
+        shape.elements.push_back({.from = e.stake,
+                                  .length = e.length,
+                                  .r1 = e.r1,
+                                  .r2 = e.r2,
+                                  .x = e.x,
+                                  .y = e.y,
+                                  .endX = written.end.north,
+                                  .endY = written.end.east,
+                                  .az = e.az,
+                                  .endAz = endAz,
+                                  .misfit = std::hypot(e.endX - written.end.north, e.endY - written.end.east),
+                                  .source = i,
+                                  .place = written.place});
+    }
+    return shape;
+}
+
+bool SameElements(const Shape& shape, const landxml::Alignment& road)
+{
+    for (std::size_t i = 0; i < shape.elements.size(); ++i) {
+        const auto& e = shape.elements[i];
+        const auto& written = road.elements[i];
+        const double length = written.length.value_or(e.length);
+        if (std::abs(length - e.length) > kMillimetre || e.misfit > kMillimetre ||
+            std::hypot(e.x - written.start.north, e.y - written.start.east) > kMillimetre)
+            return false;
+    }
+    return true;
 }

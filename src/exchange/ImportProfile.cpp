@@ -145,15 +145,13 @@ struct Slopes {
 };
 
 /// The road's side at a station: 1 in a right curve, -1 in a left one, 0 on a straight or off the road.
-int sideAt(const landxml::Alignment& road, const Shape& shape, double station)
+int sideAt(const Shape& shape, double station)
 {
-    double from = road.staStart;
     for (const auto& e : shape.elements) {
-        if (station < from + e.length + kMillimetre && station >= from - kMillimetre) {
+        if (station < e.from + e.length + kMillimetre && station >= e.from - kMillimetre) {
             const double r = e.r2 != 0 ? e.r2 : e.r1;
             if (r != 0) return r > 0 ? 1 : -1;
         }
-        from += e.length;
     }
     return 0;
 }
@@ -209,7 +207,7 @@ std::vector<std::string> SuperelevationLines(const landxml::Alignment& road, con
             report.push_back("没有导入" + place + "：缺少路拱渐变、超高渐变、全超高的桩号或全超高坡度");
             continue;
         }
-        const int side = sideAt(road, shape, *s.full);
+        const int side = sideAt(shape, *s.full);
         if (!rises(s) || side == 0 || *s.slope == 0) {
             report.push_back("没有导入" + place + "：" +
                              (!rises(s)   ? "桩号不是依次增大的"

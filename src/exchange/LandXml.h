@@ -23,6 +23,7 @@ struct Element {
     std::optional<double> length, radius;
     std::optional<double> radiusStart, radiusEnd;  ///< of a spiral; 0: infinite
     std::optional<double> dirStart, dirEnd;        ///< as written
+    std::optional<double> station;                 ///< of its start, where it stands
 };
 
 /// A station equation. Stations of the file are internal: they count on from the start without regard to it.
@@ -63,6 +64,7 @@ struct Alignment {
     std::vector<Named> vertices;  ///< of AlignPIs
     /// Lines of parameter files that this program left beside the standard elements: file, line.
     std::vector<std::pair<std::string, std::string>> typed;
+    bool own = false;                  ///< written by this program
     std::vector<std::string> leftOut;  ///< what is not carried and why, one line each
 };
 

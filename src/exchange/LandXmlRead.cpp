@@ -153,6 +153,7 @@ Element File::Inner::element(const xml_node& node, std::string place) const
     e.center = child(node, "Center", e.place);
     e.pi = child(node, "PI", e.place);
     e.length = length(node, "length", e.place);
+    e.station = length(node, "staStart", e.place);
     e.dirStart = NumberOf(node, e.kind == Element::Line ? "dir" : "dirStart", e.place);
     e.dirEnd = NumberOf(node, "dirEnd", e.place);
     if (e.kind == Element::Line) return e;
@@ -292,6 +293,7 @@ Alignment File::alignment(std::size_t index) const
     const xml_node node = inner.alignments.at(index);
     Alignment road;
     road.name = node.attribute("name").as_string();
+    road.own = std::string_view(ChildOf(inner.root, "Application").attribute("name").as_string()) == marks::kProgram;
     const auto start = inner.length(node, "staStart", "Alignment");
     if (!start) throw ExchangeError("线路“" + road.name + "”缺少 staStart");
     road.staStart = *start;

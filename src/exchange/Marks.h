@@ -4,6 +4,7 @@
 #include <string_view>
 
 namespace marks {
+inline constexpr std::string_view kProgram = "Velumark";
 inline constexpr std::string_view kTyped = "Velumark";   ///< the Feature with the lines of the parameter files
 inline constexpr std::string_view kTraverse = "导线点";  ///< the group of traverse points
 }  // namespace marks

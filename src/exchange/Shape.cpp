@@ -38,7 +38,7 @@ struct Reading {
 
 class Solver {
 public:
-    explicit Solver(Reading& reading) : m_reading(reading) {}
+    Solver(Reading& reading, double start) : m_reading(reading), m_station(start) {}
 
     void add(const Element& e, std::size_t source)
     {
@@ -60,6 +60,7 @@ public:
             break;
         }
         close(solved);
+        place(e, solved);
         m_reading.shape.elements.push_back(solved);
     }
 
@@ -126,6 +127,18 @@ private:
         if (off > 0.01) find(e, "PI 与起点切线", off);
     }
 
+    /// The file's own station of an element where it agrees with the lengths before it.
+    void place(const Element& e, ShapeElement& solved)
+    {
+        if (e.station && std::abs(*e.station - m_station) <= kMillimetre)
+            m_station = *e.station;
+        else if (e.station)
+            m_reading.shape.findings.push_back(e.place + "：staStart 与长度之和相差 " +
+                                               MetresText(std::abs(*e.station - m_station)) + " 米，没有采用");
+        solved.from = m_station;
+        m_station += solved.length;
+    }
+
     void close(ShapeElement& solved)
     {
         solved.az = turned(solved.az);
@@ -146,14 +159,16 @@ private:
     }
 
     Reading& m_reading;
+    double m_station;
 };
 
 Point exchanged(const Point& p) { return {p.east, p.north}; }
 
-Reading read(const std::vector<Element>& elements, bool exchange)
+Reading read(const landxml::Alignment& road, bool exchange)
 {
+    const auto& elements = road.elements;
     Reading reading;
-    Solver solver(reading);
+    Solver solver(reading, road.staStart);
     for (std::size_t i = 0; i < elements.size(); ++i) {
         Element e = elements[i];
         if (exchange) {
@@ -169,23 +184,27 @@ Reading read(const std::vector<Element>& elements, bool exchange)
     return reading;
 }
 
-void refuseGaps(const std::vector<Element>& elements)
+std::vector<std::string> gaps(const std::vector<Element>& elements, double most)
 {
-    for (std::size_t i = 1; i < elements.size(); ++i)
-        if (const double gap = distance(elements[i - 1].end, elements[i].start); gap > kMillimetre)
-            throw ExchangeError(elements[i].place + "：起点与前一个单元的终点相差 " + MetresText(gap) +
-                                " 米，线路不相接，没有导入");
+    std::vector<std::string> found;
+    for (std::size_t i = 1; i < elements.size(); ++i) {
+        const double gap = distance(elements[i - 1].end, elements[i].start);
+        const std::string text = elements[i].place + "：起点与前一个单元的终点相差 " + MetresText(gap) + " 米";
+        if (gap > most) throw ExchangeError(text + "，线路不相接，没有导入");
+        if (gap > kMillimetre) found.push_back(text);
+    }
+    return found;
 }
 
 bool fits(const Reading& reading) { return reading.worst <= kMostMisfit && reading.kinks == 0; }
 
 }  // namespace
 
-Shape SolveShape(const landxml::Alignment& road, landxml::AngleUnit directionUnit)
+Shape SolveShape(const landxml::Alignment& road, landxml::AngleUnit directionUnit, double most)
 {
-    refuseGaps(road.elements);
-    Reading reading = read(road.elements, false);
-    if (!fits(reading) && fits(read(road.elements, true)))
+    const auto apart = gaps(road.elements, most);
+    Reading reading = read(road, false);
+    if (!fits(reading) && fits(read(road, true)))
         throw ExchangeError(
             "坐标只有按“东、北”的顺序才与各单元相符，而 LandXML 规定先北后东；请在导出的软件里改正顺序");
     if (reading.worst > kMostMisfit) {
@@ -196,6 +215,7 @@ Shape SolveShape(const landxml::Alignment& road, landxml::AngleUnit directionUni
         throw ExchangeError(text);
     }
     if (reading.shape.elements.empty()) throw ExchangeError("线路“" + road.name + "”的单元都没有长度");
+    reading.shape.findings.insert(reading.shape.findings.begin(), apart.begin(), apart.end());
     const auto directions = CheckDirections(road, reading.shape, directionUnit);
     reading.shape.findings.insert(reading.shape.findings.end(), directions.begin(), directions.end());
     return std::move(reading.shape);

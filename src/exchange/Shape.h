@@ -9,6 +9,7 @@
 
 /// An element of a road: curvature grows in proportion to length.
 struct ShapeElement {
+    double from = 0;            ///< station of its start, m
     double length = 0;          ///< m
     double r1 = 0, r2 = 0;      ///< m, positive right, 0 straight
     double x = 0, y = 0;        ///< start, m, north and east
@@ -22,6 +23,7 @@ struct ShapeElement {
 
 struct Shape {
     std::vector<ShapeElement> elements;
+    double end() const { return elements.back().from + elements.back().length; }  ///< station, m
     std::vector<std::string> findings;  ///< what of the file contradicts itself, one line each
     double largestTurn = 0;             ///< at a joint between two elements, radians
     std::string turnAt;                 ///< the element behind it
@@ -32,7 +34,11 @@ inline constexpr double kMillimetre = 0.001;
 /// An element whose end lies further from the file's own end is not carried, m.
 inline constexpr double kMostMisfit = 0.05;
 
+/// What two elements of a file may lie apart, m: coordinates rounded to whole millimetres, each by itself.
+inline constexpr double kMostGap = 0.005;
+
 /// Directions are read only to check the points.
 /// @throws ExchangeError for a gap between elements, an element that is not what it says, and points that fit only
 /// with north and east exchanged
-Shape SolveShape(const landxml::Alignment& road, landxml::AngleUnit directionUnit);
+/// @param most  what two elements may lie apart, m; what is more than a millimetre is a finding
+Shape SolveShape(const landxml::Alignment& road, landxml::AngleUnit directionUnit, double most = kMostGap);
