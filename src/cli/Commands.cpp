@@ -10,7 +10,7 @@ std::span<const Command* const> Commands()
     static constexpr const Command* kAll[] = {
         &kCoordsCommand,     &kInverseCommand, &kStakeoutCommand, &kElevationCommand, &kCornersCommand,
         &kMainPointsCommand, &kPhoneCommand,   &kTraverseCommand, &kTablesCommand,    &kCheckCommand,
-        &kImportCommand,     &kExportCommand,  &kListCommand,     &kHelpCommand,
+        &kPlotCommand,       &kImportCommand,  &kExportCommand,   &kListCommand,      &kHelpCommand,
     };
     return kAll;
 }

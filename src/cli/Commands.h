@@ -12,6 +12,7 @@ extern const Command kMainPointsCommand;
 extern const Command kPhoneCommand;
 extern const Command kTraverseCommand;
 extern const Command kTablesCommand;
+extern const Command kPlotCommand;
 extern const Command kCheckCommand;
 extern const Command kImportCommand;
 extern const Command kExportCommand;

@@ -7,20 +7,9 @@
 #include <algorithm>
 #include <cmath>
 
-namespace {
-
-struct Side {
-    double width = 0, shoulder = 0;  // m
-};
-
-struct Section {
-    Side left, right;
-    double halfMedian = 0, shoulderSlope = 0;
-};
-
-Section sectionAt(const Tables& t, double stake)
+RoadSection sectionAt(const Tables& t, double stake)
 {
-    Section s;
+    RoadSection s;
     for (std::size_t i = 1; i <= static_cast<std::size_t>(std::max<int>(t.cgkdCount, 0)); ++i) {
         if (!(t.cgkdG[i - 1] <= stake && stake < t.cgkdG[i])) continue;
         const auto lerp = [&](const Tables::Column& of) {
@@ -31,6 +20,8 @@ Section sectionAt(const Tables& t, double stake)
     }
     return s;
 }
+
+namespace {
 
 double grade(const Tables& t, std::ptrdiff_t from, std::ptrdiff_t to)
 {
@@ -67,7 +58,7 @@ double gradeLine(const Tables& t, double stake)
 
 double elevationAt(const Tables& t, double stake, double offset)
 {
-    const Section section = sectionAt(t, stake);
+    const RoadSection section = sectionAt(t, stake);
     const double e = gradeLine(t, stake);
     const double aoff = std::abs(offset), h = section.halfMedian;
     if (aoff <= h) return e;
@@ -75,7 +66,7 @@ double elevationAt(const Tables& t, double stake, double offset)
     const double form = ParseNumber(t.cgType);
     if (form != 0 && form != 1) return e;
     const bool left = offset < 0;
-    const Side& side = left ? section.left : section.right;
+    const RoadSection::Side& side = left ? section.left : section.right;
     const double x1 = std::min(aoff, side.width);
     const auto& slopes = left ? t.cgA : t.cgB;
 

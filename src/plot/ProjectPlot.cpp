@@ -1,0 +1,78 @@
+#include "plot/ProjectPlot.h"
+
+#include "engine/Numbers.h"
+#include "engine/RunTimeError.h"
+#include "project/FileBytes.h"
+#include "project/LoadTables.h"
+#include "project/TextFile.h"
+#include "project/Workspace.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace plot {
+
+namespace {
+
+std::string bytesOf(const std::string& path)
+{
+    if (LookAt(path) != Look::Regular) return {};
+    try {
+        return ReadBytes(path);
+    } catch (const FileError&) {  // what cannot be read is not drawn
+        return {};
+    }
+}
+
+/// A whole number of a settings line; 0 where it is none.
+int gradesOf(const std::vector<std::string>& settings, std::size_t line)
+{
+    double value = 0;
+    if (line < settings.size()) attempt([&] { value = ParseNumber(settings[line]); });
+    return value >= 1 && value <= 10 && value == std::floor(value) ? static_cast<int>(value) : 0;
+}
+
+}  // namespace
+
+SlopeFiles slopesOf(const std::string& folder, const Tables& t)
+{
+    const auto settings = SplitLines(bytesOf(folder + "/" + std::string(files::settings)));
+    const auto rows = [&](const char* file, std::size_t line) {
+        return readSlopes(bytesOf(folder + "/" + file), gradesOf(settings, line), t);
+    };
+    return {rows("左幅填方参数.txt", 2), rows("右幅填方参数.txt", 2), rows("左幅挖方参数.txt", 3),
+            rows("右幅挖方参数.txt", 3)};
+}
+
+std::unique_ptr<OwnRoad> roadOf(const std::string& folder)
+{
+    auto own = std::make_unique<OwnRoad>();
+    if (!FolderExists(folder)) {
+        own->refusal = "没有这个项目：" + folder;
+        return own;
+    }
+    const Loaded loaded = loadTables(folder, own->tables);
+    if (!loaded.unreadable.empty()) own->refusal = loaded.unreadable.front().what();
+    if (loaded.neverEnds) own->refusal = loaded.neverEnds->file + "里没有一行含有逗号";
+    if (loaded.cutAtGap) own->refusal = std::string(kStakeInGap);
+    if (own->refusal.empty()) {
+        own->road = std::make_unique<Road>(own->tables);
+        if (own->road->empty()) own->refusal = "这个项目没有平曲线参数";
+    }
+    return own;
+}
+
+Stale staleOf(const std::string& folder, const Tables& t)
+{
+    const auto none = [&](std::string_view file) {
+        return LastCommaLine(SplitLines(bytesOf(folder + "/" + std::string(file)))) < 0;
+    };
+    return {.horizontal = t.elemCount > 0 && none(files::horizontal),
+            .breaks = t.hasDl && none(files::breaks),
+            .traverse = !t.dxdX.empty() && none(files::traverse),
+            .vertical = !t.sqxLc.empty() && none(files::vertical),
+            .crossfall = !t.cgLc.empty() && none(files::superelevation),
+            .widths = !t.cgkdG.empty() && none(files::widths)};
+}
+
+}  // namespace plot

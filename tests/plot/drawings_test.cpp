@@ -1,0 +1,273 @@
+// Plan, profile and section, and the sheets that they go on.
+
+#include "PlotTest.h"
+
+#include "engine/Elevation.h"
+#include "plot/Drawings.h"
+#include "plot/ProjectPlot.h"
+#include "plot/TitleBlock.h"
+#include "support/RandomRoute.h"
+
+#include <cmath>
+#include <random>
+
+using namespace plot;
+using testing::Contains;
+using testing::HasSubstr;
+
+namespace {
+
+struct PlotDrawings : FreshTables<testing::Test> {};
+
+Picture planAt(const Road& road, double mm)
+{
+    PlanView view;
+    view.mm = mm;
+    view.tolerance = mm / 100;
+    return Plan(road).picture(view);
+}
+
+}  // namespace
+
+TEST_F(PlotDrawings, NoTextLiesOverAnotherInAnyPlan)
+{
+    for (const char* name : {"示例一", "示例二"}) {
+        const Sample sample(name);
+        const Road road(shared.tables);
+        for (const double mm : {0.5, 2.0, 5.0, 20.0}) EXPECT_THAT(overlaps(planAt(road, mm)), testing::IsEmpty()) << mm;
+    }
+    std::mt19937_64 random(3);
+    for (int round = 0; round < 2; ++round) {
+        shared = {};
+        setRoute(randomVertices(random, 40), 1234.5);
+        setBreaks({{3000, 3020}, {5000, 4990}});
+        const Road road(shared.tables);
+        for (const double mm : {2.0, 10.0, 50.0}) EXPECT_THAT(overlaps(planAt(road, mm)), testing::IsEmpty()) << mm;
+    }
+}
+
+TEST_F(PlotDrawings, ThePlanSaysWhatStandsAlongTheRoad)
+{
+    const Sample sample("示例一");
+    const auto words = wordsOf(planAt(Road(shared.tables), 2));
+    EXPECT_THAT(words, Contains("断链 K13+380.000=K13+412.360"));
+    EXPECT_THAT(words, Contains("断链 K16+300.000=K16+284.215"));
+    EXPECT_THAT(words, Contains("JD10"));
+    EXPECT_THAT(words, Contains("GP01"));
+    EXPECT_THAT(words, Contains("K13+300"));
+    EXPECT_THAT(words, Contains("R=420  L=245.33")) << "from ZH to HZ, as in the superelevation file";
+    EXPECT_THAT(words, Contains(HasSubstr("ZH K12+364.042"))) << "where the superelevation file says that it begins";
+    EXPECT_THAT(words, Contains(HasSubstr("终点 K18+553.408")));
+}
+
+TEST_F(PlotDrawings, ADrawingMovesNothingShared)
+{
+    const Sample sample("示例一");
+    const Shared before = shared;
+    const Road road(shared.tables);
+    const auto slopes = slopesOf(ProjectPath(gProject), shared.tables);
+    for (const auto kind : {Order::Plan, Order::Profile, Order::Section}) {
+        Order order = orderOf(road, kind);
+        order.stake = 12560;
+        EXPECT_EQ(refusalOf(road, order), "");
+        (void)sheetsOf(road, order, slopes);
+        (void)dxfOf(road, order, slopes);
+    }
+    EXPECT_EQ(shared, before);
+}
+
+TEST_F(PlotDrawings, SheetsFollowTheRoadWithoutAGap)
+{
+    for (const char* name : {"示例一", "示例二"}) {
+        const Sample sample(name);
+        const Road road(shared.tables);
+        for (const auto& [paper, scale] : {std::pair{kA4, 1000.0}, {kA3, 2000.0}, {kA4, 500.0}}) {
+            Order order = orderOf(road, Order::Plan);
+            order.paper = paper;
+            order.scale = scale;
+            const auto sheets = sheetsOf(road, order, {});
+            ASSERT_FALSE(sheets.empty());
+            double at = road.start();
+            for (const auto& sheet : sheets) {
+                EXPECT_NEAR(sheet.from, at, 1e-9);
+                at = sheet.to;
+                // Its window is as large on the ground as on paper by the scale, and holds its piece of the road.
+                const Point w = sheet.outline[1] - sheet.outline[0], h = sheet.outline[3] - sheet.outline[0];
+                EXPECT_NEAR(length(w), (paper.width - kBinding - kEdge) * scale / 1000, 1e-6);
+                for (int i = 0; i <= 50; ++i) {
+                    const Point p = road.poseAt(sheet.from + (sheet.to - sheet.from) * i / 50)->at - sheet.outline[0];
+                    const double u = (p.x * w.x + p.y * w.y) / (length(w) * length(w)),
+                                 v = (p.x * h.x + p.y * h.y) / (length(h) * length(h));
+                    EXPECT_TRUE(u > 0 && u < 1 && v > 0 && v < 1) << i;
+                }
+                EXPECT_THAT(overlaps(sheet.parts[0].picture), testing::IsEmpty());
+            }
+            EXPECT_NEAR(at, road.end(), 1e-9);
+            if (sheets.size() > 1) {
+                EXPECT_THAT(wordsOf(sheets[0].parts[1].picture), Contains(HasSubstr("接第 2 张")));
+            }
+        }
+    }
+}
+
+TEST_F(PlotDrawings, GradeChangesFollowTheTextbook)
+{
+    // i1 = +2 %, i2 = -1 %, R = 4000: T = 60, E = T squared over 2 R = 0.45; the crest lies 80 m behind the start.
+    shared.tables.sqxLc = {0, 1000, 2000};
+    shared.tables.sqxGc = {100, 120, 110};
+    shared.tables.sqxR = {0, 4000, 0};
+    shared.tables.sqxCount = 2;
+    shared.tables.cgType = "0";
+    const auto changes = gradeChanges(shared.tables);
+    ASSERT_EQ(changes.size(), 1u);
+    EXPECT_NEAR(changes[0].tangent, 60, 1e-9);
+    EXPECT_NEAR(changes[0].rise, 0.45, 1e-9);
+    EXPECT_TRUE(changes[0].crest);
+    const auto tops = extremes(shared.tables);
+    ASSERT_EQ(tops.size(), 1u);
+    EXPECT_NEAR(tops[0].stake, 940 + 80, 1e-9);
+    EXPECT_NEAR(tops[0].elevation, 118.8 + 0.8, 1e-9);  // the start is at 118.8, half of 2 % over 80 m above
+    EXPECT_TRUE(tops[0].high);
+}
+
+TEST_F(PlotDrawings, TheProfileStandsToScale)
+{
+    const Sample sample("示例一");
+    const Road road(shared.tables);
+    ProfileView view{.from = 12000, .to = 13000, .mm = 2, .exaggeration = 10, .datum = 220, .height = 130};
+    const Point p = inProfile(view, 12560, 244.62);
+    EXPECT_NEAR(p.x, 280, 1e-9);        // 560 m at 1 : 2000
+    EXPECT_NEAR(p.y, 24.62 * 5, 1e-9);  // 24.62 m at 1 : 200
+    const Picture picture = profilePicture(road, view);
+    const auto words = wordsOf(picture);
+    EXPECT_THAT(words, Contains("2.35"));  // (244.62 - 231.46) / 560
+    EXPECT_THAT(words, Contains("K12+560.000  244.620"));
+    EXPECT_THAT(overlaps(picture), testing::IsEmpty());
+}
+
+TEST_F(PlotDrawings, NoTextLiesOverAnotherInAnyProfile)
+{
+    for (const char* name : {"示例一", "示例二"}) {
+        const Sample sample(name);
+        const Road road(shared.tables);
+        for (const double scale : {500.0, 2000.0, 20000.0})
+            for (const Paper paper : {kA3, kA4}) {
+                Order order = orderOf(road, Order::Profile);
+                order.scale = scale;
+                order.paper = paper;
+                for (const auto& sheet : sheetsOf(road, order, {}))
+                    EXPECT_THAT(overlaps(sheet.parts[0].picture), testing::IsEmpty());
+            }
+    }
+}
+
+TEST_F(PlotDrawings, ASectionHasTheElevationsOfTheEngine)
+{
+    const Sample sample("示例一");
+    const Road road(shared.tables);
+    const Section section = sectionOf(road, 12400, 0.18, slopesOf(ProjectPath(gProject), shared.tables));
+    ASSERT_EQ(section.points.size(), 5u);  // no median in this road
+    EXPECT_EQ(section.points[0].offset, -5);
+    EXPECT_EQ(section.points[1].offset, -4.25);
+    for (const auto& p : section.points) {
+        EXPECT_EQ(*p.surface, elevationAt(shared.tables, 12400, p.offset));
+        EXPECT_NEAR(*p.bottom, *p.surface - 0.18, 1e-12);
+    }
+    const auto world = worldPoints(road, section);
+    for (std::size_t i = 0; i < world.size(); ++i)
+        EXPECT_NEAR(length(world[i] - world[2]), std::abs(section.points[i].offset), 1e-9);
+}
+
+TEST_F(PlotDrawings, AMedianSplitsTheSection)
+{
+    const Sample sample("示例一");
+    for (auto& width : shared.tables.cgkdC) width = 2;
+    const Section section = sectionOf(Road(shared.tables), 12400, 0, {});
+    ASSERT_EQ(section.points.size(), 7u);
+    EXPECT_EQ(section.points[2].offset, -1);
+    EXPECT_EQ(*section.points[2].surface, *section.points[3].surface) << "level inside the median";
+}
+
+TEST_F(PlotDrawings, SlopesAreReadByTheGradesOfTheSettings)
+{
+    const std::string line = "100,5,1.5,8,2,1.75,200,6,1.5,10,2,2,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n";
+    const auto rows = readSlopes(line, 2, shared.tables);
+    ASSERT_EQ(rows.size(), 1u);
+    const auto ladder = ladderAt(rows, 150);
+    ASSERT_TRUE(ladder);
+    EXPECT_EQ(ladder->width, 5.5);
+    ASSERT_EQ(ladder->grades.size(), 2u);
+    EXPECT_EQ(ladder->grades[0].slope, 1.5);
+    EXPECT_EQ(ladder->grades[0].height, 9);
+    EXPECT_EQ(ladder->grades[1].berm, 2);
+    EXPECT_EQ(ladder->grades[1].slope, 1.875);
+    EXPECT_FALSE(ladderAt(rows, 99.9));
+    EXPECT_TRUE(readSlopes(line, 0, shared.tables).empty());
+    EXPECT_TRUE(readSlopes("100,5\r\nabc\r\n", 2, shared.tables).empty());
+}
+
+TEST_F(PlotDrawings, SlopesAreMarkedAsASketch)
+{
+    const Sample sample("示例一");
+    const Road road(shared.tables);
+    const auto slopes = slopesOf(ProjectPath(gProject), shared.tables);
+    const Section fill = sectionOf(road, 12200, 0, slopes), cut = sectionOf(road, 12800, 0, slopes);
+    ASSERT_EQ(fill.slopes.size(), 2u);
+    EXPECT_FALSE(fill.slopes[0].cut);
+    EXPECT_EQ(fill.slopes[0].labels, (std::vector<std::string>{"1:1.5", "1:1.75"}));
+    ASSERT_EQ(cut.slopes.size(), 2u);
+    EXPECT_EQ(cut.slopes[0].labels, (std::vector<std::string>{"1:0.5", "1:0.75", "1:1"}));
+    EXPECT_EQ(std::abs(cut.slopes[0].points[0].x), 6.2) << "behind the ditch";
+    EXPECT_THAT(wordsOf(sectionPicture(road, cut, {.mm = 0.1})), Contains("挖方（示意）"));
+    EXPECT_THAT(wordsOf(sectionPicture(road, fill, {.mm = 0.1})), Contains("填方（示意）"));
+    EXPECT_THAT(overlaps(sectionPicture(road, cut, {.mm = 0.1})), testing::IsEmpty());
+}
+
+TEST_F(PlotDrawings, WhatCannotBeDrawnSaysWhy)
+{
+    const Road road(shared.tables);
+    EXPECT_EQ(refusalOf(road, orderOf(road, Order::Plan)), "没有平曲线参数，画不出平面图");
+    EXPECT_EQ(refusalOf(road, orderOf(road, Order::Profile)), "没有竖曲线参数，画不出纵断面图");
+    EXPECT_EQ(refusalOf(road, orderOf(road, Order::Section)), "这个里程没有设计高程，画不出横断面图");
+}
+
+TEST_F(PlotDrawings, GroupsOfAnotherProjectAreAmber)
+{
+    Sample sample("示例一");
+    sample.folder.project("空项目", {{"断链参数.txt", "100,120\r\n"}});
+    const Stale stale = staleOf(ProjectPath("空项目"), shared.tables);
+    EXPECT_TRUE(stale.horizontal && stale.vertical && stale.traverse && stale.crossfall && stale.widths);
+    EXPECT_FALSE(stale.breaks);
+    PlanView view;
+    view.mm = 2;
+    view.stale = stale;
+    const Road road(shared.tables);
+    const Picture picture = Plan(road).picture(view);
+    for (const auto& entity : picture.entities)
+        EXPECT_FALSE(entity.layer == Layer::Straight || entity.layer == Layer::Arc || entity.layer == Layer::Spiral);
+}
+
+TEST_F(PlotDrawings, ASecondRoadIsReadInItsPlace)
+{
+    const Sample sample("示例二");
+    const auto before = shared;
+    std::filesystem::create_directories(ProjectPath("另一条"));
+    for (const auto& file : std::filesystem::directory_iterator(VM_SOURCE_DIR "/samples/示例一"))
+        std::filesystem::copy_file(file.path(), ProjectPath("另一条") + "/" + file.path().filename().string());
+    const auto own = roadOf(ProjectPath("另一条"));
+    ASSERT_EQ(own->refusal, "");
+    EXPECT_EQ(shared, before);
+    EXPECT_EQ(own->road->breaks().size(), 2u);
+    EXPECT_EQ(roadOf(ProjectPath("没有"))->refusal, "没有这个项目：" + ProjectPath("没有"));
+    const Road road(shared.tables);
+    PlanView view;
+    view.mm = 5;
+    view.other = own->road.get();
+    const Picture picture = Plan(road).picture(view);
+    EXPECT_TRUE(std::any_of(picture.entities.begin(), picture.entities.end(),
+                            [](const Entity& e) { return e.layer == Layer::OtherRoad; }));
+    // At its place in the world: its first point, east and north.
+    const Point first = own->road->elements()[0].start.at + own->road->origin() - road.origin();
+    EXPECT_NEAR(first.x + road.origin().x, 512480.736, 1e-6);
+    EXPECT_NEAR(first.y + road.origin().y, 2856320.418, 1e-6);
+}
