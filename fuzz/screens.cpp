@@ -4,6 +4,7 @@
 #include "FuzzFolder.h"
 #include "office/Xls.h"
 #include "project/CalcTables.h"
+#include "screens/Columns.h"
 #include "screens/DgdGc.h"
 #include "screens/DgdZb.h"
 #include "screens/Export.h"

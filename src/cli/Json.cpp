@@ -23,7 +23,7 @@ ordered_json rowsOf(const OutputTable& table)
         ordered_json object;
         for (int col = 0; col < grid.cols(); ++col) object[keys[static_cast<std::size_t>(col)]] = grid.text(row, col);
         for (const auto& typed : table.typed) {
-            const auto value = TypedValue(grid.text(row, typed.column), typed.kind);
+            const auto value = grid.shown(row, typed.column);
             object[std::string(typed.key)] = value ? ordered_json(*value) : ordered_json();
         }
         if (!grid.warning(row).empty()) object["warning"] = grid.warning(row);

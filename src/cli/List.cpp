@@ -19,15 +19,16 @@
 namespace {
 
 struct Project {
-    std::string name, from, to, remark;
+    Cell name, from, to, remark;
 };
 
-constexpr TypedColumn kTyped[] = {{1, "from", CellKind::Stake}, {2, "to", CellKind::Stake}};
+constexpr TypedColumn kTyped[] = {{1, "from"}, {2, "to"}};
 
-std::string stakeText(const Tables& t, double continuous)
+Cell stakeCell(const Tables& t, double continuous)
 {
     const NominalStake nominal = ToNominal(t, RoundHalfUp3(continuous));
-    return (nominal.secondPass ? "-" : "") + FormatStake(nominal.value);
+    return {(nominal.secondPass ? "-" : "") + FormatStake(nominal.value),
+            {nominal.value, ShownNumber::As::Shortest, nominal.secondPass}};
 }
 
 /// Where the road begins and ends; the closing row lies this far beyond the end.
@@ -38,8 +39,8 @@ void readEnds(const Tables& t, Project& project)
         project.remark = "没有平曲线参数";
         return;
     }
-    project.from = stakeText(t, at(t.elemLc, 0));
-    project.to = stakeText(t, at(t.elemLc, t.elemCount) - (byPoints ? 0.01 : 0.0001));
+    project.from = stakeCell(t, at(t.elemLc, 0));
+    project.to = stakeCell(t, at(t.elemLc, t.elemCount) - (byPoints ? 0.01 : 0.0001));
 }
 
 Project look(const std::string& name)
@@ -51,7 +52,7 @@ Project look(const std::string& name)
     }
     Tables tables;
     const Loaded loaded = loadTables(ProjectPath(name), tables);
-    if (loaded.cutAtGap) project.remark = kStakeInGap;
+    if (loaded.cutAtGap) project.remark = std::string(kStakeInGap);
     if (loaded.neverEnds) {
         project.remark = loaded.neverEnds->file + "没有一行含有逗号，打开项目时程序会停住不动";
     } else if (!loaded.unreadable.empty()) {
@@ -98,8 +99,8 @@ int run(const Call& call)
     grid.setRows(static_cast<int>(names.size()) + 1);
     const auto put = [&grid](int row, const Project& project) {
         int col = 0;
-        for (const auto& text : {project.name, project.from, project.to, project.remark})
-            grid.setText(row, col++, text);
+        for (const auto& cell : {project.name, project.from, project.to, project.remark})
+            grid.setCell(row, col++, cell);
     };
     put(0, {"项目", "起点", "终点", "说明"});
     int row = 0;

@@ -2,7 +2,6 @@
 // A table of texts as it goes out: aligned, CSV or JSON.
 
 #include "cli/Arguments.h"
-#include "cli/Typed.h"
 #include "desk/GridText.h"
 
 #include <functional>
@@ -21,10 +20,16 @@ Format FormatOf(const Arguments& args, std::string_view forms);
 /// Columns of a terminal that a UTF-8 text takes: Chinese characters take two.
 int DisplayWidth(std::string_view text);
 
+/// A column whose numbers JSON has beside the texts.
+struct TypedColumn {
+    int column;
+    std::string_view key;
+};
+
 /// A table on its way out.
 struct OutputTable {
     const GridText& grid;
-    std::span<const TypedColumn> typed = {};  ///< values that JSON has beside the texts
+    std::span<const TypedColumn> typed = {};  ///< columns with the numbers that their cells show
 };
 std::string Rendered(const OutputTable& table, Format format);
 

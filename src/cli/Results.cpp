@@ -20,41 +20,23 @@
 namespace {
 
 constexpr TypedColumn kCoordinateTyped[] = {
-    {1, "stake", CellKind::Stake},
-    {2, "offset", CellKind::Offset},
-    {3, "skew_deg", CellKind::Angle},
-    {4, "azimuth_deg", CellKind::Angle},
-    {5, "distance"},
-    {6, "x"},
-    {7, "y"},
-    {8, "tangent_deg", CellKind::Angle},
+    {1, "stake"},    {2, "offset"}, {3, "skew_deg"}, {4, "azimuth_deg"},
+    {5, "distance"}, {6, "x"},      {7, "y"},        {8, "tangent_deg"},
 };
-constexpr TypedColumn kInverseTyped[] = {
-    {3, "stake", CellKind::Stake}, {4, "offset", CellKind::Offset}, {1, "x"}, {2, "y"}};
+constexpr TypedColumn kInverseTyped[] = {{3, "stake"}, {4, "offset"}, {1, "x"}, {2, "y"}};
 constexpr TypedColumn kElevationTyped[] = {
-    {1, "stake", CellKind::Stake},
-    {2, "offset", CellKind::Offset},
-    {3, "elevation"},
-    {4, "offset_left", CellKind::Offset},
-    {5, "elevation_left"},
-    {6, "offset_right", CellKind::Offset},
-    {7, "elevation_right"},
+    {1, "stake"},          {2, "offset"},       {3, "elevation"},       {4, "offset_left"},
+    {5, "elevation_left"}, {6, "offset_right"}, {7, "elevation_right"},
 };
 constexpr TypedColumn kCornerTyped[] = {
-    {1, "stake", CellKind::Stake},
-    {3, "skew_deg", CellKind::Angle},
-    {4, "azimuth_deg", CellKind::Angle},
-    {5, "distance"},
-    {6, "x"},
-    {7, "y"},
-    {8, "tangent_deg", CellKind::Angle},
+    {1, "stake"}, {3, "skew_deg"}, {4, "azimuth_deg"}, {5, "distance"}, {6, "x"}, {7, "y"}, {8, "tangent_deg"},
 };
 constexpr TypedColumn kMainPointTyped[] = {
     {2, "t1"},        {3, "t2"},    {4, "ls1"},   {5, "ls2"},
-    {6, "zh_stake"},  {7, "zh_x"},  {8, "zh_y"},  {9, "zh_azimuth_deg", CellKind::Angle},
-    {10, "hy_stake"}, {11, "hy_x"}, {12, "hy_y"}, {13, "hy_azimuth_deg", CellKind::Angle},
-    {14, "yh_stake"}, {15, "yh_x"}, {16, "yh_y"}, {17, "yh_azimuth_deg", CellKind::Angle},
-    {18, "hz_stake"}, {19, "hz_x"}, {20, "hz_y"}, {21, "hz_azimuth_deg", CellKind::Angle},
+    {6, "zh_stake"},  {7, "zh_x"},  {8, "zh_y"},  {9, "zh_azimuth_deg"},
+    {10, "hy_stake"}, {11, "hy_x"}, {12, "hy_y"}, {13, "hy_azimuth_deg"},
+    {14, "yh_stake"}, {15, "yh_x"}, {16, "yh_y"}, {17, "yh_azimuth_deg"},
+    {18, "hz_stake"}, {19, "hz_x"}, {20, "hz_y"}, {21, "hz_azimuth_deg"},
 };
 
 }  // namespace

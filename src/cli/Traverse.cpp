@@ -65,6 +65,46 @@ void typeInto(Worksheet& sheet, const std::vector<std::vector<std::string>>& poi
                 sheet.setValue({static_cast<int>(2 * k) + 4 + kInputs[i].rowsBelow, kInputs[i].column}, points[k][i]);
 }
 
+std::optional<double> numberOf(std::string_view text)
+{
+    std::optional<double> value;
+    attempt([&] { value = ParseNumber(text); });
+    return value;
+}
+
+/// Degrees, minutes and seconds behind each other, each with its sign of one kind or the other.
+std::optional<double> degreesOf(std::string_view text)
+{
+    constexpr struct {
+        std::string_view word, mark;
+        double parts;
+    } kUnits[] = {{"度", "°", 1}, {"分", "′", 60}, {"秒", "″", 3600}};
+    const bool negative = text.starts_with('-');
+    if (negative) text.remove_prefix(1);
+    double degrees = 0;
+    for (const auto& [word, mark, parts] : kUnits) {
+        auto unit = word;
+        auto end = text.find(word);
+        if (end == std::string_view::npos) {
+            unit = mark;
+            end = text.find(mark);
+        }
+        if (end == std::string_view::npos) return std::nullopt;
+        const auto number = numberOf(text.substr(0, end));
+        if (!number) return std::nullopt;
+        degrees += *number / parts;
+        text.remove_prefix(end + unit.size());
+    }
+    return negative ? -degrees : degrees;
+}
+
+/// A text of the sheet, into which people write too, with the number that it shows.
+Cell cellOf(const std::string& text, bool angle)
+{
+    const auto number = angle ? degreesOf(text) : numberOf(text);
+    return number ? Cell(text, {*number, ShownNumber::As::Exact}) : Cell(text);
+}
+
 /// One row a point; what lies on the way to the next point stands in its row.
 GridText tableOf(const Worksheet& sheet, int n)
 {
@@ -76,7 +116,8 @@ GridText tableOf(const Worksheet& sheet, int n)
     for (int col = 0; col < table.cols(); ++col) {
         table.setText(0, col, headers[col]);
         const bool between = col >= 3 && col <= 10;
-        for (int k = 1; k <= n; ++k) table.setText(k, col, sheet.shown({2 * k + 2 + between, col + 1}));
+        for (int k = 1; k <= n; ++k)
+            table.setCell(k, col, cellOf(sheet.shown({2 * k + 2 + between, col + 1}), col == 1 || col == 3));
     }
     return table;
 }
@@ -95,18 +136,12 @@ std::string closuresOf(const Worksheet& sheet, int n)
 }
 
 constexpr TypedColumn kTyped[] = {
-    {1, "angle_deg", CellKind::Angle},
-    {2, "angle_correction"},
-    {3, "azimuth_deg", CellKind::Angle},
-    {4, "distance"},
-    {5, "dx"},
-    {6, "dy"},
-    {7, "vx_mm"},
-    {8, "vy_mm"},
-    {9, "dx_corrected"},
-    {10, "dy_corrected"},
-    {11, "x"},
-    {12, "y"},
+    {1, "angle_deg"},    {2, "angle_correction"},
+    {3, "azimuth_deg"},  {4, "distance"},
+    {5, "dx"},           {6, "dy"},
+    {7, "vx_mm"},        {8, "vy_mm"},
+    {9, "dx_corrected"}, {10, "dy_corrected"},
+    {11, "x"},           {12, "y"},
 };
 
 /// The number behind `name` in a cell such as fx=-0.145 or K=f/ΣD=1/3718>1/15000, nothing where there is none.

@@ -2,7 +2,10 @@
 // The texts of a grid as a plain value: what a window shows and a save writes. Row 0 is the header, column 0 the
 // sequence number.
 
+#include "desk/Cell.h"
+
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -21,27 +24,25 @@ public:
     void setCols(int cols) { m_cols = cols < 0 ? 0 : cols; }
 
     /// The text of a cell; "" where nothing was written yet.
-    const std::string& text(int row, int col) const
+    const std::string& text(int row, int col) const { return cell(row, col).text; }
+    /// The number that a cell shows, where the one who wrote it said so.
+    std::optional<double> shown(int row, int col) const { return cell(row, col).value.shown(); }
+    void setText(int row, int col, std::string text) { setCell(row, col, std::move(text)); }
+    void setCell(int row, int col, Cell cell)
     {
-        static const std::string none;
-        const auto& cells = m_rows[static_cast<std::size_t>(row)].texts;
-        return static_cast<std::size_t>(col) < cells.size() ? cells[static_cast<std::size_t>(col)] : none;
-    }
-    void setText(int row, int col, std::string text)
-    {
-        auto& cells = m_rows[static_cast<std::size_t>(row)].texts;
+        auto& cells = m_rows[static_cast<std::size_t>(row)].cells;
         if (cells.size() <= static_cast<std::size_t>(col))
             cells.resize(static_cast<std::size_t>(m_cols > col ? m_cols : col + 1));
-        cells[static_cast<std::size_t>(col)] = std::move(text);
+        cells[static_cast<std::size_t>(col)] = std::move(cell);
     }
     /// A row at the end with these cells from column 1 on, as far as there are columns.
     /// @param warning  see warning()
-    void append(std::vector<std::string> cells, std::string warning)
+    void append(std::vector<Cell> cells, std::string warning)
     {
         Row row;
-        row.texts.resize(static_cast<std::size_t>(m_cols));
-        for (std::size_t i = 0; i < cells.size() && i + 1 < row.texts.size(); ++i)
-            row.texts[i + 1] = std::move(cells[i]);
+        row.cells.resize(static_cast<std::size_t>(m_cols));
+        for (std::size_t i = 0; i < cells.size() && i + 1 < row.cells.size(); ++i)
+            row.cells[i + 1] = std::move(cells[i]);
         row.warning = std::move(warning);
         m_rows.push_back(std::move(row));
     }
@@ -69,8 +70,15 @@ public:
     }
 
 private:
+    const Cell& cell(int row, int col) const
+    {
+        static const Cell none;
+        const auto& cells = m_rows[static_cast<std::size_t>(row)].cells;
+        return static_cast<std::size_t>(col) < cells.size() ? cells[static_cast<std::size_t>(col)] : none;
+    }
+
     struct Row {
-        std::vector<std::string> texts;
+        std::vector<Cell> cells;
         std::string warning;
         std::vector<std::pair<int, KeptBytes>> kept;  // by column
     };

@@ -1,6 +1,7 @@
 #pragma once
 // How the first half of a handler ends and where its rows go.
 
+#include "desk/Cell.h"
 #include "desk/Desk.h"
 
 #include <optional>
@@ -23,7 +24,7 @@ struct Outcome {
 
 /// One row of a result grid: the cell texts from column 1 on (column 0 is the sequence number), and quiet warnings.
 struct ResultRow {
-    std::vector<std::string> cells;
+    std::vector<Cell> cells;
     std::string warning;  ///< "" or why the arithmetic cannot vouch for the row, in Chinese
 };
 

@@ -149,7 +149,7 @@ void EditorForm::Form_Load()
         }
     }
     m_grid->holdBack(true);
-    for (std::vector<std::string>& row : content.rows) m_grid->appendRow({std::move(row), {}});
+    for (auto& row : content.rows) m_grid->appendRow({{row.begin(), row.end()}, {}});
     m_grid->holdBack(false);
     for (EditorContent::Kept& kept : content.keptCells) m_grid->keepBytes(kept.row, kept.col, std::move(kept.bytes));
     m_grid->scrollToTop();

@@ -133,7 +133,14 @@ std::string FormatStake(double stake)
     return sign + kilometres(t.substr(0, point)) + decimals;
 }
 
-std::string FormatDms(double& dms)
+namespace {
+
+/// Degrees, minutes and whole seconds of a packed angle, which is left as FormatDms says.
+struct DmsParts {
+    double d, m, s;
+};
+
+DmsParts takeApart(double& dms)
 {
     if (dms < 0)
         dms += 360;
@@ -152,7 +159,21 @@ std::string FormatDms(double& dms)
         m = 0;
     }
     if (d > 360) d -= 360;
+    return {d, m, s};
+}
+
+}  // namespace
+
+std::string FormatDms(double& dms)
+{
+    const auto [d, m, s] = takeApart(dms);
     return NumText(d) + "度" + twoDigits(m) + "分" + twoDigits(s) + "秒";
+}
+
+double DegreesOfDmsText(double dms)
+{
+    const auto [d, m, s] = takeApart(dms);
+    return d < 0 ? -(-d + m / 60 + s / 3600) : d + m / 60 + s / 3600;
 }
 
 std::string FormatDmsSeconds(double deg)

@@ -37,6 +37,8 @@ double Fixed3(double value);
 std::string FormatStake(double stake);
 /// 123度45分06秒, seconds truncated. @param[in,out] dms packed dd.mmss, left reduced by a turn and 1e-10 higher
 std::string FormatDms(double& dms);
+/// Decimal degrees that the text of FormatDms shows; a minus before the text holds for all of it. @param dms packed
+double DegreesOfDmsText(double dms);
 /// FormatDms of a value that nobody needs afterwards.
 inline std::string FormatDmsOf(double dms) { return FormatDms(dms); }
 /// 123°45′06.78″ without sign; a part that is 0 is not padded. @param deg decimal degrees

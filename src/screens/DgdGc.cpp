@@ -15,11 +15,11 @@ Outcome CalcDgdGc(const DgdGcInput& in, RowSink& rows)
     return Handle(Trap::Words, [&] {
         const double stake = Required(in.stake, message::kNoStake, "txtDgdGcFylc");
         double offset = 0;
-        std::string side = "中桩";
+        Cell side = CentreCell();
         if (in.side != "中桩") {
             const bool left = in.side == "左边桩";
             offset = Required(in.offset, message::kNoOffset, "txtDgdGcPj");
-            side = SideText(left ? "左" : "右", std::abs(offset));
+            side = SideCell(left ? "左" : "右", std::abs(offset));
             if (left) offset = -offset;
         }
         const double thickness = OrZero(in.thickness);
@@ -30,7 +30,7 @@ Outcome CalcDgdGc(const DgdGcInput& in, RowSink& rows)
         if (continuous < at(gSqxLc, 0)) refuse(message::kBeforeProfile);
         if (continuous > at(gSqxLc, gSqxCount)) refuse(message::kBeyondProfile);
 
-        rows.row({{FormatStake(stake), side, ElevationText(continuous, offset, thickness)}, {}});
+        rows.row({{StakeCell(stake), side, ElevationCell(continuous, offset, thickness)}, {}});
         rows.changed();
     });
 }

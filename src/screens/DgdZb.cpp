@@ -17,13 +17,13 @@ PointToLayOut readPoint(const DgdZbInput& in, double stake)
         const double skew = Required(in.skew, message::kNoSkew, "txtDgdJj");
         point.offset = Required(in.offset, message::kNoOffset, "txtDgdPj");
         point.skew = DmsToDeg(skew);
-        point.side = SideText("斜交", point.offset);
-        point.angle = SkewText(skew);
+        point.side = SideCell("斜交", point.offset);
+        point.angle = SkewCell(skew);
     } else if (in.side != "中桩") {
         const bool left = in.side == "左边桩";
         point.offset = Required(in.offset, message::kNoOffset, "txtDgdPj");
         point.skew = DmsToDeg(left ? 270 : 90);
-        point.side = SideText(left ? "左" : "右", point.offset);
+        point.side = SideCell(left ? "左" : "右", point.offset);
     }
     return point;
 }

@@ -6,12 +6,12 @@
 
 #include <cmath>
 
-std::string ElevationText(double stake, double offset, double thickness)
+Cell ElevationCell(double stake, double offset, double thickness)
 {
-    return NumText(Fixed3(ElevationAt(stake, offset)) - thickness);
+    return NumberCell(Fixed3(ElevationAt(stake, offset)) - thickness);
 }
 
-std::string ElevationSide(double offset)
+Cell ElevationSideCell(double offset)
 {
-    return offset == 0 ? "中桩" : SideText(offset < 0 ? "左" : "右", std::abs(offset));
+    return offset == 0 ? CentreCell() : SideCell(offset < 0 ? "左" : "右", std::abs(offset));
 }

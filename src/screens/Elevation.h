@@ -1,10 +1,10 @@
 #pragma once
 // What the two elevation screens share.
 
-#include <string>
+#include "desk/Cell.h"
 
 /// Elevation at a continuous stake and signed offset (negative left), rounded to three decimals, less the thickness,
 /// m, as the shortest text.
-std::string ElevationText(double stake, double offset, double thickness);
+Cell ElevationCell(double stake, double offset, double thickness);
 /// 中桩, or the side of a signed offset with its length.
-std::string ElevationSide(double offset);
+Cell ElevationSideCell(double offset);

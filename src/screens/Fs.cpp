@@ -22,11 +22,22 @@ std::optional<Foot> solve()
     }
 }
 
+constexpr auto kFixed3 = ShownNumber::As::Fixed3;
+
+/// On the second pass of an overlap a minus stands before the text; before a negative stake it makes no number.
+Cell stakeCell(const Foot& foot)
+{
+    const auto [value, secondPass] = foot.nominal;
+    if (secondPass && value < 0) return foot.lcText;
+    return {foot.lcText, {value, ShownNumber::As::Shortest, secondPass}};
+}
+
 bool solveAndAdd(RowSink& rows)
 {
     const auto foot = solve();
     if (!foot) return false;
-    rows.row({{NumText(gInX), NumText(gInY), gOutLcText, gOutOffsetText}, warning::Misses(*foot, gInX, gInY)});
+    rows.row({{NumberCell(gInX), NumberCell(gInY), stakeCell(*foot), {foot->offsetText, {foot->offset, kFixed3}}},
+              warning::Misses(*foot, gInX, gInY)});
     return true;
 }
 

@@ -74,7 +74,7 @@ struct Structure {
     StructureSize size;
     double angle = 90;  // working angle, dd.mmss
     bool skewEnds = true;
-    std::string angleText = kNoSkewText;
+    Cell angleCell = kNoSkewText;
 };
 
 /// Lays out the centre, then the four rows.
@@ -82,11 +82,11 @@ void addCorners(double nominal, double continuous, const Structure& structure, c
 {
     StakeToXY(continuous, 0, 0);
     const auto corners = StructureCorners({gOutX, gOutY}, gOutFwj, structure.size, structure.angle, structure.skewEnds);
-    const std::string tangent = TangentText();
+    const Cell tangent = TangentCell();
     const std::string note = warning::OffRoute(continuous);
     for (std::size_t i = 0; i < corners.size(); ++i) {
-        std::vector<std::string> cells{FormatStake(nominal), std::string(kCornerNames[i]), structure.angleText};
-        for (auto& text : SeenFromStation(corners[i].x, corners[i].y)) cells.push_back(std::move(text));
+        std::vector<Cell> cells{StakeCell(nominal), std::string(kCornerNames[i]), structure.angleCell};
+        for (auto& cell : SeenFromStation(corners[i].x, corners[i].y)) cells.push_back(std::move(cell));
         cells.push_back(tangent);
         rows.row({std::move(cells), i == 0 ? warning::Join(remark, note) : note});
     }
@@ -108,7 +108,7 @@ Structure readStructure(const JgwInput& in)
     if (in.skewed) {
         const double typed = Required(in.skew, message::kNoSkew, "txtJgwJj");
         structure.angle = WorkingAngle(typed);
-        structure.angleText = SkewText(typed);
+        structure.angleCell = SkewCell(typed);
     }
     requireSize(in);
     structure.size = {ParseNumber(in.kq), ParseNumber(in.kh), ParseNumber(in.zz), ParseNumber(in.zy)};
@@ -160,7 +160,7 @@ void AddJgwLine(const BatchLine& line, const JgwInput& in, JgwStructures& struct
     structure.size = {line[1], line[2], line[3], line[4]};
     structure.skewEnds = in.skewEnds;
     // Kept on purpose: a file is laid out square; the angle column shows a value that nothing sets.
-    if (in.skewed) structure.angleText = SkewText(0);
+    if (in.skewed) structure.angleCell = SkewCell(0);
     const double continuous = ResolveOrRefuse(line[0], kFileLine);
     ReadStation(in.station, kStationFields);
     addCorners(line[0], continuous, structure, {}, rows);

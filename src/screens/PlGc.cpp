@@ -13,13 +13,12 @@ namespace {
 
 void addStake(const RunStake& at, double offset, double thickness, RowSink& rows)
 {
-    std::vector<std::string> cells{FormatStake(at.nominal), ElevationSide(0),
-                                   ElevationText(at.continuous, 0, thickness)};
+    std::vector<Cell> cells{StakeCell(at.nominal), ElevationSideCell(0), ElevationCell(at.continuous, 0, thickness)};
     if (offset != 0) {
-        cells.push_back(SideText("左", offset));
-        cells.push_back(ElevationText(at.continuous, -offset, thickness));
-        cells.push_back(SideText("右", offset));
-        cells.push_back(ElevationText(at.continuous, offset, thickness));
+        cells.push_back(SideCell("左", offset));
+        cells.push_back(ElevationCell(at.continuous, -offset, thickness));
+        cells.push_back(SideCell("右", offset));
+        cells.push_back(ElevationCell(at.continuous, offset, thickness));
     }
     rows.row({std::move(cells), warning::Join(at.remark, warning::OffProfile(at.continuous))});
 }
@@ -54,7 +53,7 @@ void AddPlGcLine(const BatchLine& line, const std::string& thicknessText, RowSin
     const double stake = line[0], offset = line[1];
     const double continuous = ResolveOrRefuse(stake, kFileLine);
     const double thickness = OrZero(thicknessText);
-    rows.row({{FormatStake(stake), ElevationSide(offset), ElevationText(continuous, offset, thickness)},
+    rows.row({{StakeCell(stake), ElevationSideCell(offset), ElevationCell(continuous, offset, thickness)},
               warning::OffProfile(continuous)});
 }
 

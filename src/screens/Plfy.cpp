@@ -35,16 +35,16 @@ void addStake(const RunStake& at, const Sides& sides, RowSink& rows)
     const PointToLayOut centre{.typed = at.nominal, .stake = at.continuous};
     AddCoordinateRow(rows, centre, at.remark);
     if (sides.offset == 0) return;
-    const auto side = [&](const char* name, double skewDeg, const std::string& angle = kNoSkewText) {
+    const auto side = [&](const char* name, double skewDeg, const Cell& angle = kNoSkewText) {
         PointToLayOut point = centre;
         point.skew = skewDeg;
         point.offset = sides.offset;
-        point.side = SideText(name, sides.offset);
+        point.side = SideCell(name, sides.offset);
         point.angle = angle;
         AddCoordinateRow(rows, point);
     };
     if (sides.skewed) {
-        side("斜交", DmsToDeg(sides.skew), SkewText(sides.skew));
+        side("斜交", DmsToDeg(sides.skew), SkewCell(sides.skew));
     } else {
         side("左", 270);
         side("右", 90);
@@ -80,7 +80,7 @@ void AddPlfyLine(const BatchLine& line, RowSink& rows)
     if (length != 0) {
         point.offset = length;
         point.skew = offset < 0 ? 270 : 90;
-        point.side = SideText(offset < 0 ? "左" : "右", length);
+        point.side = SideCell(offset < 0 ? "左" : "右", length);
     }
     AddCoordinateRow(rows, point);
 }

@@ -11,24 +11,37 @@
 #include <string_view>
 #include <utility>
 
-std::string SkewText(double angle) { return angle > 0 ? FormatDmsOf(angle) : "-" + FormatDmsOf(std::abs(angle)); }
-
-std::string SideText(const char* side, double length) { return side + NumText(length) + "米"; }
-
-std::vector<std::string> SeenFromStation(double x, double y)
+Cell SkewCell(double angle)
 {
-    const double dx = x - gStationX, dy = y - gStationY;
-    return {FormatDmsOf(Azimuth(dx, dy)), FormatFixed3(Distance(dx, dy)), FormatFixed3(x), FormatFixed3(y)};
+    Cell cell = DmsCellOf(std::abs(angle));
+    if (angle > 0) return cell;
+    cell.text.insert(0, "-");
+    cell.value.minus = true;
+    return cell;
 }
 
-std::string TangentText() { return FormatDmsOf(DegToDms4(gOutFwj)); }
+Cell SideCell(const char* side, double length)
+{
+    const bool left = std::string_view(side) == "左";
+    return {side + NumText(length) + "米", {left ? -length : length, ShownNumber::As::Shortest}};
+}
+
+Cell CentreCell() { return {"中桩", {0, ShownNumber::As::Exact}}; }
+
+std::vector<Cell> SeenFromStation(double x, double y)
+{
+    const double dx = x - gStationX, dy = y - gStationY;
+    return {DmsCellOf(Azimuth(dx, dy)), Fixed3Cell(Distance(dx, dy)), Fixed3Cell(x), Fixed3Cell(y)};
+}
+
+Cell TangentCell() { return DmsCellOf(DegToDms4(gOutFwj)); }
 
 void AddCoordinateRow(RowSink& rows, const PointToLayOut& point, const std::string& remark)
 {
     StakeToXY(point.stake, point.skew, point.offset);
-    std::vector<std::string> cells{FormatStake(point.typed), point.side, point.angle};
-    for (auto& text : SeenFromStation(gOutX, gOutY)) cells.push_back(std::move(text));
-    cells.push_back(TangentText());
+    std::vector<Cell> cells{StakeCell(point.typed), point.side, point.angle};
+    for (auto& cell : SeenFromStation(gOutX, gOutY)) cells.push_back(std::move(cell));
+    cells.push_back(TangentCell());
     rows.row({std::move(cells), warning::Join(remark, warning::OffRoute(point.stake))});
 }
 

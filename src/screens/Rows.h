@@ -9,10 +9,12 @@
 
 /// The angle column of a skew: the angle, or "-" and its amount where it is not above 0 (0 too, on purpose).
 /// @param angle  packed dd.mmss as typed
-std::string SkewText(double angle);
+Cell SkewCell(double angle);
 inline constexpr const char* kNoSkewText = "无";
-/// Side and length, such as 左12.5米.
-std::string SideText(const char* side, double length);
+/// Side and length, such as 左12.5米. @param side 左 (the number is below 0), 右 or 斜交
+Cell SideCell(const char* side, double length);
+/// 中桩
+Cell CentreCell();
 
 /// A point to lay out and what its row calls it.
 struct PointToLayOut {
@@ -20,17 +22,17 @@ struct PointToLayOut {
     double stake;     ///< continuous stake, m
     double skew = 0;  ///< decimal degrees clockwise from the forward tangent
     double offset = 0;
-    std::string side = "中桩";
-    std::string angle = kNoSkewText;
+    Cell side = CentreCell();
+    Cell angle = kNoSkewText;
 };
 /// StakeToXY, then one row of the coordinate columns: seen from the station, rounded coordinates, tangent.
 /// @param remark  a warning that the caller knows of, or ""
 void AddCoordinateRow(RowSink& rows, const PointToLayOut& point, const std::string& remark = {});
 
 /// The four columns that every coordinate row has: azimuth and distance from the station, X, Y.
-std::vector<std::string> SeenFromStation(double x, double y);
+std::vector<Cell> SeenFromStation(double x, double y);
 /// The tangent azimuth that StakeToXY left.
-std::string TangentText();
+Cell TangentCell();
 
 /// Quiet warnings: "" where there is nothing to say. None of them changes a table or a shared result.
 namespace warning {

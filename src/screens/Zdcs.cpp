@@ -32,11 +32,11 @@ void LoadZdcs(RowSink& rows)
         for (const auto& point : kMainPoints) makeNominal(at(point.stake, i));
 
     for (std::ptrdiff_t i = 1; i <= gZdCount; ++i) {
-        std::vector<std::string> cells{at(gZdJd, i)};
-        for (const auto* length : {&gZdT1, &gZdT2, &gZdLs1, &gZdLs2}) cells.push_back(FormatFixed3(at(*length, i)));
+        std::vector<Cell> cells{at(gZdJd, i)};
+        for (const auto* length : {&gZdT1, &gZdT2, &gZdLs1, &gZdLs2}) cells.push_back(Fixed3Cell(at(*length, i)));
         for (const auto& point : kMainPoints) {
-            for (const auto* number : {&point.stake, &point.x, &point.y}) cells.push_back(FormatFixed3(at(*number, i)));
-            cells.push_back(FormatDms(at(point.azimuth, i)));  // reduced in place
+            for (const auto* number : {&point.stake, &point.x, &point.y}) cells.push_back(Fixed3Cell(at(*number, i)));
+            cells.push_back(DmsCell(at(point.azimuth, i)));  // reduced in place
         }
         rows.row({std::move(cells), {}});
     }

@@ -70,29 +70,15 @@ TEST(Output, JsonNamesRepeatedHeadersWithoutBlanksAndSpeaksOfWarnings)
 
 TEST(Output, JsonHasValuesBesideTheTexts)
 {
-    constexpr TypedColumn typed[] = {{0, "stake", CellKind::Stake}, {1, "distance"}};
+    constexpr TypedColumn typed[] = {{0, "stake"}, {1, "distance"}};
+    auto table = grid({{"里 程", "距 离"}, {"", "无"}});
+    table.setCell(1, 0, StakeCell(-1200.5));
     EXPECT_EQ(
-        Json({grid({{"里 程", "距 离"}, {"-K1+200.500", "无"}}), typed}),
+        Json({table, typed}),
         "[\n  {\n    \"里程\": \"-K1+200.500\",\n    \"距离\": \"无\",\n    \"stake\": -1200.5,\n    \"distance\": "
         "null\n  }\n]\n");
-}
-
-TEST(TypedValue, ReadsTheTextsOfTheScreens)
-{
-    EXPECT_EQ(TypedValue("K12+345.678", CellKind::Stake), 12345.678);
-    EXPECT_EQ(TypedValue("-K1+200.000", CellKind::Stake), -1200.0);
-    EXPECT_EQ(TypedValue("左12.5米", CellKind::Offset), -12.5);
-    EXPECT_EQ(TypedValue("右.5米", CellKind::Offset), 0.5);
-    EXPECT_EQ(TypedValue("斜交8米", CellKind::Offset), 8.0);
-    EXPECT_EQ(TypedValue("中桩", CellKind::Offset), 0.0);
-    EXPECT_EQ(TypedValue("中", CellKind::Offset), 0.0);
-    EXPECT_EQ(TypedValue("45度30分36秒", CellKind::Angle), 45 + 30 / 60.0 + 36 / 3600.0);
-    EXPECT_EQ(TypedValue("-45度30分00秒", CellKind::Angle), -45.5);
-    EXPECT_EQ(TypedValue("99°0′60″", CellKind::Angle), 99 + 60 / 3600.0);
-    EXPECT_EQ(TypedValue("-8.125", CellKind::Number), -8.125);
-    for (const auto kind : {CellKind::Stake, CellKind::Offset, CellKind::Angle, CellKind::Number})
-        for (const char* nothing : {"", "无", "x米", "1度2分"})
-            EXPECT_EQ(TypedValue(nothing, kind), std::nullopt) << nothing;
+    table.setText(1, 0, "K9");  // a text that is written over a number shows none
+    EXPECT_EQ(table.shown(1, 0), std::nullopt);
 }
 
 TEST(Output, AFileIsNamedByItsEnding)

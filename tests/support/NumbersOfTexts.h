@@ -1,18 +1,24 @@
-#include "cli/Typed.h"
+#pragma once
+// The numbers that a person reads in the texts of a result, for tests of the numbers that go beside them.
 
 #include "engine/Numbers.h"
 #include "engine/RunTimeError.h"
 
-namespace {
+#include <optional>
+#include <string>
+#include <string_view>
 
-std::optional<double> numberOf(std::string_view text)
+namespace as_read {
+
+/// K12+345.678 as 12345.678 is stakeOf; 左5米 as -5 and 中桩 as 0 offsetOf; 45度30分00秒 as 45.5 angleOf.
+inline std::optional<double> numberOf(std::string_view text)
 {
     std::optional<double> value;
     attempt([&] { value = ParseNumber(text); });
     return value;
 }
 
-std::optional<double> stakeOf(std::string_view text)
+inline std::optional<double> stakeOf(std::string_view text)
 {
     std::string digits;
     for (const char c : text)
@@ -20,7 +26,7 @@ std::optional<double> stakeOf(std::string_view text)
     return numberOf(digits);
 }
 
-std::optional<double> offsetOf(std::string_view text)
+inline std::optional<double> offsetOf(std::string_view text)
 {
     constexpr std::string_view kMetres = "米";
     constexpr struct {
@@ -39,7 +45,7 @@ std::optional<double> offsetOf(std::string_view text)
 }
 
 /// Degrees, minutes and seconds behind each other, each with its sign of one kind or the other.
-std::optional<double> angleOf(std::string_view text)
+inline std::optional<double> angleOf(std::string_view text)
 {
     constexpr struct {
         std::string_view word, mark;
@@ -64,19 +70,14 @@ std::optional<double> angleOf(std::string_view text)
     return negative ? -degrees : degrees;
 }
 
-}  // namespace
-
-std::optional<double> TypedValue(const std::string& text, CellKind kind)
+/// By the header of the column.
+inline std::optional<double> byHeader(std::string_view header, std::string_view text)
 {
-    switch (kind) {
-    case CellKind::Stake:
-        return stakeOf(text);
-    case CellKind::Offset:
-        return offsetOf(text);
-    case CellKind::Angle:
-        return angleOf(text);
-    case CellKind::Number:
-        break;
-    }
+    const auto has = [header](std::string_view word) { return header.find(word) != std::string_view::npos; };
+    if (has("里 程")) return stakeOf(text);
+    if (has("中边桩") || has("偏 距")) return offsetOf(text);
+    if (has("角")) return angleOf(text);
     return numberOf(text);
 }
+
+}  // namespace as_read
