@@ -1,12 +1,12 @@
 // An editor on a file of 2,000 rows: opening until it is painted, one key typed in a cell until it is painted.
 // Run it with QT_QPA_PLATFORM=offscreen.
 
-#include "editors/frmCg.h"
-#include "editors/frmDxd.h"
-#include "editors/frmWfz.h"
-#include "platform/HouseLook.h"
-#include "platform/MSFlexGrid.h"
+#include "editors/windows/frmCg.h"
+#include "editors/windows/frmDxd.h"
+#include "editors/windows/frmWfz.h"
 #include "support/ProjectFolder.h"
+#include "ui/MSFlexGrid.h"
+#include "ui/Theme.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -72,7 +72,7 @@ BENCHMARK(typeOneKey)->Unit(benchmark::kMillisecond);
 int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
-    applyHouseLook(app);
+    applyTheme(app);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
 }

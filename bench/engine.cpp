@@ -1,6 +1,7 @@
+#include "base/RunTimeError.h"
 #include "engine/Elevation.h"
 #include "engine/Route.h"
-#include "engine/RunTimeError.h"
+#include "engine/XYToStake.h"
 #include "support/PlainRoute.h"
 #include "support/RandomRoute.h"
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-struct SilentDesk : Desk {
+struct SilentDialogs : Dialogs {
     bool box(const Msg&) override { return true; }
     void turn() override {}
     std::optional<std::string> openFile(std::string_view) override { return std::nullopt; }
@@ -46,22 +46,22 @@ void writeRoad(const ProjectFolder& folder, int points)
 
 void open(benchmark::State& state)
 {
-    SilentDesk silent;
-    setDesk(&silent);
+    SilentDialogs silent;
+    setDialogs(&silent);
     const ProjectFolder folder;
     writeRoad(folder, static_cast<int>(state.range(0)));
     bool cut = false;
     for (auto _ : state) cut = LoadProject().cutAtGap;
     if (gZdCount != state.range(0) || cut) state.SkipWithError("the road did not load");
-    setDesk(nullptr);
+    setDialogs(nullptr);
 }
 BENCHMARK(open)->Arg(10)->Arg(500)->Unit(benchmark::kMillisecond);
 
 /// The same with every number damaged, so that every assignment fails.
 void openDamaged(benchmark::State& state)
 {
-    SilentDesk silent;
-    setDesk(&silent);
+    SilentDialogs silent;
+    setDialogs(&silent);
     const ProjectFolder folder;
     writeRoad(folder, 500);
     for (const auto* file : {"平曲线参数.txt", "竖曲线参数.txt", "超高参数.txt", "超高宽度参数.txt"}) {
@@ -71,7 +71,7 @@ void openDamaged(benchmark::State& state)
         folder.write(file, text);
     }
     for (auto _ : state) LoadProject();
-    setDesk(nullptr);
+    setDialogs(nullptr);
 }
 BENCHMARK(openDamaged)->Unit(benchmark::kMillisecond);
 

@@ -1,7 +1,7 @@
 // Batches of the calculation screens, without their windows.
 
-#include "desk/ResultTable.h"
-#include "engine/Numbers.h"
+#include "base/Numbers.h"
+#include "dialogs/ResultTable.h"
 #include "engine/Route.h"
 #include "screens/Columns.h"
 #include "screens/Export.h"

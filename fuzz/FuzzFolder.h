@@ -1,7 +1,7 @@
 #pragma once
-// A project folder in memory for fuzz targets, and a desk that says yes.
+// A project folder in memory for fuzz targets, and a dialogs that says yes.
 
-#include "desk/Desk.h"
+#include "dialogs/Dialogs.h"
 #include "project/LoadProject.h"
 #include "project/Workspace.h"
 
@@ -12,7 +12,7 @@
 #include <string>
 #include <string_view>
 
-struct FuzzDesk final : Desk {
+struct FuzzDialogs final : Dialogs {
     bool box(const Msg&) override { return true; }
     void turn() override {}
     std::optional<std::string> openFile(std::string_view) override { return std::nullopt; }
@@ -30,7 +30,7 @@ public:
         std::string name = (base / "velumark-fuzz-XXXXXX").string();
         if (!mkdtemp(name.data())) std::abort();
         gProjectFolder = name;
-        setDesk(&m_desk);
+        setDialogs(&m_dialogs);
     }
     ~FuzzFolder()
     {
@@ -45,5 +45,5 @@ public:
     static bool load() { return !loadOpenProject().neverEnds; }
 
 private:
-    FuzzDesk m_desk;
+    FuzzDialogs m_dialogs;
 };

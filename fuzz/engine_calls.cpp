@@ -1,14 +1,15 @@
 // Every engine call on the tables of a project that nobody would write. Input: see README.md.
 
 #include "FuzzFolder.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "engine/Chainage.h"
 #include "engine/Element.h"
 #include "engine/Elevation.h"
-#include "engine/Numbers.h"
 #include "engine/Route.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
+#include "engine/XYToStake.h"
 #include "support/PlainRoute.h"
+#include "tables/CalcTables.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,12 +1,12 @@
 // One file of a project holds the fuzzer's bytes. A load ends, stores no infinity and no NaN, gives the same tables
 // again, and writes nothing but the files of its project.
 
-#include "desk/Desk.h"
-#include "project/CalcTables.h"
+#include "base/CodePage.h"
+#include "dialogs/Dialogs.h"
 #include "project/LoadProject.h"
-#include "project/TextFile.h"
 #include "project/Workspace.h"
 #include "support/FiniteTables.h"
+#include "tables/CalcTables.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -20,7 +20,7 @@
 
 namespace {
 
-struct QuietDesk : Desk {
+struct QuietDialogs : Dialogs {
     bool box(const Msg&) override { return true; }
     void turn() override {}
     std::optional<std::string> openFile(std::string_view) override { return std::nullopt; }
@@ -44,8 +44,8 @@ void write(const std::string& file, std::string_view bytes)
 
 void setUp()
 {
-    static QuietDesk quiet;
-    setDesk(&quiet);
+    static QuietDialogs quiet;
+    setDialogs(&quiet);
     const auto memory = std::filesystem::exists("/dev/shm") ? "/dev/shm" : std::filesystem::temp_directory_path();
     gAppPath = (memory / ("velumark-fuzz-" + std::to_string(getpid()))).string();
     gProject = "fuzz";

@@ -1,7 +1,7 @@
 // Every function of numbers and texts on the number in a text that nobody would type.
 
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 
 #include <cmath>
 #include <cstddef>

@@ -2,8 +2,8 @@
 // would write. Handlers with a trap throw nothing; a sheet of what they made can be built. Input: see README.md.
 
 #include "FuzzFolder.h"
+#include "base/RunTimeError.h"
 #include "office/Xls.h"
-#include "project/CalcTables.h"
 #include "screens/Columns.h"
 #include "screens/DgdGc.h"
 #include "screens/DgdZb.h"
@@ -15,6 +15,7 @@
 #include "screens/Plfy.h"
 #include "screens/Zdcs.h"
 #include "support/Tables.h"
+#include "tables/CalcTables.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -23,7 +24,7 @@
 namespace {
 
 /// A file dialog that picks the batch file.
-struct PickingDesk final : Desk {
+struct PickingDialogs final : Dialogs {
     std::string path;
     bool box(const Msg&) override { return true; }
     void turn() override {}
@@ -155,9 +156,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     if (size == 0) return 0;
     static const FuzzFolder folder;
-    static PickingDesk desk;
-    setDesk(&desk);
-    desk.path = gProjectFolder + "/batch.txt";
+    static PickingDialogs dialogs;
+    setDialogs(&dialogs);
+    dialogs.path = gProjectFolder + "/batch.txt";
     const std::string text(reinterpret_cast<const char*>(data) + 1, size - 1);
     if (data[0] % 10 >= 6) folder.write("batch.txt", text);
     road();

@@ -1,7 +1,10 @@
 // Code page, UTF-16 files, lines and folder names from any bytes.
 
-#include "engine/RunTimeError.h"
-#include "project/TextFile.h"
+#include "base/CodePage.h"
+#include "base/Lines.h"
+#include "base/ReplaceFile.h"
+#include "base/RunTimeError.h"
+#include "base/Utf16File.h"
 #include "project/Workspace.h"
 
 #include <cstdint>

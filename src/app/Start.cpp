@@ -2,12 +2,12 @@
 
 #include "app/Icons.h"
 #include "app/frmMain.h"
-#include "platform/HouseLook.h"
-#include "platform/Platform.h"
-#include "platform/QtDesk.h"
-#include "platform/RunHandler.h"
-#include "project/FilePath.h"
+#include "base/FilePath.h"
 #include "project/Workspace.h"
+#include "ui/Platform.h"
+#include "ui/QtDialogs.h"
+#include "ui/RunHandler.h"
+#include "ui/Theme.h"
 
 #include <QApplication>
 
@@ -39,10 +39,10 @@ int runVelumark(int argc, char** argv)
     keepNoSettings();
     Application app(argc, argv);
     QApplication::setDesktopFileName(QStringLiteral("velumark"));
-    applyHouseLook(app);
+    applyTheme(app);
     QApplication::setWindowIcon(programIcon());
-    QtDesk qtDesk;
-    setDesk(&qtDesk);
+    QtDialogs qtDialogs;
+    setDialogs(&qtDialogs);
     gAppPath = ProgramFolder(argv[0]);
     std::error_code ignored;
     std::filesystem::current_path(filePath(gAppPath), ignored);

@@ -1,7 +1,7 @@
 #pragma once
 // What is left of the program's input while a load hangs.
 
-#include "platform/InputGuard.h"
+#include "ui/InputGuard.h"
 
 class QWidget;
 

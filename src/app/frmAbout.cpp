@@ -2,8 +2,8 @@
 
 #include "app/Icons.h"
 #include "controls/XPButton.h"
-#include "platform/HouseLook.h"
-#include "platform/Platform.h"
+#include "ui/Platform.h"
+#include "ui/Theme.h"
 
 #include <QBoxLayout>
 #include <QMouseEvent>
@@ -39,17 +39,17 @@ frmAbout::frmAbout() : Form(QStringLiteral("frmAbout"), QStringLiteral("Velumark
     cmdAboutClose->setMinimumSize(88, 32);
 
     auto* texts = new QVBoxLayout;
-    texts->setSpacing(house::kGrid);
+    texts->setSpacing(theme::kGrid);
     for (auto* label : {Label2, static_cast<QLabel*>(Label1), Label3, Label4})
         texts->addWidget(label, 0, Qt::AlignLeft);
     texts->addStretch(1);
     auto* top = new QHBoxLayout;
-    top->setSpacing(2 * house::kMargin);
+    top->setSpacing(2 * theme::kMargin);
     top->addWidget(Image1, 0, Qt::AlignTop);
     top->addLayout(texts, 1);
     auto* all = new QVBoxLayout(this);
-    all->setContentsMargins(2 * house::kMargin, 2 * house::kMargin, 2 * house::kMargin, house::kMargin);
-    all->setSpacing(2 * house::kGrid);
+    all->setContentsMargins(2 * theme::kMargin, 2 * theme::kMargin, 2 * theme::kMargin, theme::kMargin);
+    all->setSpacing(2 * theme::kGrid);
     all->addLayout(top, 1);
     all->addWidget(cmdAboutClose, 0, Qt::AlignRight);
     all->setSizeConstraint(QLayout::SetFixedSize);

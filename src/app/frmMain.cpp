@@ -4,19 +4,19 @@
 #include "app/MenuCommands.h"
 #include "app/WaysOut.h"
 #include "app/frmNewProjects.h"
+#include "base/FileError.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "controls/FormScaling.h"
 #include "controls/XPButton.h"
-#include "desk/FileBox.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
+#include "dialogs/FileBox.h"
 #include "phone/Phone.h"
-#include "phone/frmSjName.h"
-#include "platform/DocumentWindow.h"
-#include "platform/HouseLook.h"
-#include "platform/Layout.h"
-#include "project/FileError.h"
+#include "phone/windows/frmSjName.h"
 #include "project/LoadProject.h"
 #include "project/Workspace.h"
+#include "ui/DocumentWindow.h"
+#include "ui/Layout.h"
+#include "ui/Theme.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -103,11 +103,11 @@ void frmMain::layOut()
     lstSj->setHint(QStringLiteral("在左边选择一个项目，\n点击“转 换”，即可复制到手机。"));
 
     auto* lists = new QHBoxLayout;
-    lists->setContentsMargins(house::kMargin, house::kMargin, house::kMargin, house::kMargin);
-    lists->setSpacing(2 * house::kGrid);
-    lists->addLayout(
-        house::down({Label1, lstProjects, house::buttonRow({cmdNewProjects, cmdOpenProjects, cmdProjectsDel})}), 1);
-    lists->addLayout(house::down({Label2, lstSj, house::buttonRow({butZh, butDel, cmdExit})}), 1);
+    lists->setContentsMargins(theme::kMargin, theme::kMargin, theme::kMargin, theme::kMargin);
+    lists->setSpacing(2 * theme::kGrid);
+    lists->addLayout(ui::down({Label1, lstProjects, ui::buttonRow({cmdNewProjects, cmdOpenProjects, cmdProjectsDel})}),
+                     1);
+    lists->addLayout(ui::down({Label2, lstSj, ui::buttonRow({butZh, butDel, cmdExit})}), 1);
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(0, 0, 0, 0);
     all->setSpacing(0);
@@ -159,7 +159,7 @@ void frmMain::cmdOpenProjects_Click()
 void frmMain::cmdProjectsDel_Click()
 {
     if (refuseNoSelection(*lstProjects)) return;
-    if (!desk().box({"确定要删除线路参数？", "注意", Icon::Question, Msg::YesNo, Msg::No})) return;
+    if (!dialogs().box({"确定要删除线路参数？", "注意", Icon::Question, Msg::YesNo, Msg::No})) return;
     tellFileErrors([this] {
         const Outcome done = DeleteProject(lstProjects->ListIndex(), toUtf8(lstProjects->Text()));
         if (!done) refuse(*done.refusal);
@@ -179,7 +179,7 @@ void frmMain::butZh_Click()
 void frmMain::butDel_Click()
 {
     if (refuseNoSelection(*lstSj)) return;
-    if (!desk().box({"确定要删除手机版参数？", "注意", Icon::Question, Msg::YesNo, Msg::No})) return;
+    if (!dialogs().box({"确定要删除手机版参数？", "注意", Icon::Question, Msg::YesNo, Msg::No})) return;
     tellFileErrors([this] {
         const Outcome done = RemovePhoneProject(lstSj->ListIndex(), lstSj->count(), toUtf8(lstSj->Text()));
         if (!done) refuse(*done.refusal);
@@ -193,7 +193,7 @@ void frmMain::tellFileErrors(const std::function<void()>& body)
     try {
         body();
     } catch (const FileError& error) {
-        desk().box(FileBox(error));
+        dialogs().box(FileBox(error));
     } catch (const RunTimeError&) {  // the list of the file is shorter than what is shown
     }
 }

@@ -2,7 +2,7 @@
 // The main window: the two catalogues, the menus and the toolbar that start every screen, the end of the process.
 
 #include "app/ListBox.h"
-#include "platform/Form.h"
+#include "ui/Form.h"
 
 #include <QAction>
 #include <QLabel>

@@ -1,8 +1,8 @@
 #include "app/frmNewProjects.h"
 
 #include "controls/XPButton.h"
-#include "platform/Layout.h"
 #include "project/Workspace.h"
+#include "ui/Layout.h"
 
 frmNewProjects::frmNewProjects()
     : Form(QStringLiteral("frmNewProjects"), QStringLiteral("新建项目")),
@@ -11,8 +11,8 @@ frmNewProjects::frmNewProjects()
       cmdNewProjectsCancel(control<XPButton>("cmdNewProjectsCancel", QStringLiteral("取 消")))
 {
     txtNewProjects->setMinimumWidth(264);
-    house::arrange(*this, {house::fieldLine({{QStringLiteral("项目名称"), txtNewProjects}}),
-                           house::buttonRow({cmdNewProjectsOK, cmdNewProjectsCancel})});
+    ui::arrange(*this, {ui::fieldLine({{QStringLiteral("项目名称"), txtNewProjects}}),
+                        ui::buttonRow({cmdNewProjectsOK, cmdNewProjectsCancel})});
     txtNewProjects->setFocus();
 
     on(cmdNewProjectsOK, &XPButton::Click, [this] { cmdNewProjectsOK_Click(); });
@@ -23,7 +23,7 @@ void frmNewProjects::cmdNewProjectsOK_Click()
 {
     const auto listed = [this] { emit created(fromUtf8(gProject)); };
     if (const auto outcome = CreateProject(toUtf8(txtNewProjects->text()), listed); !outcome) {
-        desk().box(outcome.refusal->msg);
+        dialogs().box(outcome.refusal->msg);
         txtNewProjects->clear();
         txtNewProjects->setFocus();
         return;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Form.h"
+#include "ui/Form.h"
 
 class XPButton;
 

@@ -1,14 +1,16 @@
-#include "cli/Accuracy.h"
-#include "cli/Check.h"
+#include "base/CodePage.h"
+#include "base/FileBytes.h"
+#include "base/FileError.h"
+#include "base/Lines.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
+#include "check/Accuracy.h"
+#include "check/Check.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
-#include "engine/Numbers.h"
-#include "project/CalcTables.h"
-#include "project/FileBytes.h"
-#include "project/FileError.h"
 #include "project/LoadTables.h"
-#include "project/TextFile.h"
 #include "project/Workspace.h"
+#include "tables/CalcTables.h"
 
 #include <ostream>
 

@@ -1,11 +1,11 @@
 #include "cli/Companion.h"
 
+#include "base/FileBytes.h"
+#include "base/FileError.h"
+#include "base/FilePath.h"
 #include "cli/Command.h"
-#include "desk/Desk.h"
+#include "dialogs/Dialogs.h"
 #include "phone/Phone.h"
-#include "project/FileBytes.h"
-#include "project/FileError.h"
-#include "project/FilePath.h"
 #include "project/LoadProject.h"
 #include "project/Workspace.h"
 
@@ -26,12 +26,12 @@ constexpr Option kGlobalOptions[] = {
 
 /// Boxes go to standard error; nobody answers, so every question gets No and every dialog Cancel.
 /// In use as long as it lives.
-class ConsoleDesk : public Desk {
+class ConsoleDialogs : public Dialogs {
 public:
-    explicit ConsoleDesk(std::ostream& err) : m_err(err) { setDesk(this); }
-    ~ConsoleDesk() override { setDesk(nullptr); }
-    ConsoleDesk(const ConsoleDesk&) = delete;
-    ConsoleDesk& operator=(const ConsoleDesk&) = delete;
+    explicit ConsoleDialogs(std::ostream& err) : m_err(err) { setDialogs(this); }
+    ~ConsoleDialogs() override { setDialogs(nullptr); }
+    ConsoleDialogs(const ConsoleDialogs&) = delete;
+    ConsoleDialogs& operator=(const ConsoleDialogs&) = delete;
     bool box(const Msg& msg) override
     {
         m_err << msg.text << '\n';
@@ -192,7 +192,7 @@ int run(const CommandLine& line, std::istream& in, std::ostream& out, std::ostre
 int RunCompanion(const std::vector<std::string>& args, const std::string& programFolder, std::istream& in,
                  std::ostream& out, std::ostream& err)
 {
-    const ConsoleDesk console(err);
+    const ConsoleDialogs console(err);
     const CommandLine* parsed = nullptr;
     CommandLine line;
     try {

@@ -1,6 +1,6 @@
+#include "base/Lines.h"
 #include "cli/Commands.h"
 #include "cli/Results.h"
-#include "project/TextFile.h"
 #include "screens/DgdZb.h"
 
 namespace {

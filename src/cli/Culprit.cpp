@@ -1,9 +1,9 @@
 #include "cli/Culprit.h"
 
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "cli/Results.h"
 #include "engine/Chainage.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
 #include "screens/Handler.h"
 #include "screens/Messages.h"
 

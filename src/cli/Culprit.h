@@ -2,7 +2,7 @@
 // Which option of a call a refusal of a screen speaks of.
 
 #include "cli/Command.h"
-#include "desk/Outcome.h"
+#include "dialogs/Outcome.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
+#include "base/FileError.h"
 #include "cli/Commands.h"
 #include "exchange/ExchangeError.h"
 #include "exchange/ProjectExport.h"
-#include "project/FileError.h"
 #include "project/Workspace.h"
 
 #include <ostream>

@@ -1,8 +1,8 @@
+#include "base/FileError.h"
 #include "cli/Commands.h"
 #include "exchange/ExchangeError.h"
 #include "exchange/NumberText.h"
 #include "exchange/TakeOver.h"
-#include "project/FileError.h"
 
 #include <ostream>
 

@@ -1,14 +1,15 @@
+#include "base/CodePage.h"
+#include "base/FileBytes.h"
+#include "base/FileError.h"
+#include "base/FilePath.h"
+#include "base/Lines.h"
+#include "base/Numbers.h"
 #include "cli/Commands.h"
 #include "engine/Chainage.h"
-#include "engine/Numbers.h"
-#include "project/CalcTables.h"
-#include "project/FileBytes.h"
-#include "project/FileError.h"
-#include "project/FilePath.h"
 #include "project/LoadTables.h"
-#include "project/TextFile.h"
 #include "project/Workspace.h"
 #include "screens/Messages.h"
+#include "tables/CalcTables.h"
 
 #include <algorithm>
 #include <filesystem>

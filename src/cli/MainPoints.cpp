@@ -1,8 +1,8 @@
 #include "cli/Commands.h"
 #include "cli/Results.h"
-#include "project/CalcTables.h"
 #include "screens/Handler.h"
 #include "screens/Zdcs.h"
+#include "tables/CalcTables.h"
 
 namespace {
 

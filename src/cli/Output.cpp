@@ -1,9 +1,10 @@
 #include "cli/Output.h"
 
+#include "base/FileError.h"
+#include "base/Numbers.h"
+#include "base/ReplaceFile.h"
+#include "base/RunTimeError.h"
 #include "cli/Command.h"
-#include "engine/Numbers.h"
-#include "project/FileError.h"
-#include "project/ReplaceFile.h"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
 #pragma once
 // A table of texts as it goes out: aligned, CSV or JSON.
 
+#include "base/GridText.h"
 #include "cli/Arguments.h"
-#include "desk/GridText.h"
 
 #include <functional>
 #include <span>

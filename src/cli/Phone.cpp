@@ -1,9 +1,9 @@
 #include "phone/Phone.h"
 
+#include "base/Numbers.h"
+#include "base/SignalsHeld.h"
 #include "cli/Commands.h"
 #include "cli/Culprit.h"
-#include "engine/Numbers.h"
-#include "project/SignalsHeld.h"
 #include "project/Workspace.h"
 
 #include <algorithm>
@@ -12,17 +12,17 @@
 namespace {
 
 /// Answers the question about overwriting; what is said otherwise goes the usual way.
-class OverwriteDesk final : public Desk {
+class OverwriteDialogs final : public Dialogs {
 public:
-    OverwriteDesk() { setDesk(this); }
-    ~OverwriteDesk() override { setDesk(&m_usual); }
+    OverwriteDialogs() { setDialogs(this); }
+    ~OverwriteDialogs() override { setDialogs(&m_usual); }
     bool box(const Msg& msg) override { return msg.buttons == Msg::YesNo || m_usual.box(msg); }
     void turn() override { m_usual.turn(); }
     std::optional<std::string> openFile(std::string_view filter) override { return m_usual.openFile(filter); }
     std::optional<std::string> saveFile(std::string_view filter) override { return m_usual.saveFile(filter); }
 
 private:
-    Desk& m_usual = desk();
+    Dialogs& m_usual = dialogs();
 };
 
 int run(const Call& call)
@@ -34,7 +34,7 @@ int run(const Call& call)
                  << '\n';
         return kRefused;
     }
-    std::optional<OverwriteDesk> overwriting;
+    std::optional<OverwriteDialogs> overwriting;
     if (call.args.has("--overwrite")) overwriting.emplace();
     const SignalsHeld held;  // the list and the files of a project belong together
     const auto done = ExportForPhone(name);

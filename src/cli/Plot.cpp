@@ -1,14 +1,14 @@
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "cli/Results.h"
 #include "engine/Chainage.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
 #include "plot/Drawings.h"
 #include "plot/ProjectPlot.h"
 #include "plot/Svg.h"
-#include "project/CalcTables.h"
 #include "project/Workspace.h"
+#include "tables/CalcTables.h"
 
 #include <ostream>
 

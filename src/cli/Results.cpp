@@ -1,14 +1,14 @@
 #include "cli/Results.h"
 
+#include "base/FileBytes.h"
+#include "base/FileError.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "cli/Culprit.h"
 #include "cli/Output.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
 #include "office/Xls.h"
-#include "project/CalcTables.h"
-#include "project/FileBytes.h"
-#include "project/FileError.h"
 #include "screens/Handler.h"
+#include "tables/CalcTables.h"
 
 #include <algorithm>
 #include <cctype>

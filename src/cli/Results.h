@@ -3,7 +3,7 @@
 
 #include "cli/Command.h"
 #include "cli/Output.h"
-#include "desk/ResultTable.h"
+#include "dialogs/ResultTable.h"
 #include "screens/Columns.h"
 #include "screens/Export.h"
 #include "screens/Station.h"

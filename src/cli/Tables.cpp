@@ -1,9 +1,8 @@
+#include "base/Numbers.h"
 #include "cli/Commands.h"
 #include "cli/Json.h"
 #include "cli/Output.h"
-#include "engine/Numbers.h"
-#include "project/TableList.h"
-#include "project/TextFile.h"
+#include "tables/TableList.h"
 
 #include <algorithm>
 #include <ostream>

@@ -1,13 +1,14 @@
+#include "base/CodePage.h"
+#include "base/Lines.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "cli/Commands.h"
 #include "cli/Json.h"
 #include "cli/Output.h"
 #include "cli/Results.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
 #include "office/Dxf.h"
 #include "office/Xls.h"
-#include "project/CalcTables.h"
-#include "project/TextFile.h"
+#include "tables/CalcTables.h"
 #include "tools/Fhdx.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include "controls/KeyCodes.h"
 #include "controls/XPButtonAccessible.h"
-#include "desk/Desk.h"
+#include "dialogs/Dialogs.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -166,7 +166,7 @@ QVariantMap XPButton::WriteProperties() const
     return stored;
 }
 
-void XPButton::AccessKeyPress(int keyAscii) { desk().box({.text = std::to_string(keyAscii), .title = "Velumark"}); }
+void XPButton::AccessKeyPress(int keyAscii) { dialogs().box({.text = std::to_string(keyAscii), .title = "Velumark"}); }
 
 /// Room for the caption beside its icon, at any scale of the desktop.
 QSize XPButton::sizeHint() const

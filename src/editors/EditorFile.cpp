@@ -1,9 +1,12 @@
 #include "editors/EditorFile.h"
 
+#include "base/CodePage.h"
+#include "base/FileBytes.h"
+#include "base/Lines.h"
+#include "base/Numbers.h"
+#include "base/ReplaceFile.h"
+#include "base/RunTimeError.h"
 #include "editors/EditorRules.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
-#include "project/TextFile.h"
 #include "project/Workspace.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #pragma once
 // Between an editor's file and its cells: what a load puts into them, what a save checks and writes.
 
-#include "desk/GridText.h"
-#include "desk/Outcome.h"
+#include "base/GridText.h"
+#include "dialogs/Outcome.h"
 #include "editors/EditorTable.h"
 
 #include <string>

@@ -1,10 +1,10 @@
 #include "editors/EditorRules.h"
 
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "engine/Chainage.h"
 #include "engine/Element.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
+#include "tables/CalcTables.h"
 
 #include <algorithm>
 

@@ -2,8 +2,8 @@
 // The rules of the grid editors without a window: what a click starts, how a row is filled in, what a paste puts where.
 // They read the cells of the grid and return what is to be written.
 
-#include "desk/GridText.h"
-#include "desk/Outcome.h"
+#include "base/GridText.h"
+#include "dialogs/Outcome.h"
 #include "editors/EditorTable.h"
 
 #include <cstddef>

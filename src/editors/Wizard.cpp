@@ -1,14 +1,17 @@
 #include "editors/Wizard.h"
 
-#include "desk/FileBox.h"
+#include "base/CodePage.h"
+#include "base/FileBytes.h"
+#include "base/FileError.h"
+#include "base/Lines.h"
+#include "base/Numbers.h"
+#include "base/ReplaceFile.h"
+#include "base/RunTimeError.h"
+#include "dialogs/FileBox.h"
 #include "editors/EditorRules.h"
 #include "editors/EditorTable.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
-#include "project/FileError.h"
-#include "project/TextFile.h"
 #include "project/Workspace.h"
+#include "tables/CalcTables.h"
 
 #include <utility>
 #include <vector>

@@ -1,7 +1,7 @@
 #pragma once
 // The parameter wizard and its three small windows, without a window: which editor opens, what goes into 其他参数.txt.
 
-#include "desk/Outcome.h"
+#include "dialogs/Outcome.h"
 
 #include <array>
 #include <optional>

@@ -1,7 +1,7 @@
 #include "engine/Chainage.h"
 
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
+#include "base/RunTimeError.h"
+#include "tables/CalcTables.h"
 
 #include <cmath>
 

@@ -1,9 +1,9 @@
 #include "engine/Element.h"
 
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "engine/Simpson.h"
-#include "project/CalcTables.h"
+#include "tables/CalcTables.h"
 
 #include <cmath>
 

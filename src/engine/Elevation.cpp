@@ -1,8 +1,8 @@
 #include "engine/Elevation.h"
 
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
+#include "tables/CalcTables.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,9 +1,9 @@
 #include "engine/Route.h"
 
+#include "base/Numbers.h"
 #include "base/Trig.h"
-#include "engine/Numbers.h"
 #include "engine/RoutePoint.h"
-#include "project/CalcTables.h"
+#include "tables/CalcTables.h"
 
 #include <cmath>
 

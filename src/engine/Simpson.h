@@ -4,8 +4,8 @@
 // Source: Abramowitz, Stegun, Handbook of Mathematical Functions, 25.4.6, the extended Simpson's rule, on the cosine
 // and sine of the azimuth.
 
+#include "base/Numbers.h"
 #include "base/Trig.h"
-#include "engine/Numbers.h"
 
 struct CurvePoint {
     double x = 0, y = 0;  ///< m

@@ -1,12 +1,12 @@
 // From a point to its stake: the choice of an element, the walk along it, the texts.
 
+#include "engine/XYToStake.h"
+#include "base/Numbers.h"
 #include "base/Trig.h"
 #include "engine/Chainage.h"
-#include "engine/Numbers.h"
 #include "engine/Route.h"
 #include "engine/RoutePoint.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
+#include "tables/CalcTables.h"
 
 #include <cmath>
 #include <cstdint>

@@ -1,16 +1,16 @@
 #include "exchange/ExportLandXml.h"
 
+#include "base/Lines.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "base/Trig.h"
-#include "engine/Numbers.h"
 #include "engine/RoutePoint.h"
-#include "engine/RunTimeError.h"
 #include "exchange/ExchangeError.h"
 #include "exchange/ExportProfile.h"
 #include "exchange/Marks.h"
 #include "exchange/NumberText.h"
 #include "exchange/RoadElements.h"
 #include "exchange/XmlWriter.h"
-#include "project/TextFile.h"
 #include "project/Workspace.h"
 
 #include <cmath>

@@ -2,7 +2,7 @@
 // Grade line and superelevation of a compiled road in the terms of LandXML.
 
 #include "exchange/LandXml.h"
-#include "project/CalcTables.h"
+#include "tables/CalcTables.h"
 
 #include <optional>
 #include <vector>

@@ -1,6 +1,6 @@
 #include "exchange/Import.h"
 
-#include "engine/Numbers.h"
+#include "base/Numbers.h"
 #include "exchange/ExchangeError.h"
 #include "exchange/ExportProfile.h"
 #include "exchange/ImportHorizontal.h"

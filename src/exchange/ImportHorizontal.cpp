@@ -1,7 +1,7 @@
 #include "exchange/ImportHorizontal.h"
 
+#include "base/Numbers.h"
 #include "base/Trig.h"
-#include "engine/Numbers.h"
 #include "engine/RoutePoint.h"
 #include "exchange/ExchangeError.h"
 #include "exchange/NumberText.h"

@@ -1,8 +1,8 @@
 #include "exchange/ImportProfile.h"
 
+#include "base/RunTimeError.h"
 #include "base/Trig.h"
 #include "engine/Elevation.h"
-#include "engine/RunTimeError.h"
 #include "exchange/NumberText.h"
 
 #include <algorithm>

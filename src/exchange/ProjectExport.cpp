@@ -1,9 +1,9 @@
 #include "exchange/ProjectExport.h"
 
+#include "base/FileBytes.h"
+#include "base/FilePath.h"
 #include "exchange/ExchangeError.h"
 #include "exchange/ExportLandXml.h"
-#include "project/FileBytes.h"
-#include "project/FilePath.h"
 #include "project/LoadTables.h"
 #include "project/Workspace.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 // A project's folder as a file of another form: what the window and velumark-calc do alike.
 
-#include "project/CalcTables.h"
+#include "tables/CalcTables.h"
 
 #include <string>
 #include <vector>

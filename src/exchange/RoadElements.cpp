@@ -1,6 +1,6 @@
 #include "exchange/RoadElements.h"
 
-#include "engine/Numbers.h"
+#include "base/Numbers.h"
 #include "engine/RoutePoint.h"
 #include "exchange/ExchangeError.h"
 #include "exchange/NumberText.h"

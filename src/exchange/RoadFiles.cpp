@@ -1,9 +1,11 @@
 #include "exchange/RoadFiles.h"
 
-#include "engine/RunTimeError.h"
+#include "base/CodePage.h"
+#include "base/FileBytes.h"
+#include "base/Lines.h"
+#include "base/RunTimeError.h"
 #include "exchange/ExchangeError.h"
 #include "project/LoadTables.h"
-#include "project/TextFile.h"
 #include "project/Workspace.h"
 
 #include <array>

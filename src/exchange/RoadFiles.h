@@ -1,7 +1,7 @@
 #pragma once
 // A project as a value: the lines of its parameter files.
 
-#include "project/CalcTables.h"
+#include "tables/CalcTables.h"
 
 #include <functional>
 #include <map>

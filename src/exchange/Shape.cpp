@@ -1,10 +1,11 @@
 #include "exchange/Shape.h"
 
 #include "base/Trig.h"
-#include "cli/TrueRoad.h"
+#include "geometry/TrueRoad.h"
 #include "exchange/Directions.h"
 #include "exchange/ExchangeError.h"
 #include "exchange/NumberText.h"
+#include "geometry/TrueRoad.h"
 
 #include <algorithm>
 #include <cmath>

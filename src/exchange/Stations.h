@@ -2,7 +2,7 @@
 // From the stations of a file, which count on, to the nominal stakes of a project, with its chainage breaks.
 
 #include "exchange/LandXml.h"
-#include "project/CalcTables.h"
+#include "tables/CalcTables.h"
 
 #include <optional>
 #include <string>

@@ -1,9 +1,9 @@
 #include "exchange/TakeOver.h"
 
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
+#include "base/CodePage.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "exchange/ExchangeError.h"
-#include "project/TextFile.h"
 #include "project/Workspace.h"
 
 #include <cmath>

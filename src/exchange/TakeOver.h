@@ -1,7 +1,7 @@
 #pragma once
 // From a file to a project of the workspace: what the window and velumark-calc do alike.
 
-#include "desk/Outcome.h"
+#include "dialogs/Outcome.h"
 #include "exchange/Import.h"
 
 #include <string>

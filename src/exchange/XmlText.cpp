@@ -1,9 +1,10 @@
 #include "exchange/XmlText.h"
 
+#include "base/CodePage.h"
+#include "base/FileBytes.h"
+#include "base/FileError.h"
+#include "base/FilePath.h"
 #include "exchange/ExchangeError.h"
-#include "project/FileError.h"
-#include "project/FilePath.h"
-#include "project/TextFile.h"
 
 #include <algorithm>
 #include <array>

@@ -1,14 +1,17 @@
 #include "phone/Phone.h"
 
-#include "desk/Desk.h"
-#include "desk/FileBox.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
-#include "project/FileBytes.h"
-#include "project/FileError.h"
-#include "project/FilePath.h"
-#include "project/ReplaceFile.h"
-#include "project/TextFile.h"
+#include "base/CodePage.h"
+#include "base/FileBytes.h"
+#include "base/FileError.h"
+#include "base/FilePath.h"
+#include "base/Lines.h"
+#include "base/Numbers.h"
+#include "base/ReplaceFile.h"
+#include "base/RunTimeError.h"
+#include "base/Utf16File.h"
+#include "dialogs/Dialogs.h"
+#include "dialogs/FileBox.h"
+#include "project/DeleteFolderTree.h"
 #include "project/Workspace.h"
 
 #include <algorithm>
@@ -23,7 +26,7 @@ namespace {
 
 std::string listPath() { return PhonePath() + "/XMMC.txt"; }
 
-bool refuse(const char* text) { return desk().box({.text = text, .title = "注意", .icon = Icon::Exclamation}); }
+bool refuse(const char* text) { return dialogs().box({.text = text, .title = "注意", .icon = Icon::Exclamation}); }
 
 /// What one press has made or replaced: taken back, newest first, unless it is kept.
 class Undo {
@@ -110,7 +113,7 @@ PhoneExport exportAs(const std::string& name, Undo& undo)
     if (added) {
         undo.willWrite(listPath());
         WriteUtf16File(listPath(), list + name + "\r\n");
-    } else if (!desk().box({"项目已存在！是否覆盖？", "注意", Icon::Question, Msg::YesNo, Msg::No})) {
+    } else if (!dialogs().box({"项目已存在！是否覆盖？", "注意", Icon::Question, Msg::YesNo, Msg::No})) {
         return PhoneExport::Declined;
     }
     copyFiles(name, undo);
@@ -138,11 +141,12 @@ PhoneExport ExportForPhone(const std::string& typedName)
         done = exportAs(name, undo);
     } catch (const FileError& error) {
         undo.takeBack();
-        desk().box(FileBox(error));
+        dialogs().box(FileBox(error));
     }
     undo.keep();
     if (done == PhoneExport::Added || done == PhoneExport::Replaced)
-        desk().box({.text = "转换完成，请按帮助中的说明复制参数到手机！", .title = "完成", .icon = Icon::Information});
+        dialogs().box(
+            {.text = "转换完成，请按帮助中的说明复制参数到手机！", .title = "完成", .icon = Icon::Information});
     return done;
 }
 

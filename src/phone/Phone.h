@@ -2,7 +2,7 @@
 // The copy of a project for the phone: the same texts under short names, in UTF-16, in a folder of SJCS beside the
 // program; SJCS/XMMC.txt lists what is there. A snapshot: later changes of the project do not reach it.
 
-#include "desk/Outcome.h"
+#include "dialogs/Outcome.h"
 
 #include <array>
 #include <string>
@@ -36,8 +36,8 @@ enum class PhoneExport {
     Replaced,  ///< listed before, all files written anew
 };
 
-/// Exports gProject under the typed name, with all boxes through the desk. All of it or nothing: where a file cannot be
-/// read or written a box names it, and the list, the folders and the files stand as before.
+/// Exports gProject under the typed name, with all boxes through the dialogs. All of it or nothing: where a file cannot
+/// be read or written a box names it, and the list, the folders and the files stand as before.
 PhoneExport ExportForPhone(const std::string& typedName);
 
 /// The exported project's line of the list goes, then the folder of that name; where the folder stays, so does the

@@ -2,8 +2,8 @@
 // Directions of a drawing and azimuths of the road, both in degrees: a direction runs anticlockwise from +x, an azimuth
 // clockwise from north, which is +y.
 
+#include "base/Numbers.h"
 #include "base/Trig.h"
-#include "engine/Numbers.h"
 #include "plot/Picture.h"
 
 #include <cmath>

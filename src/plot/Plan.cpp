@@ -1,7 +1,7 @@
 #include "plot/Plan.h"
 
+#include "base/RunTimeError.h"
 #include "engine/Elevation.h"
-#include "engine/RunTimeError.h"
 #include "plot/PlanDrawing.h"
 
 #include <algorithm>

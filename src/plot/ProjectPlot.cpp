@@ -1,10 +1,10 @@
 #include "plot/ProjectPlot.h"
 
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
-#include "project/FileBytes.h"
+#include "base/FileBytes.h"
+#include "base/Lines.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "project/LoadTables.h"
-#include "project/TextFile.h"
 #include "project/Workspace.h"
 
 #include <algorithm>

@@ -1,10 +1,11 @@
 #include "plot/Road.h"
 
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "engine/Chainage.h"
 #include "engine/Element.h"
 #include "engine/Elevation.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
+#include "engine/XYToStake.h"
 #include "plot/Angles.h"
 
 #include <algorithm>

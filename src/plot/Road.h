@@ -2,8 +2,9 @@
 // The road of the tables as shapes: what the views and the drawings are made of. Nothing here moves a shared value.
 // Points are drawing coordinates (x east, y north, from the road's origin), stakes are continuous, lengths metres.
 
+#include "engine/XYToStake.h"
 #include "plot/Picture.h"
-#include "project/CalcTables.h"
+#include "tables/CalcTables.h"
 
 #include <cstddef>
 #include <optional>

@@ -1,8 +1,8 @@
 // The road as the tables hold it: elements, numbers along it, main points, polygon.
 
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "engine/Chainage.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
 #include "plot/Road.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #include "plot/Slopes.h"
 
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "engine/Chainage.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
 
 #include <string>
 

@@ -2,10 +2,10 @@
 // The compiles of a load: rows of one file into the tables. Every assignment and every call stands alone: one that
 // fails is dropped, its target keeps its value, and the next one runs.
 
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
-#include "project/TextFile.h"
+#include "base/Lines.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
+#include "tables/CalcTables.h"
 
 #include <cstdint>
 #include <string>

@@ -1,10 +1,13 @@
 // The horizontal alignment from intersection points: the polygon becomes a chain of elements, four rows a vertex.
 // Line 0 is the start point, line n the end point, lines 1 to n-1 are intersection points.
 
+#include "base/CodePage.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "base/Trig.h"
 #include "engine/Element.h"
-#include "project/CalcTables.h"
 #include "project/Compile.h"
+#include "tables/CalcTables.h"
 
 #include <cmath>
 

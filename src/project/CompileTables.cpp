@@ -1,7 +1,9 @@
 // Every file whose rows become table rows with no geometry: which field goes where.
 
-#include "project/CalcTables.h"
+#include "base/CodePage.h"
+#include "base/RunTimeError.h"
 #include "project/Compile.h"
+#include "tables/CalcTables.h"
 
 #include <cmath>
 #include <span>

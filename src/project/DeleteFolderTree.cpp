@@ -1,7 +1,7 @@
-#include "desk/Desk.h"
-#include "project/FileError.h"
-#include "project/FilePath.h"
-#include "project/TextFile.h"
+#include "project/DeleteFolderTree.h"
+#include "base/FileError.h"
+#include "base/FilePath.h"
+#include "dialogs/Dialogs.h"
 
 #include <system_error>
 #include <vector>
@@ -36,7 +36,7 @@ void removeTree(const fs::path& folder)
             removeTree(entry.path());
         else
             removeOne(entry.path());
-        desk().turn();
+        dialogs().turn();
     }
     removeOne(folder);
 }

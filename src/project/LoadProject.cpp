@@ -1,8 +1,11 @@
 #include "project/LoadProject.h"
 
-#include "desk/Desk.h"
-#include "project/TextFile.h"
+#include "base/FileBytes.h"
+#include "base/ReplaceFile.h"
+#include "base/TextFile.h"
+#include "dialogs/Dialogs.h"
 #include "project/Workspace.h"
+#include "tables/CalcTables.h"
 
 #include <chrono>
 #include <thread>
@@ -41,7 +44,7 @@ Loaded loadOpenProject()
     upgradeSettings(met);
     const auto read = [](std::string_view file) { return ReadBytesCreating(ParameterFile(file)); };
     met = loadTables(read, shared.tables, shared.results, std::move(met));
-    if (met.cutAtGap) desk().box({std::string(kStakeInGap), "注意", Icon::Exclamation});
+    if (met.cutAtGap) dialogs().box({std::string(kStakeInGap), "注意", Icon::Exclamation});
     return met;
 }
 
@@ -51,7 +54,7 @@ Loaded LoadProject()
     if (!met.neverEnds) return met;
     if (beginOfHang) beginOfHang();
     while (true) {
-        desk().turnWithInput();
+        dialogs().turnWithInput();
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
 }

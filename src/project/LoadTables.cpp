@@ -2,9 +2,12 @@
 
 #include "project/LoadTables.h"
 
+#include "base/CodePage.h"
+#include "base/FileBytes.h"
+#include "base/Lines.h"
+#include "base/RunTimeError.h"
 #include "engine/Chainage.h"
 #include "project/Compile.h"
-#include "project/TextFile.h"
 #include "project/Workspace.h"
 
 #include <algorithm>

@@ -2,8 +2,9 @@
 // The files of a project into tables: what is read and compiled in which order, and what a load met on the way.
 // Nothing here changes a file, and nothing shared moves unless it is handed in.
 
-#include "project/CalcTables.h"
-#include "project/FileError.h"
+#include "base/FileError.h"
+#include "base/RunTimeError.h"
+#include "tables/CalcTables.h"
 
 #include <functional>
 #include <optional>

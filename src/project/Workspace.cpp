@@ -1,10 +1,16 @@
 #include "project/Workspace.h"
 
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
-#include "project/FileError.h"
-#include "project/FilePath.h"
-#include "project/TextFile.h"
+#include "base/CodePage.h"
+#include "base/FileBytes.h"
+#include "base/FileError.h"
+#include "base/FilePath.h"
+#include "base/Lines.h"
+#include "base/Numbers.h"
+#include "base/ReplaceFile.h"
+#include "base/RunTimeError.h"
+#include "base/TextFile.h"
+#include "base/Utf16File.h"
+#include "project/DeleteFolderTree.h"
 
 #include <algorithm>
 #include <array>

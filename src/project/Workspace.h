@@ -2,7 +2,7 @@
 // Where the application works: the folder of the program, the workspace 参数文件 beside it, the catalogues.
 // Only direct children of 参数文件 and SJCS are ever opened, written or deleted.
 
-#include "desk/Outcome.h"
+#include "dialogs/Outcome.h"
 
 #include <cstddef>
 #include <functional>

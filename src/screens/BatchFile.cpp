@@ -1,9 +1,11 @@
 #include "screens/BatchFile.h"
 
-#include "desk/Desk.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
-#include "project/TextFile.h"
+#include "base/FileBytes.h"
+#include "base/Lines.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
+#include "base/TextFile.h"
+#include "dialogs/Dialogs.h"
 #include "screens/Handler.h"
 
 BatchLine ParseBatchLine(const std::string& line, std::size_t fields)
@@ -28,7 +30,7 @@ std::vector<BatchLine> ReadBatchFile(const std::string& path, std::size_t fields
 Outcome CalcBatchFile(std::size_t fields, RowSink& rows, const std::function<void(const BatchLine&)>& add)
 {
     return Handle(Trap::Silent, [&] {
-        const auto path = desk().openFile("(*.txt)|*.txt|");
+        const auto path = dialogs().openFile("(*.txt)|*.txt|");
         if (!path) return;
         for (const auto& line : ReadBatchFile(*path, fields)) {
             if (rows.abandoned()) break;

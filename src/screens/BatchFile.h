@@ -1,7 +1,7 @@
 #pragma once
 // The text files of batches: one line a point, numbers separated by commas.
 
-#include "desk/Outcome.h"
+#include "dialogs/Outcome.h"
 
 #include <functional>
 #include <string>

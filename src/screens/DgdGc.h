@@ -1,7 +1,7 @@
 #pragma once
 // Single point elevation (frmDgdGc): one press, one row.
 
-#include "desk/Outcome.h"
+#include "dialogs/Outcome.h"
 
 #include <string>
 

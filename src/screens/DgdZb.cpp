@@ -1,11 +1,11 @@
 #include "screens/DgdZb.h"
 
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "engine/Chainage.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
 #include "screens/Handler.h"
 #include "screens/Rows.h"
+#include "tables/CalcTables.h"
 
 namespace {
 

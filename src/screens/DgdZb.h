@@ -1,7 +1,7 @@
 #pragma once
 // Single point coordinates (frmDgdZb): one press, one row.
 
-#include "desk/Outcome.h"
+#include "dialogs/Outcome.h"
 #include "screens/Station.h"
 
 #include <string>

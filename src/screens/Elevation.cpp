@@ -1,7 +1,7 @@
 #include "screens/Elevation.h"
 
+#include "base/Numbers.h"
 #include "engine/Elevation.h"
-#include "engine/Numbers.h"
 #include "screens/Rows.h"
 
 #include <cmath>

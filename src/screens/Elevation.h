@@ -1,7 +1,7 @@
 #pragma once
 // What the two elevation screens share.
 
-#include "desk/Cell.h"
+#include "base/Cell.h"
 
 /// Elevation at a continuous stake and signed offset (negative left), rounded to three decimals, less the thickness,
 /// m, as the shortest text.

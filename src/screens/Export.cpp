@@ -1,13 +1,14 @@
 #include "screens/Export.h"
 
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
+#include "base/FileBytes.h"
+#include "base/FileError.h"
+#include "base/Numbers.h"
+#include "base/ReplaceFile.h"
+#include "base/RunTimeError.h"
 #include "office/Xls.h"
-#include "project/CalcTables.h"
-#include "project/FileError.h"
-#include "project/TextFile.h"
 #include "project/Workspace.h"
 #include "screens/Messages.h"
+#include "tables/CalcTables.h"
 
 #include <stdexcept>
 #include <utility>
@@ -78,7 +79,7 @@ namespace {
 bool say(std::string_view text, std::string_view title, Icon icon, Msg::Buttons buttons = Msg::Ok,
          Msg::Default preset = Msg::Yes)
 {
-    return desk().box({std::string(text), std::string(title), icon, buttons, preset});
+    return dialogs().box({std::string(text), std::string(title), icon, buttons, preset});
 }
 
 }  // namespace
@@ -90,7 +91,7 @@ void SaveResult(const ExportLayout& layout, const ExportData& data, ScreenState*
         say(message::kNothingToSave, message::kNotice, Icon::Exclamation);
         return;
     }
-    const auto path = desk().saveFile("(*.xls)|*.xls");
+    const auto path = dialogs().saveFile("(*.xls)|*.xls");
     if (!path) return;
     if ((FileExists(*path) || FolderExists(*path)) &&
         !say(message::kOverwrite, message::kNotice, Icon::Question, Msg::YesNo, Msg::No))

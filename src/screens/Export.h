@@ -1,7 +1,7 @@
 #pragma once
 // Saving a result grid as a spreadsheet: one procedure, seven layouts.
 
-#include "desk/ResultTable.h"
+#include "dialogs/ResultTable.h"
 #include "office/Worksheet.h"
 #include "screens/Station.h"
 

@@ -1,11 +1,11 @@
 #include "screens/Fs.h"
 
-#include "engine/Numbers.h"
-#include "engine/Route.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
+#include "engine/XYToStake.h"
 #include "screens/Handler.h"
 #include "screens/Rows.h"
+#include "tables/CalcTables.h"
 
 #include <optional>
 

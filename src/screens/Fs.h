@@ -1,7 +1,7 @@
 #pragma once
 // Inverse stake from coordinates (frmFs): one typed point, or a file of points.
 
-#include "desk/Outcome.h"
+#include "dialogs/Outcome.h"
 #include "screens/BatchFile.h"
 
 #include <string>

@@ -1,8 +1,8 @@
 #include "screens/Handler.h"
 
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "engine/Chainage.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 // A body reads as the list of checks that a user can see: each check either goes on or leaves the body at once, with a
 // refusal or a run-time error. Handle turns both into the Outcome that the form (or the companion) shows.
 
-#include "desk/Outcome.h"
+#include "dialogs/Outcome.h"
 #include "screens/Messages.h"
 
 #include <functional>

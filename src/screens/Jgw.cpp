@@ -1,14 +1,14 @@
 #include "screens/Jgw.h"
 
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "base/Trig.h"
 #include "engine/Chainage.h"
-#include "engine/Numbers.h"
 #include "engine/Route.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
 #include "screens/Handler.h"
 #include "screens/Rows.h"
 #include "screens/Walk.h"
+#include "tables/CalcTables.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #pragma once
 // Structure corner points (frmJgw): four rows a structure, from one typed stake, a run of stakes or a file.
 
-#include "desk/Outcome.h"
+#include "dialogs/Outcome.h"
 #include "screens/BatchFile.h"
 #include "screens/Station.h"
 

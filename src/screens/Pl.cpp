@@ -1,10 +1,10 @@
 #include "screens/Pl.h"
 
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "engine/Chainage.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
 #include "screens/Handler.h"
+#include "tables/CalcTables.h"
 
 Outcome CalcPl(const PlInput& in, const JgwInput& jgw)
 {

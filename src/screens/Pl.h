@@ -1,7 +1,7 @@
 #pragma once
 // The run of structures (frmPl), which hands start, end and step to frmJgw in gPlStart, gPlEnd, gPlStep.
 
-#include "desk/Outcome.h"
+#include "dialogs/Outcome.h"
 #include "screens/Jgw.h"
 
 #include <string>

@@ -1,13 +1,13 @@
 #include "screens/PlGc.h"
 
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "engine/Chainage.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
 #include "screens/Elevation.h"
 #include "screens/Handler.h"
 #include "screens/Rows.h"
 #include "screens/Walk.h"
+#include "tables/CalcTables.h"
 
 namespace {
 

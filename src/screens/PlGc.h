@@ -1,7 +1,7 @@
 #pragma once
 // Batch elevation (frmPlGc): a run of stakes, or a file of stake and offset pairs.
 
-#include "desk/Outcome.h"
+#include "dialogs/Outcome.h"
 #include "screens/BatchFile.h"
 
 #include <string>

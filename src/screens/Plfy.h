@@ -1,7 +1,7 @@
 #pragma once
 // Batch stake-out (frmPlfy): a run of stakes with their sides, or a file of stake and offset pairs.
 
-#include "desk/Outcome.h"
+#include "dialogs/Outcome.h"
 #include "screens/BatchFile.h"
 #include "screens/Station.h"
 

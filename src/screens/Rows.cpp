@@ -1,9 +1,10 @@
 #include "screens/Rows.h"
 
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "engine/Chainage.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
+#include "engine/Route.h"
+#include "tables/CalcTables.h"
 
 #include <cmath>
 #include <limits>

@@ -1,8 +1,8 @@
 #pragma once
 // Row making that screens share, and the quiet warnings beside rows.
 
-#include "desk/Outcome.h"
-#include "engine/Route.h"
+#include "dialogs/Outcome.h"
+#include "engine/XYToStake.h"
 
 #include <string>
 #include <vector>

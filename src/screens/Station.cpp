@@ -1,8 +1,8 @@
 #include "screens/Station.h"
 
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
+#include "base/RunTimeError.h"
 #include "screens/Handler.h"
+#include "tables/CalcTables.h"
 
 void ReadStation(const StationInput& in, const StationFields& fields)
 {

@@ -1,8 +1,8 @@
 #include "screens/Walk.h"
 
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
+#include "base/RunTimeError.h"
 #include "screens/Rows.h"
+#include "tables/CalcTables.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 #pragma once
 // A run of stakes: from a start by whole steps, over the chainage breaks.
 
-#include "desk/Outcome.h"
+#include "dialogs/Outcome.h"
 
 #include <functional>
 #include <string>

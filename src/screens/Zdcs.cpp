@@ -1,9 +1,9 @@
 #include "screens/Zdcs.h"
 
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "engine/Chainage.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
+#include "tables/CalcTables.h"
 
 namespace {
 

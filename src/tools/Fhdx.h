@@ -8,7 +8,7 @@
 //   h i corrections of dX dY, mm   j k corrected dX dY, m   l m X Y, m
 // Below the points, rows 2N+4 to 2N+7 hold the closures in words.
 
-#include "desk/Outcome.h"
+#include "dialogs/Outcome.h"
 #include "office/Drawing.h"
 #include "office/Worksheet.h"
 

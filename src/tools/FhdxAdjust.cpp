@@ -1,7 +1,7 @@
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "base/Trig.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
+#include "tables/CalcTables.h"
 #include "tools/Fhdx.h"
 #include "tools/FhdxCells.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 // Cells of the traverse sheet as numbers: how the adjustment and the plan read and write.
 
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "office/Worksheet.h"
 
 #include <string>

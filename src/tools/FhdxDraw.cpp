@@ -1,5 +1,5 @@
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
+#include "base/RunTimeError.h"
+#include "tables/CalcTables.h"
 #include "tools/Fhdx.h"
 #include "tools/FhdxCells.h"
 

@@ -1,6 +1,6 @@
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
+#include "tables/CalcTables.h"
 #include "tools/Fhdx.h"
 #include "tools/FhdxCells.h"
 

@@ -1,7 +1,7 @@
 #include "tools/Qljs.h"
 
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 
 #include <array>
 #include <charconv>

@@ -2,7 +2,7 @@
 // Radius of curvature on a transition curve. Every stored number is a 32-bit float, every expression is computed in
 // double and narrowed when it is stored: the results carry about seven significant digits.
 
-#include "desk/Outcome.h"
+#include "dialogs/Outcome.h"
 
 #include <string>
 

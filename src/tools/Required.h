@@ -1,8 +1,8 @@
 #pragma once
 // Boxes that must hold something before a tool computes.
 
-#include "desk/Outcome.h"
-#include "engine/Numbers.h"
+#include "base/Numbers.h"
+#include "dialogs/Outcome.h"
 
 #include <initializer_list>
 

@@ -1,8 +1,8 @@
 #include "tools/Zbzfs.h"
 
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "base/Trig.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
 #include "tools/Required.h"
 
 Outcome CalcForward(const ForwardInput& in, ForwardPoint& out)

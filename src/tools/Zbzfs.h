@@ -2,7 +2,7 @@
 // Coordinates forward and inverse: a point from a station and a direction, a direction and a distance from two points.
 // Neither traps a text that is no number: TypeMismatch leaves both.
 
-#include "desk/Outcome.h"
+#include "dialogs/Outcome.h"
 
 #include <string>
 

@@ -2,15 +2,19 @@
 
 #include "app/frmMain.h"
 #include "app/frmNewProjects.h"
+#include "base/CodePage.h"
+#include "base/FileBytes.h"
+#include "base/ReplaceFile.h"
+#include "base/Utf16File.h"
 #include "controls/XPButton.h"
 #include "phone/Phone.h"
-#include "phone/frmSjName.h"
-#include "project/CalcTables.h"
+#include "phone/windows/frmSjName.h"
 #include "support/FailingCalls.h"
 #include "support/ProjectFolder.h"
 #include "support/QtTests.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 #include "support/Windows.h"
+#include "tables/CalcTables.h"
 
 #include <QLabel>
 
@@ -43,7 +47,7 @@ void writeCatalogue(const std::string& text) { WriteBytes(WorkspacePath() + "/�
 
 /// A window on a workspace of its own, shown.
 struct Shown {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     ScriptedPlatform seams;
     ProjectFolder folder{{"其他参数.txt", "交点法\r\n线性\r\n未设置\r\n未设置\r\n未设置\r\n"}};
     std::optional<frmMain> window;
@@ -98,11 +102,11 @@ private slots:
         QCOMPARE(names(shown.main(), "lstProjects"), texts({"滨河路", "B2", "安康道"}));
         QCOMPARE(names(shown.main(), "lstSj"), Names());
         QCOMPARE(named<ListBox>(shown.main(), "lstProjects").ListIndex(), -1);
-        QVERIFY(shown.desk.messages.empty());
+        QVERIFY(shown.dialogs.messages.empty());
     }
     void startMakesWorkspaceAndCatalogue()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ProjectFolder folder;
         fs::remove_all(WorkspacePath());
         frmMain main;
@@ -111,11 +115,11 @@ private slots:
         QCOMPARE(catalogue(), std::string());
         QCOMPARE(names(main, "lstProjects"), Names());
         click(main, "cmdOpenProjects");
-        QCOMPARE(desk.messages, std::vector<Msg>{kSelect});
+        QCOMPARE(dialogs.messages, std::vector<Msg>{kSelect});
     }
     void startShowsThePhoneCatalogueWithoutItsLastPiece()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ProjectFolder folder;
         fs::create_directory(PhonePath());
         WriteUtf16File(PhonePath() + "/XMMC.txt", "b\r\na\r\ncut");
@@ -125,7 +129,7 @@ private slots:
     }
     void startThatCannotMakeItsWorkspaceIsFatal()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ScriptedPlatform seams;
         ProjectFolder folder;
         fs::remove_all(WorkspacePath());
@@ -133,7 +137,7 @@ private slots:
         frmMain main;
         main.show();
         QCOMPARE(seams.ended, std::vector<int>{1});
-        QCOMPARE(desk.messages.size(), 1u);
+        QCOMPARE(dialogs.messages.size(), 1u);
     }
 
     // New project
@@ -159,7 +163,7 @@ private slots:
         QCOMPARE(shown.folder.text("其他参数.txt"), std::string("未设置\r\n未设置\r\n未设置\r\n未设置\r\n"));
         QCOMPARE(std::distance(fs::directory_iterator(ProjectPath("滨河路")), {}), 1);
         QVERIFY(shared == before);
-        QVERIFY(shown.desk.messages.empty());
+        QVERIFY(shown.dialogs.messages.empty());
     }
     void nameInTheCatalogueIsRefusedAndStaysInTheProject()
     {
@@ -171,7 +175,7 @@ private slots:
             click(dialog, "cmdNewProjectsCancel");
             QVERIFY(!dialog.isVisible());
         });
-        QCOMPARE(shown.desk.messages, std::vector<Msg>{kExists});
+        QCOMPARE(shown.dialogs.messages, std::vector<Msg>{kExists});
         QCOMPARE(gProject, std::string("road"));
         QCOMPARE(catalogue(), std::string("测试\r\nroad\r\n"));
         QCOMPARE(names(shown.main(), "lstProjects"), texts({"测试", "road"}));
@@ -191,7 +195,7 @@ private slots:
             QCOMPARE(textOf(dialog, "txtNewProjects"), QString());
             QCOMPARE(dialog.focusWidget()->objectName(), QStringLiteral("txtNewProjects"));
         });
-        QCOMPARE(shown.desk.messages, std::vector<Msg>{kBadName});
+        QCOMPARE(shown.dialogs.messages, std::vector<Msg>{kBadName});
         QCOMPARE(catalogue(), std::string("测试\r\n"));
     }
     void folderThatExistsIsRefused()
@@ -199,14 +203,14 @@ private slots:
         Shown shown;
         fs::create_directory(ProjectPath("旧路"));
         shown.create("旧路");
-        QCOMPARE(shown.desk.messages, std::vector<Msg>{kBadName});
+        QCOMPARE(shown.dialogs.messages, std::vector<Msg>{kBadName});
         QCOMPARE(catalogue(), std::string("测试\r\n"));
     }
     void nameThatDiffersInCaseIsAccepted()
     {
         Shown shown("Road\r\n");
         shown.create("road");
-        QVERIFY(shown.desk.messages.empty());  // this file system tells the two folders apart
+        QVERIFY(shown.dialogs.messages.empty());  // this file system tells the two folders apart
         QCOMPARE(catalogue(), std::string("Road\r\nroad\r\n"));
     }
 
@@ -221,7 +225,7 @@ private slots:
             QVERIFY(dialog.isVisible());
             QCOMPARE(textOf(dialog, "txtNewProjects"), QString());
         });
-        QCOMPARE(shown.desk.messages, std::vector<Msg>{kBadName});
+        QCOMPARE(shown.dialogs.messages, std::vector<Msg>{kBadName});
         QCOMPARE(names(shown.main(), "lstProjects"), texts({"测试", "乙"}));
         QCOMPARE(catalogue(), std::string("测试\r\n乙\r\n"));
     }
@@ -232,14 +236,14 @@ private slots:
     {
         Shown shown;
         click(shown.main(), "cmdOpenProjects");
-        QCOMPARE(shown.desk.messages, std::vector<Msg>{kSelect});
+        QCOMPARE(shown.dialogs.messages, std::vector<Msg>{kSelect});
     }
     void doubleClickOnTheEmptyPart()
     {
         Shown shown;
         auto* rows = named<ListBox>(shown.main(), "lstProjects").viewport();
         QTest::mouseDClick(rows, Qt::LeftButton, {}, rows->rect().bottomRight() - QPoint(8, 8));
-        QCOMPARE(shown.desk.messages, std::vector<Msg>{kSelect});
+        QCOMPARE(shown.dialogs.messages, std::vector<Msg>{kSelect});
     }
     void aClickOnTheEmptyPartTakesNoSelectionAway_data()
     {
@@ -286,7 +290,7 @@ private slots:
         const QPoint empty = list.viewport()->rect().bottomRight() - QPoint(8, 8);
         QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, empty);
         QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, empty);
-        QCOMPARE(shown.desk.messages, std::vector<Msg>{kOpened});
+        QCOMPARE(shown.dialogs.messages, std::vector<Msg>{kOpened});
         QCOMPARE(gProject, std::string("测试"));
     }
     void doubleClickOpens()
@@ -297,7 +301,7 @@ private slots:
         const auto row = list.visualItemRect(list.item(0)).center();
         QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, row);
         QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, row);
-        QCOMPARE(shown.desk.messages, std::vector<Msg>{kOpened});
+        QCOMPARE(shown.dialogs.messages, std::vector<Msg>{kOpened});
         QCOMPARE(gProject, std::string("测试"));
     }
     void openTrimsTheName()
@@ -317,7 +321,7 @@ private slots:
         shown.folder.write("导线点参数.txt", "A,5,2,\r\n");
         click(shown.main(), "cmdOpenProjects");
         QCOMPARE(gDxdX.at(0), 5.0);
-        QCOMPARE(shown.desk.messages, (std::vector<Msg>{kOpened, kOpened}));
+        QCOMPARE(shown.dialogs.messages, (std::vector<Msg>{kOpened, kOpened}));
     }
 
     // Delete project
@@ -326,15 +330,15 @@ private slots:
     {
         Shown shown;
         click(shown.main(), "cmdProjectsDel");
-        QCOMPARE(shown.desk.messages, std::vector<Msg>{kSelect});
+        QCOMPARE(shown.dialogs.messages, std::vector<Msg>{kSelect});
     }
     void deleteDeclined()
     {
         Shown shown;
         select(shown.main(), "lstProjects", 0);
-        shown.desk.no();
+        shown.dialogs.no();
         click(shown.main(), "cmdProjectsDel");
-        QCOMPARE(shown.desk.messages, std::vector<Msg>{kDelete});
+        QCOMPARE(shown.dialogs.messages, std::vector<Msg>{kDelete});
         QCOMPARE(catalogue(), std::string("测试\r\n"));
         QVERIFY(FolderExists(ProjectPath("测试")));
     }
@@ -344,7 +348,7 @@ private slots:
         shared.tables.elemCount = 7;
         const Shared before = shared;
         select(shown.main(), "lstProjects", 0);
-        shown.desk.yes();
+        shown.dialogs.yes();
         click(shown.main(), "cmdProjectsDel");
         QVERIFY(FileExists(WorkspacePath() + "/项目名称.txt"));
         QCOMPARE(catalogue(), std::string());
@@ -358,7 +362,7 @@ private slots:
         Shown shown("a\r\n测试\r\nlast");
         QCOMPARE(names(shown.main(), "lstProjects"), texts({"a", "测试", "last"}));
         select(shown.main(), "lstProjects", 0);
-        shown.desk.yes();
+        shown.dialogs.yes();
         click(shown.main(), "cmdProjectsDel");
         QCOMPARE(catalogue(), std::string("测试\r\n"));
         QCOMPARE(names(shown.main(), "lstProjects"), texts({"测试"}));
@@ -368,7 +372,7 @@ private slots:
     {
         Shown shown("x\r\n测试\r\nx\r\n");
         select(shown.main(), "lstProjects", 2);
-        shown.desk.yes();
+        shown.dialogs.yes();
         click(shown.main(), "cmdProjectsDel");
         QCOMPARE(catalogue(), std::string("x\r\n测试\r\n"));
     }
@@ -377,7 +381,7 @@ private slots:
         Shown shown;
         select(shown.main(), "lstProjects", 0);
         fs::remove(WorkspacePath() + "/项目名称.txt");
-        shown.desk.yes();
+        shown.dialogs.yes();
         click(shown.main(), "cmdProjectsDel");
         QVERIFY(FileExists(WorkspacePath() + "/项目名称.txt"));
         QCOMPARE(names(shown.main(), "lstProjects"), Names());
@@ -388,7 +392,7 @@ private slots:
         QCOMPARE(names(shown.main(), "lstProjects"), texts({"b"}));
         QVERIFY(FolderExists(ProjectPath("测试")));
         select(shown.main(), "lstProjects", 0);
-        shown.desk.yes();
+        shown.dialogs.yes();
         click(shown.main(), "cmdProjectsDel");
         QVERIFY(FolderExists(ProjectPath("测试")));
     }
@@ -398,9 +402,9 @@ private slots:
         Shown shown("甲\r\n测试\r\n乙\r\n");
         writeCatalogue("测试\r\n乙\r\n");
         select(shown.main(), "lstProjects", 1);
-        shown.desk.yes();
+        shown.dialogs.yes();
         click(shown.main(), "cmdProjectsDel");
-        QCOMPARE(shown.desk.messages, std::vector<Msg>{kDelete});
+        QCOMPARE(shown.dialogs.messages, std::vector<Msg>{kDelete});
         QCOMPARE(catalogue(), std::string("乙\r\n"));
         QCOMPARE(names(shown.main(), "lstProjects"), texts({"乙"}));
     }
@@ -409,9 +413,9 @@ private slots:
         Shown shown("甲\r\n测试\r\n");
         writeCatalogue("甲\r\n丙\r\n");
         select(shown.main(), "lstProjects", 1);
-        shown.desk.yes();
+        shown.dialogs.yes();
         click(shown.main(), "cmdProjectsDel");
-        QCOMPARE(shown.desk.messages,
+        QCOMPARE(shown.dialogs.messages,
                  (std::vector<Msg>{kDelete, {"“测试”已不在项目列表中！", "注意", Icon::Exclamation}}));
         QCOMPARE(names(shown.main(), "lstProjects"), texts({"甲", "丙"}));
         QVERIFY(FolderExists(ProjectPath("测试")));
@@ -420,12 +424,12 @@ private slots:
     {
         Shown shown("甲\r\n测试\r\n");
         select(shown.main(), "lstProjects", 1);
-        shown.desk.yes();
+        shown.dialogs.yes();
         {
             const FailingCalls full([](const Call& call) { return call.name == "write" ? ENOSPC : 0; });
             click(shown.main(), "cmdProjectsDel");
         }
-        QCOMPARE(shown.desk.messages,
+        QCOMPARE(shown.dialogs.messages,
                  (std::vector<Msg>{kDelete, {"“项目名称.txt”无法写入！\n磁盘已满", "错误", Icon::Exclamation}}));
         QCOMPARE(catalogue(), std::string("甲\r\n测试\r\n"));
         QCOMPARE(names(shown.main(), "lstProjects"), texts({"甲", "测试"}));
@@ -439,7 +443,7 @@ private slots:
     {
         Shown shown;
         click(shown.main(), "butZh");
-        QCOMPARE(shown.desk.messages, std::vector<Msg>{kSelect});
+        QCOMPARE(shown.dialogs.messages, std::vector<Msg>{kSelect});
     }
     void convertSetsTheProjectAndLeavesTheTables()
     {
@@ -464,7 +468,7 @@ private slots:
         Shown shown;
         select(shown.main(), "lstProjects", 0);
         shown.convert("road1", [](QWidget& dialog) { QVERIFY(!dialog.isVisible()); });
-        shown.desk.yes();
+        shown.dialogs.yes();
         shown.convert("road1", [](QWidget& dialog) { QVERIFY(!dialog.isVisible()); });
         shown.convert("road2");
         QCOMPARE(names(shown.main(), "lstSj"), texts({"road1", "road2"}));
@@ -475,7 +479,7 @@ private slots:
         Shown shown;
         select(shown.main(), "lstProjects", 0);
         shown.convert("road1");
-        shown.desk.no();
+        shown.dialogs.no();
         shown.convert("road1", [](QWidget& dialog) {
             QVERIFY(dialog.isVisible());
             QCOMPARE(textOf(dialog, "txtsjName"), QString());
@@ -488,18 +492,18 @@ private slots:
     {
         Shown shown;
         click(shown.main(), "butDel");
-        QCOMPARE(shown.desk.messages, std::vector<Msg>{kSelect});
+        QCOMPARE(shown.dialogs.messages, std::vector<Msg>{kSelect});
     }
     void removeDeclined()
     {
         Shown shown;
         select(shown.main(), "lstProjects", 0);
         shown.convert("a");
-        shown.desk.messages.clear();
+        shown.dialogs.messages.clear();
         select(shown.main(), "lstSj", 0);
-        shown.desk.no();
+        shown.dialogs.no();
         click(shown.main(), "butDel");
-        QCOMPARE(shown.desk.messages, std::vector<Msg>{kDeletePhone});
+        QCOMPARE(shown.dialogs.messages, std::vector<Msg>{kDeletePhone});
         QVERIFY(FolderExists(PhoneProjectPath("a")));
         QCOMPARE(names(shown.main(), "lstSj"), texts({"a"}));
     }
@@ -520,11 +524,11 @@ private slots:
             fs::remove(file);
         else
             WriteUtf16File(file, "a\r\n");
-        shown.desk.messages.clear();
+        shown.dialogs.messages.clear();
         select(shown.main(), "lstSj", 0);
-        shown.desk.yes();
+        shown.dialogs.yes();
         click(shown.main(), "butDel");
-        QCOMPARE(shown.desk.messages, std::vector<Msg>{kDeletePhone});
+        QCOMPARE(shown.dialogs.messages, std::vector<Msg>{kDeletePhone});
         QCOMPARE(names(shown.main(), "lstSj"), texts({"a", "b", "c"}));
         QCOMPARE(named<ListBox>(shown.main(), "lstSj").ListIndex(), 0);
         QVERIFY(FolderExists(PhoneProjectPath("a")));
@@ -536,11 +540,11 @@ private slots:
         select(shown.main(), "lstProjects", 0);
         for (const char* name : {"a", "b"}) shown.convert(name);
         WriteUtf16File(PhonePath() + "/XMMC.txt", "b\r\n");
-        shown.desk.messages.clear();
+        shown.dialogs.messages.clear();
         select(shown.main(), "lstSj", 0);
-        shown.desk.yes();
+        shown.dialogs.yes();
         click(shown.main(), "butDel");
-        QCOMPARE(shown.desk.messages,
+        QCOMPARE(shown.dialogs.messages,
                  (std::vector<Msg>{kDeletePhone, {"“a”已不在项目列表中！", "注意", Icon::Exclamation}}));
         QCOMPARE(names(shown.main(), "lstSj"), texts({"b"}));
         QVERIFY(FolderExists(PhoneProjectPath("a")));
@@ -550,14 +554,14 @@ private slots:
         Shown shown;
         select(shown.main(), "lstProjects", 0);
         for (const char* name : {"a", "b"}) shown.convert(name);
-        shown.desk.messages.clear();
+        shown.dialogs.messages.clear();
         select(shown.main(), "lstSj", 0);
-        shown.desk.yes();
+        shown.dialogs.yes();
         {
             const FailingCalls full([](const Call& call) { return call.name == "write" ? ENOSPC : 0; });
             click(shown.main(), "butDel");
         }
-        QCOMPARE(shown.desk.messages,
+        QCOMPARE(shown.dialogs.messages,
                  (std::vector<Msg>{kDeletePhone, {"“XMMC.txt”无法写入！\n磁盘已满", "错误", Icon::Exclamation}}));
         QCOMPARE(names(shown.main(), "lstSj"), texts({"a", "b"}));
         QCOMPARE(ReadPhoneCatalogue(), (std::vector<std::string>{"a", "b"}));
@@ -565,13 +569,13 @@ private slots:
     }
     void listThatCannotBeReadIsSaidAtStart()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ScriptedPlatform seams;
         ProjectFolder folder;
         fs::create_directories(PhonePath() + "/XMMC.txt");
         frmMain main;
         main.show();
-        QCOMPARE(desk.messages, (std::vector<Msg>{{"“XMMC.txt”无法读取！\n读写错误", "错误", Icon::Exclamation}}));
+        QCOMPARE(dialogs.messages, (std::vector<Msg>{{"“XMMC.txt”无法读取！\n读写错误", "错误", Icon::Exclamation}}));
         QCOMPARE(names(main, "lstProjects"), texts({"测试"}));
         QVERIFY(seams.ended.empty());
     }
@@ -582,7 +586,7 @@ private slots:
         for (const char* name : {"a", "b", "c"}) shown.convert(name);
         for (const auto& [row, rest] : {std::pair{1, texts({"a", "c"})}, {0, texts({"c"})}, {0, Names()}}) {
             select(shown.main(), "lstSj", row);
-            shown.desk.yes();
+            shown.dialogs.yes();
             click(shown.main(), "butDel");
             QCOMPARE(names(shown.main(), "lstSj"), rest);
             QCOMPARE(static_cast<qsizetype>(ReadPhoneCatalogue().size()), rest.size());

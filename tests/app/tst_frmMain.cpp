@@ -2,13 +2,14 @@
 
 #include "app/frmAbout.h"
 #include "app/frmMain.h"
+#include "base/ReplaceFile.h"
+#include "base/RunTimeError.h"
 #include "controls/XPButton.h"
-#include "engine/RunTimeError.h"
-#include "platform/SheetWindow.h"
+#include "office/windows/SheetWindow.h"
 #include "project/LoadProject.h"
 #include "support/ProjectFolder.h"
 #include "support/QtTests.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 #include "support/Windows.h"
 
 #include <QLabel>
@@ -181,7 +182,7 @@ private slots:
         QFETCH(int, index);
         QFETCH(QString, toolTip);
         QFETCH(bool, needsProject);
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ProjectFolder folder;
         frmMain main;
         main.show();
@@ -205,7 +206,7 @@ private slots:
     }
     void toolbarButtonRunsTheMenuItem()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ProjectFolder folder;
         frmMain main;
         main.show();
@@ -232,7 +233,7 @@ private slots:
     void screens()
     {
         QFETCH(QString, form);
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ProjectFolder folder;
         frmMain main;
         main.show();
@@ -244,7 +245,7 @@ private slots:
 
     void tabOrderFollowsTheEye()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ProjectFolder folder;
         frmMain main;
         main.show();
@@ -257,7 +258,7 @@ private slots:
     }
     void opensAProjectByKeyboardAlone()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ProjectFolder folder;
         frmMain main;
         main.show();
@@ -265,12 +266,12 @@ private slots:
         QCOMPARE(named<ListBox>(main, "lstProjects").ListIndex(), 0);
         for (int i = 0; i < 2; ++i) QTest::keyClick(main.focusWidget(), Qt::Key_Tab);
         QTest::keyClick(main.focusWidget(), Qt::Key_Space);
-        QCOMPARE(desk.messages, std::vector<Msg>{kOpened});
+        QCOMPARE(dialogs.messages, std::vector<Msg>{kOpened});
     }
 
     void onlyToolsAndHelpBeforeAProject()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ProjectFolder folder;
         frmMain main;
         main.show();
@@ -280,45 +281,45 @@ private slots:
     }
     void enabledForTheRestOfTheRun()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ProjectFolder folder;
         frmMain main;
         main.show();
         open(main, 0);
-        desk.yes();
+        dialogs.yes();
         click(main, "cmdProjectsDel");
         for (const char* name : kNeedProject) QVERIFY2(action(main, name).isEnabled(), name);
         QVERIFY(buttons(main).at(6)->isEnabled());
     }
     void enabledAlsoAfterALoadThatAGapCutShort()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ProjectFolder folder{{"其他参数.txt", "交点法\r\n线性\r\n未设置\r\n未设置\r\n未设置\r\n"},
                              {"断链参数.txt", "100,200,\r\n"},
                              {"竖曲线参数.txt", "0,10,0,\r\n150,11,1000,\r\n400,12,0,\r\n"}};
         frmMain main;
         main.show();
         open(main, 0);
-        QCOMPARE(desk.messages.size(), 2u);
-        QCOMPARE(desk.messages[0].text, std::string("桩号不存在，请检查断链数据！"));
-        QVERIFY(desk.messages[1] == kOpened);
+        QCOMPARE(dialogs.messages.size(), 2u);
+        QCOMPARE(dialogs.messages[0].text, std::string("桩号不存在，请检查断链数据！"));
+        QVERIFY(dialogs.messages[1] == kOpened);
         for (const char* name : kNeedProject) QVERIFY2(action(main, name).isEnabled(), name);
     }
 
     void exitEndsAtOnceWithoutAQuestion()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ScriptedPlatform seams;
         ProjectFolder folder;
         frmMain main;
         main.show();
         click(main, "cmdExit");
         QCOMPARE(seams.ended, std::vector<int>{0});
-        QVERIFY(desk.messages.empty());
+        QVERIFY(dialogs.messages.empty());
     }
     void closingTheWindowEndsTheProcess()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ScriptedPlatform seams;
         ProjectFolder folder;
         frmMain main;
@@ -328,7 +329,7 @@ private slots:
     }
     void escDoesNotEndTheProgram()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ScriptedPlatform seams;
         ProjectFolder folder;
         frmMain main;
@@ -339,25 +340,25 @@ private slots:
     }
     void loadThatNeverComesBackLeavesOnlyTheWaysOut()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ScriptedPlatform seams;
         ProjectFolder folder{{"其他参数.txt", "交点法\r\n线性\r\n未设置\r\n未设置\r\n未设置\r\n"},
                              {"导线点参数.txt", "no comma here\r\n"}};
         frmMain main;
         main.show();
-        desk.onTurn = [&] {
+        dialogs.onTurn = [&] {
             for (const char* name : {"cmdNewProjects", "cmdOpenProjects", "cmdProjectsDel", "butZh", "butDel"})
                 click(main, name);
             for (const char* name : {"Zbzfs", "Fhdx", "qlbjjs", "About", "sysm"}) action(main, name).trigger();
             QVERIFY(!QApplication::activeModalWidget());
-            QVERIFY(desk.messages.empty());
+            QVERIFY(dialogs.messages.empty());
             QVERIFY(seams.opened.empty());
             click(main, "cmdExit");
             if (seams.ended == std::vector<int>{0}) main.close();
             throw RunTimeError(RunTimeError::PathAccess);  // the one way out of a test
         };
         open(main, 0);
-        QVERIFY(desk.turns == 1);
+        QVERIFY(dialogs.turns == 1);
         QCOMPARE(seams.ended, (std::vector<int>{0, 0, 1}));
         QVERIFY(!action(main, "Calc").isEnabled());
     }
@@ -371,7 +372,7 @@ private slots:
     void loadThatNeverComesBackTakesNoInputWhoeverCalledIt()
     {
         QFETCH(bool, fromEditor);
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ScriptedPlatform seams;
         ProjectFolder folder{{"其他参数.txt", "交点法\r\n线性\r\n未设置\r\n未设置\r\n未设置\r\n"}};
         const std::string points = "平曲线参数.txt";
@@ -385,7 +386,7 @@ private slots:
 
         QWidget *wizard = nullptr, *caller = nullptr;
         int turns = 0;
-        desk.onTurn = [&] {
+        dialogs.onTurn = [&] {
             if (++turns > 1) throw RunTimeError(RunTimeError::PathAccess);
             for (const char* name : {"cmdSelectNext", "cmdSelectBack", "optCs2"}) click(*wizard, name);
             for (auto* window : {wizard, caller, static_cast<QWidget*>(sheet), static_cast<QWidget*>(&main)}) {
@@ -432,7 +433,7 @@ private slots:
     }
     void aSheetIsAskedAboutOnTheWayOutOfALoadThatHangs()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ScriptedPlatform seams;
         ProjectFolder folder{{"其他参数.txt", "交点法\r\n线性\r\n未设置\r\n未设置\r\n未设置\r\n"},
                              {"导线点参数.txt", "no comma here\r\n"}};
@@ -441,14 +442,14 @@ private slots:
         const QPointer<SheetWindow> sheet = new SheetWindow(Worksheet{});
         sheet->show();
         sheet->change([](Worksheet& cells) { cells.setText("A1", "work"); });
-        desk.onTurn = [&] {
+        dialogs.onTurn = [&] {
             if (seams.ended.empty() && main.isVisible()) {
                 click(main, "cmdExit");
                 QVERIFY(!main.isVisible());
                 QVERIFY(sheet->isVisible());
-                desk.no();
+                dialogs.no();
                 sheet->windowHandle()->close();
-                QCOMPARE(desk.messages.size(), 1u);
+                QCOMPARE(dialogs.messages.size(), 1u);
                 QCoreApplication::sendPostedEvents(sheet, QEvent::DeferredDelete);
             }
             throw RunTimeError(RunTimeError::PathAccess);
@@ -463,7 +464,7 @@ private slots:
     void everyScreenStandsOverItsCallerWhateverIsActive()
     {
         QFETCH(QString, form);
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ScriptedPlatform seams;  // the program may be on its way out since the test before
         ProjectFolder folder;
         frmMain main;
@@ -490,7 +491,7 @@ private slots:
 
     void helpIsOpenedInTheViewer()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ScriptedPlatform seams;
         ProjectFolder folder;
         frmMain main;
@@ -502,13 +503,13 @@ private slots:
         seams.opens = false;  // nor where no viewer starts
         action(main, "sysm").trigger();
         QCOMPARE(seams.opened, std::vector<QString>{QString::fromStdString(help)});
-        QVERIFY(desk.messages.empty());
+        QVERIFY(dialogs.messages.empty());
         QVERIFY(!QApplication::activeModalWidget());
     }
 
     void aboutBox()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ScriptedPlatform seams;
         frmAbout about;
         about.show();

@@ -1,8 +1,8 @@
 #pragma once
 // The built companion on a workspace with the sample projects.
 
-#include "project/FileBytes.h"
-#include "project/ReplaceFile.h"
+#include "base/FileBytes.h"
+#include "base/ReplaceFile.h"
 #include "support/Json.h"
 #include "support/ProjectFolder.h"
 #include "support/RunProgram.h"

@@ -1,5 +1,7 @@
 // The built companion gives the rows of the screens, character for character.
 
+#include "base/FileBytes.h"
+#include "base/ReplaceFile.h"
 #include "cli/Output.h"
 #include "office/Xls.h"
 #include "project/LoadProject.h"
@@ -15,7 +17,7 @@
 #include "support/ProjectFolder.h"
 #include "support/RunProgram.h"
 #include "support/ScreenTest.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 
 #include <filesystem>
 
@@ -32,7 +34,7 @@ void PrintTo(const Road& road, std::ostream* out) { *out << road.sample << (road
 
 class Agreement : public testing::TestWithParam<Road> {
 protected:
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     ProjectFolder folder;
 
     Agreement()
@@ -65,7 +67,7 @@ protected:
         std::string bytes;
         for (const char c : lines) bytes += c == '\n' ? std::string("\r\n") : std::string(1, c);
         WriteBytes(folder.root() + "/批量.txt", bytes);
-        desk.open(folder.root() + "/批量.txt");
+        dialogs.open(folder.root() + "/批量.txt");
     }
 };
 

@@ -1,6 +1,7 @@
 // `check` and `tables` of the companion as it is built.
 
-#include "project/TextFile.h"
+#include "base/FileBytes.h"
+#include "base/ReplaceFile.h"
 #include "support/DamagedProjects.h"
 #include "support/Json.h"
 #include "support/RunProgram.h"

@@ -1,6 +1,7 @@
 // velumark-calc as it is built: what it prints, where, and how it ends.
 
 #include "CompanionTest.h"
+#include "base/FileBytes.h"
 
 TEST_F(Companion, CoordsAsATable)
 {

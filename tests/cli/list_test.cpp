@@ -2,8 +2,6 @@
 
 #include "CompanionTest.h"
 
-#include "project/TextFile.h"
-
 TEST_F(Companion, HelpIsAWordToo)
 {
     const auto help = bare({"--help"});

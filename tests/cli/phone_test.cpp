@@ -1,3 +1,5 @@
+#include "base/FileBytes.h"
+#include "base/Utf16File.h"
 #include "cli/Companion.h"
 #include "support/ProjectFolder.h"
 

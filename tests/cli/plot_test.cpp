@@ -1,6 +1,7 @@
 // velumark-calc plot: which files it writes, and what it refuses.
 
 #include "CompanionTest.h"
+#include "base/FileBytes.h"
 
 namespace {
 

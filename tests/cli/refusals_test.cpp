@@ -1,6 +1,7 @@
 // What velumark-calc refuses, and that it says which option or which file it means.
 
 #include "CompanionTest.h"
+#include "base/ReplaceFile.h"
 
 #include <sys/stat.h>
 

@@ -1,10 +1,11 @@
 // Where the results of velumark-calc go, and what happens where they cannot go there.
 
 #include "CompanionTest.h"
-#include "CountedMemory.h"
+#include "support/CountedMemory.h"
 
+#include "base/FileBytes.h"
+#include "base/ReplaceFile.h"
 #include "cli/Companion.h"
-#include "project/TextFile.h"
 
 #include <cmath>
 #include <csignal>

@@ -1,6 +1,7 @@
 // velumark-calc traverse: the file it reads, what it prints and writes.
 
-#include "project/TextFile.h"
+#include "base/CodePage.h"
+#include "base/FileBytes.h"
 #include "support/Json.h"
 #include "support/ProjectFolder.h"
 #include "support/RunProgram.h"

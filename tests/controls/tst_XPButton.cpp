@@ -2,7 +2,7 @@
 
 #include "controls/XPButton.h"
 #include "support/QtTests.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 
 #include <QAccessible>
 #include <QCursor>
@@ -376,13 +376,13 @@ private slots:
 
     void accessKeyShowsItsInteger()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         XPButton button("计 算");
         button.AccessKeyPress(65);
-        QCOMPARE(desk.messages.size(), 1u);
-        QCOMPARE(desk.last().text, "65");
-        QCOMPARE(desk.last().icon, Icon::None);
-        QCOMPARE(desk.last().buttons, Msg::Ok);
+        QCOMPARE(dialogs.messages.size(), 1u);
+        QCOMPARE(dialogs.last().text, "65");
+        QCOMPARE(dialogs.last().icon, Icon::None);
+        QCOMPARE(dialogs.last().buttons, Msg::Ok);
     }
 
     void captionIsNeverCutOff()

@@ -1,8 +1,8 @@
 #include "editors/EditorFile.h"
 
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "editors/EditorText.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
 #include "support/KillAtRandomPoints.h"
 #include "support/ProjectFolder.h"
 

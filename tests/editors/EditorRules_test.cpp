@@ -1,9 +1,9 @@
 #include "editors/EditorRules.h"
 
+#include "base/Numbers.h"
 #include "editors/EditorText.h"
-#include "engine/Numbers.h"
-#include "project/CalcTables.h"
 #include "support/Tables.h"
+#include "tables/CalcTables.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 // Cells of an editor without its window.
 
-#include "desk/GridText.h"
+#include "base/GridText.h"
 #include "editors/EditorTable.h"
 
 #include <string>

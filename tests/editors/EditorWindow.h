@@ -2,12 +2,12 @@
 // An editor's window under real key and mouse events, and its state after each of them as one short text.
 
 #include "controls/XPButton.h"
-#include "editors/EditorForm.h"
-#include "platform/MSFlexGrid.h"
-#include "project/CalcTables.h"
+#include "editors/windows/EditorForm.h"
 #include "support/ProjectFolder.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 #include "support/Windows.h"
+#include "tables/CalcTables.h"
+#include "ui/MSFlexGrid.h"
 
 #include <QClipboard>
 #include <QHeaderView>

@@ -1,9 +1,10 @@
+#include "base/TextFile.h"
 #include "editors/Wizard.h"
 
-#include "project/CalcTables.h"
 #include "project/LoadProject.h"
 #include "support/ProjectFolder.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
+#include "tables/CalcTables.h"
 
 #include <gtest/gtest.h>
 

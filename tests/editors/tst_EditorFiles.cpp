@@ -1,11 +1,11 @@
 // What an editor and the wizard say of a file that cannot be read or written.
 
 #include "editors/EditorWindow.h"
-#include "editors/frmBpjs.h"
-#include "editors/frmDxd.h"
-#include "editors/frmJdpqx.h"
-#include "editors/frmPqxSelect.h"
-#include "editors/frmSelect.h"
+#include "editors/windows/frmBpjs.h"
+#include "editors/windows/frmDxd.h"
+#include "editors/windows/frmJdpqx.h"
+#include "editors/windows/frmPqxSelect.h"
+#include "editors/windows/frmSelect.h"
 #include "support/FailingCalls.h"
 #include "support/QtTests.h"
 
@@ -48,7 +48,7 @@ FailingCalls fullDisk()
 }
 
 struct Traverse {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     ScriptedPlatform seams;
     ProjectFolder folder{{"导线点参数.txt", "A,1,2,\r\nB,3,4,\r\n"}};
     frmDxd form;
@@ -82,14 +82,14 @@ private slots:
     {
         QFETCH(int, option);
         QFETCH(QString, file);
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ScriptedPlatform seams;
         ProjectFolder folder{{kSettings, kSet}};
         makeUnreadable(folder, toUtf8(file));
         frmSelect wizard;
         wizard.show();
         next(wizard, option);
-        QCOMPARE(desk.messages, std::vector<Msg>{unread(toUtf8(file))});
+        QCOMPARE(dialogs.messages, std::vector<Msg>{unread(toUtf8(file))});
         QVERIFY(wizard.isVisible());
         QVERIFY(!QApplication::activeModalWidget() || QApplication::activeModalWidget() == &wizard);
         QVERIFY(fs::is_symlink(folder.path(toUtf8(file))));
@@ -97,29 +97,29 @@ private slots:
 
     void unreadableSettingsOpenNothing()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ScriptedPlatform seams;
         ProjectFolder folder{{kSettings, kSet}};
         makeUnreadable(folder, kSettings);
         frmSelect wizard;
         wizard.show();
         for (const int option : {1, 3, 6, 7, 8, 9, 10}) {
-            desk.messages.clear();
+            dialogs.messages.clear();
             next(wizard, option);
-            QCOMPARE(desk.messages, std::vector<Msg>{unread(kSettings)});
+            QCOMPARE(dialogs.messages, std::vector<Msg>{unread(kSettings)});
         }
         QVERIFY(wizard.isVisible());
     }
 
     void missingFilesOpenAsEmptyGrids()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ScriptedPlatform seams;
         const ProjectFolder folder;
         frmDxd form;
         const EditorWindow window(form);
         QCOMPARE(window.grid.Rows(), 2);
-        QVERIFY(desk.messages.empty());
+        QVERIFY(dialogs.messages.empty());
     }
 
     void aFailedSaveSaysSoAndKeepsTheWork()
@@ -129,12 +129,12 @@ private slots:
             const FailingCalls full = fullDisk();
             click(e.form, "cmdDxdSave");
         }
-        QCOMPARE(e.desk.messages, std::vector<Msg>{unwritten("导线点参数.txt", "磁盘已满")});
+        QCOMPARE(e.dialogs.messages, std::vector<Msg>{unwritten("导线点参数.txt", "磁盘已满")});
         QVERIFY(e.form.isVisible());
         QVERIFY(e.form.Edited);
         QCOMPARE(e.folder.text("导线点参数.txt"), "A,1,2,\r\nB,3,4,\r\n");
         click(e.form, "cmdDxdSave");
-        QCOMPARE(e.desk.last().text, "数据保存成功！");
+        QCOMPARE(e.dialogs.last().text, "数据保存成功！");
         QVERIFY(!e.form.Edited);
         QCOMPARE(e.folder.text("导线点参数.txt"), "C,1,2,\r\nB,3,4,\r\n");
     }
@@ -142,12 +142,12 @@ private slots:
     void goingBackOverAFailedSaveSaysSoAndStays()
     {
         Traverse e;
-        e.desk.yes();
+        e.dialogs.yes();
         {
             const FailingCalls full = fullDisk();
             click(e.form, "cmdDxdBack");
         }
-        QCOMPARE(e.desk.last(), unwritten("导线点参数.txt", "磁盘已满"));
+        QCOMPARE(e.dialogs.last(), unwritten("导线点参数.txt", "磁盘已满"));
         QVERIFY(e.form.isVisible());
         QVERIFY(e.form.Edited);
     }
@@ -157,7 +157,7 @@ private slots:
         Traverse e;
         fs::permissions(e.folder.path("导线点参数.txt"), fs::perms(0444));
         click(e.form, "cmdDxdSave");
-        QCOMPARE(e.desk.messages, std::vector<Msg>{unwritten("导线点参数.txt", "没有写入权限")});
+        QCOMPARE(e.dialogs.messages, std::vector<Msg>{unwritten("导线点参数.txt", "没有写入权限")});
         QVERIFY(e.form.Edited);
         QCOMPARE(e.folder.text("导线点参数.txt"), "A,1,2,\r\nB,3,4,\r\n");
     }
@@ -167,13 +167,13 @@ private slots:
         Traverse e;
         fs::remove_all(e.folder.path(""));
         click(e.form, "cmdDxdSave");
-        QCOMPARE(e.desk.messages, std::vector<Msg>{unwritten("导线点参数.txt", "文件夹不存在")});
+        QCOMPARE(e.dialogs.messages, std::vector<Msg>{unwritten("导线点参数.txt", "文件夹不存在")});
         QVERIFY(e.form.Edited);
     }
 
     void writeProtectedSettingsAreNotChanged()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ScriptedPlatform seams;
         ProjectFolder folder{{kSettings, kSet}};
         fs::permissions(folder.path(kSettings), fs::perms(0444));
@@ -182,13 +182,13 @@ private slots:
         frmBpjs grades;
         grades.show();
         click(grades, "cmdBpjsOk");
-        QCOMPARE(desk.messages, std::vector<Msg>{refused});
+        QCOMPARE(dialogs.messages, std::vector<Msg>{refused});
         QVERIFY(grades.isVisible());
 
         frmPqxSelect model;
         model.show();
         click(model, "cmdPqxSelectOk");
-        QCOMPARE(desk.messages, (std::vector<Msg>{refused, refused}));
+        QCOMPARE(dialogs.messages, (std::vector<Msg>{refused, refused}));
         QVERIFY(model.isVisible());
         QCOMPARE(folder.text(kSettings), kSet);
     }

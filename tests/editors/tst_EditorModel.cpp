@@ -1,19 +1,19 @@
 // Random events in every editor's window against a second, plain formulation of the rules.
 
+#include "base/Numbers.h"
 #include "editors/EditorWindow.h"
-#include "editors/frmCg.h"
-#include "editors/frmCgkd.h"
-#include "editors/frmDl.h"
-#include "editors/frmDxd.h"
-#include "editors/frmJdpqx.h"
-#include "editors/frmJmpqx.h"
-#include "editors/frmSqx.h"
-#include "editors/frmTfy.h"
-#include "editors/frmTfz.h"
-#include "editors/frmWfy.h"
-#include "editors/frmWfz.h"
+#include "editors/windows/frmCg.h"
+#include "editors/windows/frmCgkd.h"
+#include "editors/windows/frmDl.h"
+#include "editors/windows/frmDxd.h"
+#include "editors/windows/frmJdpqx.h"
+#include "editors/windows/frmJmpqx.h"
+#include "editors/windows/frmSqx.h"
+#include "editors/windows/frmTfy.h"
+#include "editors/windows/frmTfz.h"
+#include "editors/windows/frmWfy.h"
+#include "editors/windows/frmWfz.h"
 #include "engine/Element.h"
-#include "engine/Numbers.h"
 #include "support/QtTests.h"
 
 #include <cstdlib>
@@ -244,7 +244,7 @@ private slots:
 private:
     static void run(const Kind& kind, unsigned seed)
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         const ScriptedPlatform seams;
         const ProjectFolder folder{{"其他参数.txt", "交点法\r\n线性\r\n1\r\n1\r\n0\r\n"}};
         const auto form = kind.make();

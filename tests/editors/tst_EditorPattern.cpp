@@ -1,11 +1,11 @@
 // The pattern that all editors share: the in-cell box, the rules of the left button, Enter, the row of buttons.
 
 #include "editors/EditorWindow.h"
-#include "editors/frmCg.h"
-#include "editors/frmDl.h"
-#include "editors/frmDxd.h"
-#include "editors/frmSqx.h"
-#include "editors/frmTfz.h"
+#include "editors/windows/frmCg.h"
+#include "editors/windows/frmDl.h"
+#include "editors/windows/frmDxd.h"
+#include "editors/windows/frmSqx.h"
+#include "editors/windows/frmTfz.h"
 #include "support/QtTests.h"
 
 #include <QDropEvent>
@@ -22,7 +22,7 @@ const Msg kIncomplete{"请输入完整的数据！", "注意", Icon::Exclamation
 /// An editor on a project of its own.
 template <class F>
 struct Opened {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     ScriptedPlatform seams;
     ProjectFolder folder;
     F form;
@@ -359,7 +359,7 @@ private slots:
         e.w.type("9");
         e.w.push("Save");
         QCOMPARE(e.w.cells(), ",9,/1,2,3/4,5,6");
-        QCOMPARE(e.desk.messages, std::vector<Msg>{kIncomplete});
+        QCOMPARE(e.dialogs.messages, std::vector<Msg>{kIncomplete});
     }
 
     void insertInAFreshWindow()
@@ -377,7 +377,7 @@ private slots:
                   });
         QCOMPARE(e.w.cells(), "4,5,6");
         QCOMPARE(e.w.cell(1, 0), "1");
-        QVERIFY(e.desk.messages.empty());
+        QVERIFY(e.dialogs.messages.empty());
     }
 
     void aDeletionAloneDoesNotMarkTheWindowAsEdited()
@@ -397,7 +397,7 @@ private slots:
                   });
         e.w.box.setText("77");
         e.w.push("Save");  // the commit writes nothing, the save goes on
-        QCOMPARE(e.desk.messages, std::vector<Msg>{kSaved});
+        QCOMPARE(e.dialogs.messages, std::vector<Msg>{kSaved});
         QCOMPARE(e.folder.text(kSqx), "0,10\r\n1,2,3\r\n90,91\r\n");
     }
 
@@ -509,7 +509,7 @@ private slots:
         Sqx e{{{kSqx, kTwoRows}}};
         e.w.push("Back");
         QVERIFY(!e.form.isVisible());
-        QVERIFY(e.desk.messages.empty());
+        QVERIFY(e.dialogs.messages.empty());
     }
 
     void yesOnBackSavesAndLeavesTheWindowOpen()
@@ -517,9 +517,9 @@ private slots:
         Sqx e{{{kSqx, kTwoRows}}};
         e.w.click(1, 1);
         e.w.type("9");
-        e.desk.yes();
+        e.dialogs.yes();
         e.w.push("Back");
-        QCOMPARE(e.desk.messages, (std::vector<Msg>{kAsk, kSaved}));
+        QCOMPARE(e.dialogs.messages, (std::vector<Msg>{kAsk, kSaved}));
         QVERIFY(e.form.isVisible());
         QVERIFY(!e.form.Edited);
         QCOMPARE(e.folder.text(kSqx), "0,10\r\n9,2,3\r\n4,5,6\r\n90,91\r\n");
@@ -532,9 +532,9 @@ private slots:
         Sqx e;
         e.w.click(1, 1);
         e.w.type("9");
-        e.desk.yes();
+        e.dialogs.yes();
         e.w.push("Back");
-        QCOMPARE(e.desk.messages, (std::vector<Msg>{kAsk, {"请先输入起点里程！", "注意", Icon::Exclamation}}));
+        QCOMPARE(e.dialogs.messages, (std::vector<Msg>{kAsk, {"请先输入起点里程！", "注意", Icon::Exclamation}}));
         QVERIFY(e.form.isVisible());
         QVERIFY(e.form.Edited);
     }
@@ -544,10 +544,10 @@ private slots:
         Sqx e{{{kSqx, kTwoRows}}};
         e.w.click(1, 1);
         e.w.type("9");
-        e.desk.no();
+        e.dialogs.no();
         e.w.push("Back");
         QVERIFY(!e.form.isVisible());
-        QCOMPARE(e.desk.messages, std::vector<Msg>{kAsk});
+        QCOMPARE(e.dialogs.messages, std::vector<Msg>{kAsk});
         QCOMPARE(e.folder.text(kSqx), kTwoRows);
     }
 
@@ -556,14 +556,14 @@ private slots:
         Sqx e{{{kSqx, kTwoRows}}};
         e.w.click(1, 1);
         e.w.type("9");
-        e.desk.yes();
+        e.dialogs.yes();
         e.form.close();
         QVERIFY(e.form.isVisible());
         QVERIFY(!e.form.Edited);
-        QCOMPARE(e.desk.messages, (std::vector<Msg>{kAsk, kSaved}));
+        QCOMPARE(e.dialogs.messages, (std::vector<Msg>{kAsk, kSaved}));
         e.w.box.setFocus();
         e.w.type("1");
-        e.desk.no();
+        e.dialogs.no();
         e.form.close();
         QVERIFY(!e.form.isVisible());
         QCOMPARE(e.folder.text(kSqx), "0,10\r\n9,2,3\r\n4,5,6\r\n90,91\r\n");
@@ -574,7 +574,7 @@ private slots:
         Sqx e;
         e.form.close();
         QVERIFY(!e.form.isVisible());
-        QVERIFY(e.desk.messages.empty());
+        QVERIFY(e.dialogs.messages.empty());
     }
 
     void escGoesTheWayOfTheCloseBox()
@@ -582,10 +582,10 @@ private slots:
         Sqx e;
         e.w.click(1, 1);
         e.w.type("9");
-        e.desk.no();
+        e.dialogs.no();
         e.w.key(Qt::Key_Escape);
         QVERIFY(!e.form.isVisible());
-        QCOMPARE(e.desk.messages, std::vector<Msg>{kAsk});
+        QCOMPARE(e.dialogs.messages, std::vector<Msg>{kAsk});
     }
 
     void closingByProgramDoesNotAsk()
@@ -595,7 +595,7 @@ private slots:
         e.w.type("9");
         e.form.unload();
         QVERIFY(!e.form.isVisible());
-        QVERIFY(e.desk.messages.empty());
+        QVERIFY(e.dialogs.messages.empty());
     }
 
     // Save
@@ -606,7 +606,7 @@ private slots:
         e.w.click(2, 3);
         e.w.type("77");
         e.w.push("Save");
-        QCOMPARE(e.desk.messages, std::vector<Msg>{kSaved});
+        QCOMPARE(e.dialogs.messages, std::vector<Msg>{kSaved});
         QVERIFY(!e.form.Edited);
         QCOMPARE(e.folder.text(kSqx), "0,10\r\n1,2,3\r\n4,5,77\r\n90,91\r\n");
     }
@@ -618,7 +618,7 @@ private slots:
         e.w.click(1, 2);
         e.w.type("5");
         e.w.push("Save");
-        QCOMPARE(e.desk.messages, std::vector<Msg>{kIncomplete});
+        QCOMPARE(e.dialogs.messages, std::vector<Msg>{kIncomplete});
         QVERIFY(e.form.Edited);
         QCOMPARE(e.w.cells(), ",5,/1,2,3/4,5,6");
         QCOMPARE(e.folder.text(kSqx), kTwoRows);
@@ -633,7 +633,7 @@ private slots:
         e.w.type("2");
         std::filesystem::remove_all(ProjectPath(gProject));
         e.w.push("Save");
-        QCOMPARE(e.desk.messages,
+        QCOMPARE(e.dialogs.messages,
                  (std::vector<Msg>{{"“断链参数.txt”无法写入！\n文件夹不存在", "错误", Icon::Exclamation}}));
         QVERIFY(e.form.Edited);
         QVERIFY(e.form.isVisible());
@@ -653,7 +653,7 @@ private slots:
         for (int i = 0; i < 3; ++i) e.w.key(Qt::Key_Tab);
         QCOMPARE(e.form.focusWidget()->objectName(), "cmdDlSave");
         e.w.key(Qt::Key_Space);
-        QCOMPARE(e.desk.messages, std::vector<Msg>{kSaved});
+        QCOMPARE(e.dialogs.messages, std::vector<Msg>{kSaved});
         QCOMPARE(e.folder.text("断链参数.txt"), "100,120\r\n");
     }
 
@@ -814,7 +814,7 @@ private slots:
         e.w.paste("7\t8\t9\r\nK10\t11\t12\r\n");
         QCOMPARE(e.w.cells(), "1,2,3/4,5,6");
         QCOMPARE(e.w.state(), "1,1 cur 1,1 rows 3 E- [1]");
-        QCOMPARE(e.desk.messages,
+        QCOMPARE(e.dialogs.messages,
                  (std::vector<Msg>{{"粘贴已取消：第 2 行“变坡点里程”不能填“K10”！", "注意", Icon::Exclamation}}));
     }
 
@@ -876,8 +876,8 @@ private slots:
         });
         QContextMenuEvent wanted(QContextMenuEvent::Mouse, {5, 5}, last.mapToGlobal(QPoint(5, 5)));
         QApplication::sendEvent(&last, &wanted);
-        QCOMPARE(e.desk.messages.size(), 4u);
-        QCOMPARE(e.desk.messages, std::vector<Msg>(4, refused));
+        QCOMPARE(e.dialogs.messages.size(), 4u);
+        QCOMPARE(e.dialogs.messages, std::vector<Msg>(4, refused));
         QCOMPARE(e.frames(), (QStringList{"0", "10", "90", "91"}));
         QVERIFY(!e.form.Edited);
     }

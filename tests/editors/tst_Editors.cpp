@@ -1,19 +1,19 @@
 // What each editor has of its own, in its window.
 
+#include "base/Numbers.h"
 #include "controls/XPButton.h"
 #include "editors/EditorWindow.h"
-#include "editors/frmCg.h"
-#include "editors/frmCgkd.h"
-#include "editors/frmDl.h"
-#include "editors/frmDxd.h"
-#include "editors/frmJdpqx.h"
-#include "editors/frmJmpqx.h"
-#include "editors/frmSqx.h"
-#include "editors/frmTfy.h"
-#include "editors/frmTfz.h"
-#include "editors/frmWfy.h"
-#include "editors/frmWfz.h"
-#include "engine/Numbers.h"
+#include "editors/windows/frmCg.h"
+#include "editors/windows/frmCgkd.h"
+#include "editors/windows/frmDl.h"
+#include "editors/windows/frmDxd.h"
+#include "editors/windows/frmJdpqx.h"
+#include "editors/windows/frmJmpqx.h"
+#include "editors/windows/frmSqx.h"
+#include "editors/windows/frmTfy.h"
+#include "editors/windows/frmTfz.h"
+#include "editors/windows/frmWfy.h"
+#include "editors/windows/frmWfz.h"
 #include "project/LoadProject.h"
 #include "support/QtTests.h"
 #include "support/Tables.h"
@@ -33,7 +33,7 @@ constexpr auto kSettings = "其他参数.txt";
 
 template <class F>
 struct Opened {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     ScriptedPlatform seams;
     ProjectFolder folder;
     F form;
@@ -178,7 +178,7 @@ private slots:
             const QString text = textOf(e.form, box);
             type(e.form, box, "  ");
             e.w.push("Save");
-            QCOMPARE(e.desk.last(), (Msg{message, "注意", Icon::Exclamation}));
+            QCOMPARE(e.dialogs.last(), (Msg{message, "注意", Icon::Exclamation}));
             QCOMPARE(e.form.focusWidget()->objectName(), box);
             named<QLineEdit>(e.form, box).setText(text);
         }
@@ -195,9 +195,9 @@ private slots:
         e.w.click(1, 1);
         e.w.type("Nr. 1a");
         std::string whenSaved;
-        e.desk.onBox = [&] { whenSaved = gZdJd[1]; };
+        e.dialogs.onBox = [&] { whenSaved = gZdJd[1]; };
         e.w.push("Save");
-        QCOMPARE(e.desk.messages, std::vector<Msg>{kSaved});
+        QCOMPARE(e.dialogs.messages, std::vector<Msg>{kSaved});
         QCOMPARE(whenSaved, "JD1");
         QCOMPARE(gZdJd[1], "Nr. 1a");
         QCOMPARE(e.folder.text("平曲线参数.txt"), "0,0,0\r\nNr. 1a,100,0,0,0,50\r\n100,100\r\n");
@@ -207,7 +207,7 @@ private slots:
     {
         for (const Editor& editor : kEditors) {
             if (std::string(editor.name) == "frmJdpqx") continue;
-            ScriptedDesk desk;
+            ScriptedDialogs dialogs;
             const ProjectFolder folder{kTwoAndTen};
             const auto form = editor.make();
             const EditorWindow w(*form);
@@ -216,7 +216,7 @@ private slots:
             for (int col = 1; col < w.grid.Cols(); ++col) w.grid.setTextMatrix(1, col, QStringLiteral("1"));
             const Shared before = shared;
             w.push("Save");
-            QCOMPARE(desk.messages, std::vector<Msg>{kSaved});
+            QCOMPARE(dialogs.messages, std::vector<Msg>{kSaved});
             QVERIFY(shared == before);
         }
     }
@@ -227,7 +227,7 @@ private slots:
         for (const auto* box : {"txtJdpqxQdLc", "txtJdpqxQdX", "txtJdpqxQdy", "txtJdpqxZdx", "txtJdpqxZdy"})
             type(e.form, box, "1");
         e.w.push("Save");
-        QCOMPARE(e.desk.messages, (std::vector<Msg>{{"至少需要输入一个交点！", "注意", Icon::Exclamation}}));
+        QCOMPARE(e.dialogs.messages, (std::vector<Msg>{{"至少需要输入一个交点！", "注意", Icon::Exclamation}}));
         QVERIFY(!e.folder.has("平曲线参数.txt"));
     }
 
@@ -235,7 +235,7 @@ private slots:
     {
         Opened<frmJdpqx> e;
         click(e.form, "butJdView");
-        QCOMPARE(e.desk.messages, (std::vector<Msg>{{"请先输入参数！", "注意", Icon::None}}));
+        QCOMPARE(e.dialogs.messages, (std::vector<Msg>{{"请先输入参数！", "注意", Icon::None}}));
     }
 
     void viewShowsTheStateOfTheLastLoad()
@@ -301,7 +301,7 @@ private slots:
         setBreaks({{50, 70}});
         e.w.grid.setRows(3);
         play(e.w, {click(2, 1, "2,1 cur 2,1 rows 4 -- []")});  // the box is not refreshed
-        QCOMPARE(e.desk.messages, (std::vector<Msg>{{"桩号不存在，请检查断链数据！", "注意", Icon::Exclamation}}));
+        QCOMPARE(e.dialogs.messages, (std::vector<Msg>{{"桩号不存在，请检查断链数据！", "注意", Icon::Exclamation}}));
         QCOMPARE(e.w.cells(), "0,60,1000,2000,0,0,25/60,,,,,25,/,,,,,,");
     }
 
@@ -311,7 +311,7 @@ private slots:
                             ProjectFolder::File{"断链参数.txt", "50,70\r\n"}}};
         e.w.grid.setRows(3);
         e.w.click(2, 1);
-        QVERIFY(e.desk.messages.empty());
+        QVERIFY(e.dialogs.messages.empty());
         QCOMPARE(e.w.cell(2, 3), "1060");
     }
 
@@ -394,7 +394,7 @@ private slots:
         e.w.click(1, 4);
         e.w.type("x");
         e.w.push("Save");
-        QCOMPARE(e.desk.messages, std::vector<Msg>{kIncomplete});
+        QCOMPARE(e.dialogs.messages, std::vector<Msg>{kIncomplete});
         QVERIFY(!e.folder.has("导线点参数.txt"));
     }
 
@@ -403,7 +403,7 @@ private slots:
         for (const Editor& editor : kEditors) {
             const std::string name = editor.name;
             if (name == "frmJdpqx" || name == "frmSqx") continue;
-            ScriptedDesk desk;
+            ScriptedDialogs dialogs;
             const ProjectFolder folder{kTwoAndTen};
             const auto form = editor.make();
             const std::string file(form->table().file);
@@ -412,7 +412,7 @@ private slots:
             w.grid.setRows(1);
             w.grid.setRows(4);
             w.push("Save");
-            QCOMPARE(desk.messages, std::vector<Msg>{kSaved});
+            QCOMPARE(dialogs.messages, std::vector<Msg>{kSaved});
             QVERIFY(folder.has(file));
             QCOMPARE(folder.bytes(file), "");
         }
@@ -550,7 +550,7 @@ private slots:
             e.w.push("Insert");
             e.w.push("Del");
             e.w.push("Save");
-            QVERIFY(e.desk.messages.empty());
+            QVERIFY(e.dialogs.messages.empty());
             QVERIFY(e.seams.ended.empty());
             QCOMPARE(e.folder.text("左幅填方参数.txt"), "1,2,3\r\n");
             e.w.push("Back");

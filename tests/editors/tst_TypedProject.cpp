@@ -1,8 +1,9 @@
 // A project typed from nothing, through the wizard, by mouse and keyboard: its files are those of the sample.
 
+#include "base/CodePage.h"
 #include "editors/EditorFile.h"
 #include "editors/EditorWindow.h"
-#include "editors/frmSelect.h"
+#include "editors/windows/frmSelect.h"
 #include "project/LoadProject.h"
 #include "support/QtTests.h"
 #include "support/SharedDiff.h"
@@ -106,7 +107,7 @@ private slots:
 
     void theRoadByIntersectionPoints()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         const ScriptedPlatform seams;
         const ProjectFolder folder;
         QVERIFY(CreateProject("新路"));
@@ -131,7 +132,7 @@ private slots:
             QVERIFY(!wizard.isVisible());
         }
         const std::vector<Msg> saved(10, Msg{"数据保存成功！", "", Icon::Information});
-        QCOMPARE(desk.messages, saved);
+        QCOMPARE(dialogs.messages, saved);
 
         int files = 0;
         for (const auto& entry : std::filesystem::directory_iterator(std::string(VM_SOURCE_DIR) + "/samples/示例一")) {
@@ -153,7 +154,7 @@ private slots:
 
     void theRampByBlocks()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         const ScriptedPlatform seams;
         const ProjectFolder folder;
         QVERIFY(CreateProject("匝道"));
@@ -166,7 +167,7 @@ private slots:
             });
             click(wizard, "cmdSelectBack");
         }
-        QCOMPARE(desk.messages.size(), 1u);
+        QCOMPARE(dialogs.messages.size(), 1u);
         QVERIFY(gElemCount > 0);
         QCOMPARE(folder.text("平曲线参数.txt"), Utf8FromCp936(sampleBytes("示例二", "平曲线参数.txt")));
     }

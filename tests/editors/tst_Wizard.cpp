@@ -1,18 +1,18 @@
 // The parameter wizard and its three small windows.
 
+#include "base/RunTimeError.h"
 #include "controls/XPButton.h"
-#include "editors/frmBpjs.h"
-#include "editors/frmPqxSelect.h"
-#include "editors/frmSelect.h"
-#include "editors/frmSelectCg.h"
+#include "editors/windows/frmBpjs.h"
+#include "editors/windows/frmPqxSelect.h"
+#include "editors/windows/frmSelect.h"
+#include "editors/windows/frmSelectCg.h"
 #include "engine/Elevation.h"
-#include "engine/RunTimeError.h"
-#include "platform/MSFlexGrid.h"
-#include "project/CalcTables.h"
 #include "support/ProjectFolder.h"
 #include "support/QtTests.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 #include "support/Windows.h"
+#include "tables/CalcTables.h"
+#include "ui/MSFlexGrid.h"
 
 #include <QClipboard>
 #include <QGroupBox>
@@ -28,7 +28,7 @@ const Msg kGradesFirst{"请先设置最大边坡级数！", "注意", Icon::Excl
 
 template <class F>
 struct Opened {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     ScriptedPlatform seams;
     ProjectFolder folder;
     F form;
@@ -104,7 +104,7 @@ private slots:
             QCOMPARE(next(e.form), forms[i]);
             QVERIFY(e.form.isVisible());
         }
-        QVERIFY(e.desk.messages.empty());
+        QVERIFY(e.dialogs.messages.empty());
     }
 
     void whatIsUnsetIsAskedFirst()
@@ -114,13 +114,13 @@ private slots:
             choose(e.form, option);
             QCOMPARE(next(e.form), form);
         }
-        QVERIFY(e.desk.messages.empty());
+        QVERIFY(e.dialogs.messages.empty());
         for (const int option : {7, 8, 9, 10}) {
             choose(e.form, option);
             QCOMPARE(next(e.form), "frmBpjs");
-            QCOMPARE(e.desk.last(), kGradesFirst);
+            QCOMPARE(e.dialogs.last(), kGradesFirst);
         }
-        QCOMPARE(e.desk.messages.size(), 4u);
+        QCOMPARE(e.dialogs.messages.size(), 4u);
     }
 
     void blocksAreTheOtherModel()
@@ -147,7 +147,8 @@ private slots:
         for (const int option : {1, 3, 7, 10}) {
             choose(e.form, option);
             click(e.form, "cmdSelectNext");
-            QCOMPARE(e.desk.last(), (Msg{"“其他参数.txt”不存在或不完整，请重新打开项目！", "注意", Icon::Exclamation}));
+            QCOMPARE(e.dialogs.last(),
+                     (Msg{"“其他参数.txt”不存在或不完整，请重新打开项目！", "注意", Icon::Exclamation}));
             QVERIFY(e.form.isVisible());
         }
         QVERIFY(e.seams.ended.empty());
@@ -160,7 +161,7 @@ private slots:
         click(e.form, "cmdSelectBack");
         QVERIFY(!e.form.isVisible());
         QCOMPARE(gDxdName.at(0), "A");
-        QVERIFY(e.desk.messages.empty());
+        QVERIFY(e.dialogs.messages.empty());
     }
 
     /// The one message that a way back can bring; the wizard goes all the same.
@@ -170,7 +171,7 @@ private slots:
                                   {"断链参数.txt", "100,200\r\n"},
                                   {"竖曲线参数.txt", "0,10\r\n150,11,1000\r\n400,12\r\n"}};
         click(e.form, "cmdSelectBack");
-        QCOMPARE(e.desk.messages, (std::vector<Msg>{{"桩号不存在，请检查断链数据！", "注意", Icon::Exclamation}}));
+        QCOMPARE(e.dialogs.messages, (std::vector<Msg>{{"桩号不存在，请检查断链数据！", "注意", Icon::Exclamation}}));
         QVERIFY(!e.form.isVisible());
     }
 
@@ -379,7 +380,7 @@ private slots:
         fill.setFocus();
         QTest::keyClicks(&fill, "11");
         QTest::keyClick(&fill, Qt::Key_Tab);
-        QCOMPARE(e.desk.messages, (std::vector<Msg>{{"填方最大坡度级数不能大于5！", "注意", Icon::Exclamation}}));
+        QCOMPARE(e.dialogs.messages, (std::vector<Msg>{{"填方最大坡度级数不能大于5！", "注意", Icon::Exclamation}}));
         QCOMPARE(fill.text(), "");
         QVERIFY(fill.hasFocus());
 
@@ -388,9 +389,9 @@ private slots:
         QVERIFY(cut.hasFocus());
         QTest::keyClicks(&cut, "11");
         QTest::mouseClick(&named<XPButton>(e.form, "cmdPdjsCancel"), Qt::LeftButton);
-        QCOMPARE(e.desk.last(), (Msg{"挖方最大坡度级数不能大于10！", "注意", Icon::Exclamation}));
+        QCOMPARE(e.dialogs.last(), (Msg{"挖方最大坡度级数不能大于10！", "注意", Icon::Exclamation}));
         QCOMPARE(cut.text(), "");
-        QCOMPARE(e.desk.messages.size(), 2u);
+        QCOMPARE(e.dialogs.messages.size(), 2u);
     }
 
     /// The release of the click that left the box goes to the message.
@@ -403,9 +404,9 @@ private slots:
             cut.setFocus();
             QTest::keyClicks(&cut, "11");
             QWidget message;
-            e.desk.onBox = [&] { QTest::mouseRelease(&message, Qt::LeftButton); };
+            e.dialogs.onBox = [&] { QTest::mouseRelease(&message, Qt::LeftButton); };
             QTest::mousePress(&button, Qt::LeftButton);
-            QCOMPARE(e.desk.messages.size(), 1u);
+            QCOMPARE(e.dialogs.messages.size(), 1u);
             QVERIFY(!button.Pressed());
             QVERIFY(cut.hasFocus());
             QTest::mouseClick(&button, Qt::LeftButton);  // and clicks as ever
@@ -425,7 +426,7 @@ private slots:
         QTest::keyClick(&fill, Qt::Key_Tab);
         QTest::keyClicks(e.form.focusWidget(), "10");
         QTest::keyClick(e.form.focusWidget(), Qt::Key_Tab);
-        QVERIFY(e.desk.messages.empty());
+        QVERIFY(e.dialogs.messages.empty());
         QCOMPARE(e.form.focusWidget()->objectName(), "txtXzcs");
     }
 
@@ -437,7 +438,7 @@ private slots:
         QTest::keyClicks(&fill, "11");
         e.form.close();
         QVERIFY(!e.form.isVisible());
-        QVERIFY(e.desk.messages.empty());
+        QVERIFY(e.dialogs.messages.empty());
     }
 
     void enterGoesToTheNextFieldAndSelectsIt()
@@ -458,17 +459,17 @@ private slots:
     {
         const Opened<frmBpjs> e{{kSettings, kUnset}};
         click(e.form, "cmdBpjsOk");
-        QCOMPARE(e.desk.last(), (Msg{"请输入填方最大边坡级数！", "注意", Icon::Exclamation}));
+        QCOMPARE(e.dialogs.last(), (Msg{"请输入填方最大边坡级数！", "注意", Icon::Exclamation}));
         QCOMPARE(e.form.focusWidget()->objectName(), "txtTfJs");
         type(e.form, "txtTfJs", "3");
         click(e.form, "cmdBpjsOk");
-        QCOMPARE(e.desk.last(), (Msg{"请输入挖方最大边坡级数！", "注意", Icon::Exclamation}));
+        QCOMPARE(e.dialogs.last(), (Msg{"请输入挖方最大边坡级数！", "注意", Icon::Exclamation}));
         QCOMPARE(e.form.focusWidget()->objectName(), "txtWfJs");
         type(e.form, "txtWfJs", "0");
         click(e.form, "cmdBpjsOk");
         QVERIFY(!e.form.isVisible());
         QCOMPARE(e.folder.text(kSettings), "未设置\r\n未设置\r\n3\r\n0\r\n0\r\n");
-        QCOMPARE(e.desk.messages.size(), 2u);
+        QCOMPARE(e.dialogs.messages.size(), 2u);
     }
 
     void okLeavesTheSlopeFilesAlone()

@@ -1,8 +1,8 @@
 #include "engine/Chainage.h"
 
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
+#include "base/RunTimeError.h"
 #include "support/Tables.h"
+#include "tables/CalcTables.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "engine/Element.h"
-#include "engine/Numbers.h"
 #include "engine/Route.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
 #include "support/PublishedData.h"
 #include "support/Tables.h"
 #include "support/TrueGeometry.h"
+#include "tables/CalcTables.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
+#include "base/RunTimeError.h"
 #include "engine/Elevation.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
 #include "support/PublishedData.h"
 #include "support/Tables.h"
+#include "tables/CalcTables.h"
 
 #include <gtest/gtest.h>
 

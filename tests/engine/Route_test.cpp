@@ -1,10 +1,11 @@
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "engine/Chainage.h"
 #include "engine/Element.h"
-#include "engine/Numbers.h"
 #include "engine/Route.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
+#include "engine/XYToStake.h"
 #include "support/Tables.h"
+#include "tables/CalcTables.h"
 
 #include <gtest/gtest.h>
 

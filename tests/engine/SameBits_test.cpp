@@ -1,11 +1,13 @@
 // The engine's ways against the plain ways, bit for bit, on random inputs.
 
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "engine/Element.h"
 #include "engine/Route.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
+#include "engine/XYToStake.h"
 #include "support/PlainRoute.h"
 #include "support/RandomRoute.h"
+#include "tables/CalcTables.h"
 
 #include <gtest/gtest.h>
 

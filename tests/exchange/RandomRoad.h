@@ -4,8 +4,8 @@
 #include "exchange/NumberText.h"
 #include "exchange/RoadFiles.h"
 
+#include "base/Numbers.h"
 #include "engine/Element.h"
-#include "engine/Numbers.h"
 
 #include <cmath>
 #include <random>

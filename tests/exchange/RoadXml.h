@@ -1,8 +1,8 @@
 #pragma once
 // LandXML files for tests, written here: a chain of elements from a start, its points by true geometry.
 
-#include "cli/TrueRoad.h"
 #include "exchange/NumberText.h"
+#include "geometry/TrueRoad.h"
 
 #include <cmath>
 #include <functional>

@@ -1,10 +1,10 @@
 #include "RoadXml.h"
+#include "base/CodePage.h"
 
+#include "base/FileBytes.h"
 #include "exchange/ExchangeError.h"
 #include "exchange/TakeOver.h"
-#include "project/FileBytes.h"
 #include "project/LoadTables.h"
-#include "project/TextFile.h"
 #include "project/Workspace.h"
 
 #include <gmock/gmock.h>

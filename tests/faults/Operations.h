@@ -1,7 +1,7 @@
 #pragma once
 // The work that faults are put under: what a person does in the windows, one piece after the other.
 
-#include "desk/Desk.h"
+#include "dialogs/Dialogs.h"
 
 #include <functional>
 #include <string>
@@ -10,7 +10,7 @@
 namespace faults {
 
 /// Answers every question with Yes and every dialog with the path that the work has set, and keeps what was said.
-class Answers final : public Desk {
+class Answers final : public Dialogs {
 public:
     std::vector<Msg> said;
     std::string path;      ///< of file dialogs

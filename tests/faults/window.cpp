@@ -7,16 +7,16 @@
 //   --part K/N only the K-th of N shares of the operations
 // Starts itself again with the library of Shim.h in LD_PRELOAD.
 
+#include "base/Utf16File.h"
 #include "faults/Errors.h"
 #include "faults/Operations.h"
 #include "faults/Shim.h"
 #include "faults/Tree.h"
-#include "platform/HouseLook.h"
-#include "platform/Platform.h"
-#include "project/CalcTables.h"
 #include "project/LoadProject.h"
-#include "project/TextFile.h"
 #include "project/Workspace.h"
+#include "tables/CalcTables.h"
+#include "ui/Platform.h"
+#include "ui/Theme.h"
 
 #include <QApplication>
 
@@ -97,7 +97,7 @@ Done carryOut(const Operation& operation, long at, int error)
     shared = *loaded;
     gProject.clear();
     Answers answers;
-    setDesk(&answers);
+    setDialogs(&answers);
     answers.hung = [&] {
         std::fprintf(stderr, "  %s, call %ld hangs\n", operation.name, at);
         _exit(1);
@@ -120,7 +120,7 @@ Done carryOut(const Operation& operation, long at, int error)
     if (!done.ended) look();
     alarm(0);
     done.open = openFiles();
-    setDesk(nullptr);
+    setDialogs(nullptr);
     return done;
 }
 
@@ -204,7 +204,7 @@ int underFaults(const Operation& operation, const fs::path& original, bool all)
 void openAgain()
 {
     Answers answers;
-    setDesk(&answers);
+    setDialogs(&answers);
     answers.hung = [] { _exit(1); };
     for (const auto& name : OpenCatalogue()) {
         gProject = name;
@@ -316,9 +316,9 @@ int main(int argc, char** argv)
         if (type == QtFatalMsg) std::fprintf(stderr, "%s\n", text.toUtf8().constData());
     });
     QApplication app(argc, argv);
-    applyHouseLook(app);
+    applyTheme(app);
     Answers atStart;
-    setDesk(&atStart);
+    setDialogs(&atStart);
     const auto load = [](const fs::path& original) {
         gAppPath = original.string();
         gProject = "示例一";

@@ -1,11 +1,11 @@
 // Pictures to look at: every button in every style and state, and a window laid out with the kit.
 
 #include "controls/XPButton.h"
-#include "platform/Form.h"
-#include "platform/HouseLook.h"
-#include "platform/Layout.h"
-#include "platform/MSFlexGrid.h"
-#include "platform/QtDesk.h"
+#include "ui/Form.h"
+#include "ui/Layout.h"
+#include "ui/MSFlexGrid.h"
+#include "ui/QtDialogs.h"
+#include "ui/Theme.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -92,7 +92,7 @@ public:
         auto* typed = control<QCheckBox>("cheTyped", QStringLiteral("输入坐标"));
         auto* x = control<QLineEdit>("txtX");
         auto* y = control<QLineEdit>("txtY");
-        for (auto* box : {stake, offset, angle, x, y}) house::fitDigits(box);
+        for (auto* box : {stake, offset, angle, x, y}) ui::fitDigits(box);
         for (auto* box : {angle, x, y}) setLocked(box, true);
         stake->setText(QStringLiteral("12345678.123"));
         auto* calc = control<XPButton>("butCalc", QStringLiteral("计 算"));
@@ -110,7 +110,7 @@ public:
             m_grid->setColAlignment(col, Qt::AlignCenter);
         }
         m_grid->setHint(QStringLiteral("输入里程，按“计 算”得到坐标"));
-        using namespace house;
+        using namespace ui;
         arrange(*this, {across({frame(QStringLiteral("桩号与偏距"),
                                       fieldTable({{{QStringLiteral("计算里程"), stake}, {QStringLiteral("边桩"), side}},
                                                   {{skew, angle}, {QStringLiteral("偏距"), offset}}})),
@@ -136,9 +136,9 @@ private:
 int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
-    applyHouseLook(app);
-    QtDesk onScreen;
-    setDesk(&onScreen);
+    applyTheme(app);
+    QtDialogs onScreen;
+    setDialogs(&onScreen);
     const QString folder = QString::fromLocal8Bit(argc > 1 ? argv[1] : ".");
     buttonSheet(1).save(folder + QStringLiteral("/buttons.png"));
     buttonSheet(4).save(folder + QStringLiteral("/buttons-4x.png"));
@@ -154,12 +154,13 @@ int main(int argc, char** argv)
             QApplication::activeModalWidget()->grab().save(folder + QStringLiteral("/question.png"));
             if (auto* box = QApplication::activeModalWidget(); box != &form) box->close();
         });
-        desk().box({.text = "数据已改变，是否保存？", .title = "注意", .icon = Icon::Question, .buttons = Msg::YesNo});
+        dialogs().box(
+            {.text = "数据已改变，是否保存？", .title = "注意", .icon = Icon::Question, .buttons = Msg::YesNo});
         QTimer::singleShot(500, [&] {
             QApplication::activeModalWidget()->grab().save(folder + QStringLiteral("/open.png"));
             if (auto* box = QApplication::activeModalWidget(); box != &form) box->close();
         });
-        desk().saveFile("(*.xls)|*.xls|");
+        dialogs().saveFile("(*.xls)|*.xls|");
         app.quit();
     });
     return QApplication::exec();

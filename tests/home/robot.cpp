@@ -3,8 +3,8 @@
 
 #include "app/Start.h"
 #include "controls/XPButton.h"
-#include "platform/DocumentWindow.h"
-#include "platform/Form.h"
+#include "ui/DocumentWindow.h"
+#include "ui/Form.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,10 +1,13 @@
+#include "base/FileBytes.h"
+#include "base/ReplaceFile.h"
+#include "base/Utf16File.h"
 #include "phone/Phone.h"
 
-#include "engine/RunTimeError.h"
-#include "project/FileError.h"
+#include "base/FileError.h"
+#include "base/RunTimeError.h"
 #include "support/FailingCalls.h"
 #include "support/ProjectFolder.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -49,7 +52,7 @@ std::string utf16(const std::string& ascii)
 
 class Phone : public testing::Test {
 protected:
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     ProjectFolder folder{{"其他参数.txt", "交点法\r\n线性\r\n未设置\r\n未设置\r\n0\r\n"},
                          {"导线点参数.txt", "导线点1,3000.123,4000.456,\r\n"},
                          {"平曲线参数.txt", "起点,1000,2000,0,0,0,0,0,\r\nJD1,1500,2100,30,30,200,0,0,\r\n"},
@@ -94,7 +97,7 @@ TEST_F(Phone, FirstExportMakesFolderListAndFiles)
     EXPECT_EQ(ExportForPhone("  road1 "), PhoneExport::Added);
     EXPECT_EQ(bytes("XMMC.txt"), utf16("road1\r\n"));
     EXPECT_THAT(folders(), ElementsAre("road1"));
-    EXPECT_THAT(desk.messages, ElementsAre(kDone));
+    EXPECT_THAT(dialogs.messages, ElementsAre(kDone));
     EXPECT_EQ(std::distance(fs::directory_iterator(sjcs("road1")), {}), 11);
 }
 
@@ -147,7 +150,7 @@ TEST_F(Phone, MissingSourceIsCreatedEmpty)
 TEST_F(Phone, EmptyNameIsRefusedBeforeAnythingIsMade)
 {
     EXPECT_EQ(ExportForPhone("   "), PhoneExport::Stopped);
-    EXPECT_THAT(desk.messages, ElementsAre(kEmptyName));
+    EXPECT_THAT(dialogs.messages, ElementsAre(kEmptyName));
     EXPECT_FALSE(FolderExists(PhonePath()));
 }
 
@@ -169,10 +172,10 @@ TEST_F(Phone, OverwritingReplacesTheFilesAndKeepsTheList)
 {
     ExportForPhone("a");
     folder.write("断链参数.txt", "100,120\r\n");
-    desk.messages.clear();
-    desk.yes();
+    dialogs.messages.clear();
+    dialogs.yes();
     EXPECT_EQ(ExportForPhone("a"), PhoneExport::Replaced);
-    EXPECT_THAT(desk.messages, ElementsAre(kOverwrite, kDone));
+    EXPECT_THAT(dialogs.messages, ElementsAre(kOverwrite, kDone));
     EXPECT_EQ(bytes("XMMC.txt"), utf16("a\r\n"));
     EXPECT_EQ(bytes("a/DL.txt"), utf16("100,120\r\n"));
 }
@@ -181,10 +184,10 @@ TEST_F(Phone, DecliningKeepsTheOldFiles)
 {
     ExportForPhone("a");
     folder.write("断链参数.txt", "100,120\r\n");
-    desk.messages.clear();
-    desk.no();
+    dialogs.messages.clear();
+    dialogs.no();
     EXPECT_EQ(ExportForPhone("a"), PhoneExport::Declined);
-    EXPECT_THAT(desk.messages, ElementsAre(kOverwrite));
+    EXPECT_THAT(dialogs.messages, ElementsAre(kOverwrite));
     EXPECT_EQ(bytes("a/DL.txt"), kMark);
 }
 
@@ -192,7 +195,7 @@ TEST_F(Phone, DecliningLeavesTheFolderMadeBeforeTheQuestion)
 {
     ExportForPhone("a");
     fs::remove_all(sjcs("a"));
-    desk.no();
+    dialogs.no();
     EXPECT_EQ(ExportForPhone("a"), PhoneExport::Declined);
     EXPECT_TRUE(FolderExists(sjcs("a")));
     EXPECT_TRUE(fs::is_empty(sjcs("a")));
@@ -211,16 +214,16 @@ TEST_F(Phone, WhatFollowsTheLastLineEndOfTheListIsNoNameAndTakesTheNewOne)
     fs::create_directory(PhonePath());
     WriteUtf16File(sjcs("XMMC.txt"), "a\r\nb");
     EXPECT_EQ(ExportForPhone("b"), PhoneExport::Added);
-    EXPECT_THAT(desk.messages, ElementsAre(kDone));
+    EXPECT_THAT(dialogs.messages, ElementsAre(kDone));
     EXPECT_EQ(bytes("XMMC.txt"), utf16("a\r\nbb\r\n"));
 }
 
 TEST_F(Phone, NamesStayInsideTheExportFolder)
 {
     for (const char* name : {"..", ".", "a/b", "a\\b", "../x", "CON", "a\tb", "a."}) {
-        desk.messages.clear();
+        dialogs.messages.clear();
         EXPECT_EQ(ExportForPhone(name), PhoneExport::Stopped) << name;
-        EXPECT_THAT(desk.messages, ElementsAre(kNoFolder)) << name;
+        EXPECT_THAT(dialogs.messages, ElementsAre(kNoFolder)) << name;
     }
     EXPECT_FALSE(FolderExists(PhonePath()));
 }
@@ -230,7 +233,7 @@ TEST_F(Phone, FolderThatCannotBeMadeIsAMessage)
     fs::create_directory(PhonePath());
     WriteBytes(sjcs("a"), "a file");
     EXPECT_EQ(ExportForPhone("a"), PhoneExport::Stopped);
-    EXPECT_THAT(desk.messages, ElementsAre(kNoFolder));
+    EXPECT_THAT(dialogs.messages, ElementsAre(kNoFolder));
     EXPECT_FALSE(FileExists(sjcs("XMMC.txt")));
 }
 
@@ -238,31 +241,31 @@ TEST_F(Phone, ProjectWhoseFolderIsGoneGoesTheUsualWay)
 {
     gProject = "没有";
     EXPECT_EQ(ExportForPhone(" "), PhoneExport::Stopped);
-    EXPECT_THAT(desk.messages, ElementsAre(kEmptyName));
+    EXPECT_THAT(dialogs.messages, ElementsAre(kEmptyName));
     for (const char* project : {"没有", "..", ""}) {
         gProject = project;
-        desk.messages.clear();
+        dialogs.messages.clear();
         EXPECT_EQ(ExportForPhone("a"), PhoneExport::Stopped);
         const std::string failed = project == std::string("没有") ? "写入" : "读取";  // made if missing, or no folder's
-        EXPECT_THAT(desk.messages,
+        EXPECT_THAT(dialogs.messages,
                     ElementsAre(Msg{"“其他参数.txt”无法" + failed + "！\n文件夹不存在", "错误", Icon::Exclamation}));
         EXPECT_FALSE(FolderExists(PhonePath())) << "what was made on the way";
     }
     gProject = "测试";
     ExportForPhone("a");
     gProject = "没有";
-    desk.messages.clear();
-    desk.no();
+    dialogs.messages.clear();
+    dialogs.no();
     EXPECT_EQ(ExportForPhone("a"), PhoneExport::Declined);  // the question comes before the files
-    EXPECT_THAT(desk.messages, ElementsAre(kOverwrite));
+    EXPECT_THAT(dialogs.messages, ElementsAre(kOverwrite));
 }
 
 TEST_F(Phone, ANameThatIsTheListsOwnIsAFolderThatCannotBeMade)
 {
     for (const char* name : {"XMMC.txt", "xmmc.TXT", " XMMC.txt "}) {
-        desk.messages.clear();
+        dialogs.messages.clear();
         EXPECT_EQ(ExportForPhone(name), PhoneExport::Stopped) << name;
-        EXPECT_THAT(desk.messages, ElementsAre(kNoFolder)) << name;
+        EXPECT_THAT(dialogs.messages, ElementsAre(kNoFolder)) << name;
     }
     EXPECT_FALSE(FolderExists(PhonePath()));
     EXPECT_EQ(ExportForPhone("XMMC"), PhoneExport::Added);
@@ -296,8 +299,8 @@ TEST_F(Phone, AConversionThatFailsHalfWayLeavesEverythingAsItWas)
     for (const std::string name : {"new", "old"}) {
         int n = 0;
         for (bool failed = true; failed && n < 40; ++n) {
-            desk.messages.clear();
-            if (name == "old") desk.yes();
+            dialogs.messages.clear();
+            if (name == "old") dialogs.yes();
             auto done = PhoneExport::Added;
             {
                 const FailingCalls full(FullAt{n});
@@ -307,10 +310,10 @@ TEST_F(Phone, AConversionThatFailsHalfWayLeavesEverythingAsItWas)
             if (!failed) break;
             EXPECT_EQ(everything(), before) << name << ", file " << n;
             const std::size_t questions = name == "old";
-            ASSERT_EQ(desk.messages.size(), questions + 1) << "one box: " << name << ", file " << n;
-            EXPECT_EQ(desk.last().title, "错误");
-            EXPECT_EQ(desk.last().icon, Icon::Exclamation);
-            EXPECT_TRUE(desk.last().text.ends_with("”无法写入！\n磁盘已满")) << desk.last().text;
+            ASSERT_EQ(dialogs.messages.size(), questions + 1) << "one box: " << name << ", file " << n;
+            EXPECT_EQ(dialogs.last().title, "错误");
+            EXPECT_EQ(dialogs.last().icon, Icon::Exclamation);
+            EXPECT_TRUE(dialogs.last().text.ends_with("”无法写入！\n磁盘已满")) << dialogs.last().text;
         }
         EXPECT_EQ(n, name == "new" ? 13 : 12) << "the list of a new one, a source that was missing, eleven files";
         if (name == "new") {
@@ -335,7 +338,7 @@ TEST_F(Phone, FolderThatADiskRefusesIsNamed)
 {
     const FailingCalls readOnly([](const Call& call) { return call.name == "mkdir" ? EROFS : 0; });
     EXPECT_EQ(ExportForPhone("a"), PhoneExport::Stopped);
-    EXPECT_THAT(desk.messages, ElementsAre(Msg{"“SJCS”无法写入！\n没有写入权限", "错误", Icon::Exclamation}));
+    EXPECT_THAT(dialogs.messages, ElementsAre(Msg{"“SJCS”无法写入！\n没有写入权限", "错误", Icon::Exclamation}));
 }
 
 TEST_F(Phone, RemovingFromAListThatCannotBeWrittenKeepsLineAndFolder)

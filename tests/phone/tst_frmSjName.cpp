@@ -1,11 +1,12 @@
 // The dialog that asks for the name of a phone project.
 
+#include "base/FileBytes.h"
 #include "controls/XPButton.h"
 #include "phone/Phone.h"
-#include "phone/frmSjName.h"
+#include "phone/windows/frmSjName.h"
 #include "support/ProjectFolder.h"
 #include "support/QtTests.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 #include "support/Windows.h"
 
 #include <QClipboard>
@@ -41,7 +42,7 @@ private slots:
     }
     void enterAndPastingKeysAreCancelled()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ScriptedPlatform seams;
         platform().keyIsDown = [](int) { return true; };
         frmSjName dialog;
@@ -54,7 +55,7 @@ private slots:
         QTest::keyClick(&box, Qt::Key_Enter);
         QCOMPARE(box.text(), QStringLiteral("ab"));
         QCOMPARE(dialog.focusWidget(), &box);
-        QVERIFY(desk.messages.empty());
+        QVERIFY(dialogs.messages.empty());
     }
     void committedCharactersAreFilteredToo()
     {
@@ -69,18 +70,18 @@ private slots:
 
     void emptyNameIsRefusedAndTheDialogStays()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ProjectFolder folder;
         frmSjName dialog;
         dialog.show();
         type(dialog, "txtsjName", "  ");
         click(dialog, "sjXmOK");
-        QCOMPARE(desk.messages, (std::vector<Msg>{{"项目名称不能为空！", "注意", Icon::Exclamation}}));
+        QCOMPARE(dialogs.messages, (std::vector<Msg>{{"项目名称不能为空！", "注意", Icon::Exclamation}}));
         QVERIFY(dialog.isVisible());
     }
     void newNamesAreReportedTrimmedBeforeTheDialogGoes()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ProjectFolder folder;
         frmSjName dialog;
         QSignalSpy listed(&dialog, &frmSjName::listed);
@@ -93,21 +94,21 @@ private slots:
     }
     void overwrittenNamesAreNotReported()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ProjectFolder folder;
         ExportForPhone("a");
         frmSjName dialog;
         QSignalSpy listed(&dialog, &frmSjName::listed);
         dialog.show();
         type(dialog, "txtsjName", "a");
-        desk.yes();
+        dialogs.yes();
         click(dialog, "sjXmOK");
         QVERIFY(!dialog.isVisible());
         QCOMPARE(listed.size(), 0);
     }
     void fileThatCannotBeWrittenIsNamedAndTheDialogStays()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ProjectFolder folder;
         std::filesystem::create_directories(PhonePath() + "/a/QTCS.txt/in the way");
         frmSjName dialog;
@@ -116,14 +117,14 @@ private slots:
         type(dialog, "txtsjName", "a");
         click(dialog, "sjXmOK");
         QVERIFY(dialog.isVisible());
-        QCOMPARE(desk.messages, (std::vector<Msg>{{"“QTCS.txt”无法写入！\n读写错误", "错误", Icon::Exclamation}}));
+        QCOMPARE(dialogs.messages, (std::vector<Msg>{{"“QTCS.txt”无法写入！\n读写错误", "错误", Icon::Exclamation}}));
         QCOMPARE(ReadPhoneCatalogue(), std::vector<std::string>());
         QCOMPARE(listed.size(), 0);
         QCOMPARE(textOf(dialog, "txtsjName"), QStringLiteral("a"));
     }
     void cancelChangesNothing()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ProjectFolder folder;
         frmSjName dialog;
         dialog.show();

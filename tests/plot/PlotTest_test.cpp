@@ -1,7 +1,7 @@
 #include "PlotTest.h"
 
+#include "base/Numbers.h"
 #include "engine/Element.h"
-#include "engine/Numbers.h"
 #include "project/LoadProject.h"
 
 #include <cmath>

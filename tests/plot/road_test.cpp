@@ -1,6 +1,7 @@
 // The road of the tables as shapes.
 
 #include "PlotTest.h"
+#include "engine/XYToStake.h"
 
 #include "engine/Route.h"
 #include "plot/Angles.h"

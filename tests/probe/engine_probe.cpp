@@ -14,17 +14,18 @@
 //
 // An unknown or failing request answers `error <number> <text>`, with the number of the run-time error or 0.
 
-#include "desk/Desk.h"
+#include "base/FileBytes.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
+#include "dialogs/Dialogs.h"
 #include "engine/Chainage.h"
 #include "engine/Element.h"
 #include "engine/Elevation.h"
-#include "engine/Numbers.h"
 #include "engine/Route.h"
-#include "engine/RunTimeError.h"
+#include "engine/XYToStake.h"
 #include "project/LoadProject.h"
-#include "project/TableList.h"
-#include "project/TextFile.h"
 #include "project/Workspace.h"
+#include "tables/TableList.h"
 
 #include <algorithm>
 #include <concepts>
@@ -42,7 +43,7 @@
 namespace {
 
 /// Nobody sits before the probe.
-struct NoDesk final : Desk {
+struct NoDialogs final : Dialogs {
     bool box(const Msg&) override { return true; }
     void turn() override {}
     std::optional<std::string> openFile(std::string_view) override { return std::nullopt; }
@@ -232,7 +233,7 @@ std::string answer(std::string_view line)
 
 int main()
 {
-    NoDesk desk;
-    setDesk(&desk);
+    NoDialogs dialogs;
+    setDialogs(&dialogs);
     for (std::string line; std::getline(std::cin, line);) std::cout << answer(line) << std::endl;
 }

@@ -1,6 +1,7 @@
 // Whatever bytes stand in the parameter files: a load ends, stores no infinity, and writes nothing outside its project.
 
 #include "SmallRoad.h"
+#include "base/CodePage.h"
 #include "project/LoadProject.h"
 #include "support/FiniteTables.h"
 
@@ -89,7 +90,7 @@ std::map<std::string, std::string> outside(const ProjectFolder& folder)
 
 TEST(AnyBytes, ALoadEndsAndWritesNothingOutsideItsProject)
 {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     ProjectFolder folder;
     folder.project("别的", {{"导线点参数.txt", "A,1,2,\r\n\r\n"}});
     folder.project("测试二");

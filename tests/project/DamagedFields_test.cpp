@@ -4,7 +4,7 @@
 #include "project/LoadProject.h"
 #include "support/ProjectFolder.h"
 #include "support/ReferenceLoad.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 #include "support/SharedDiff.h"
 
 #include <gtest/gtest.h>
@@ -93,7 +93,7 @@ const Damage kDamages[] = {
 enum class Before { Fresh, OtherProject };
 
 struct DamagedFields : testing::TestWithParam<std::tuple<const char*, bool, Before>> {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     ProjectFolder folder{{}, "别的"};
 
     void write(const Files& files) const
@@ -149,11 +149,11 @@ TEST_P(DamagedFields, LeaveEverythingElseAsTheRulesSay)
                 folder.write(file, files[file]);
                 const auto expected = reference::load(start, files);
                 shared = start;
-                desk.messages.clear();
+                dialogs.messages.clear();
                 const Loaded loaded = LoadProject();
                 ASSERT_EQ(differences(shared, expected.state), "");
                 ASSERT_EQ(loaded.cutAtGap, expected.gap);
-                ASSERT_EQ(desk.messages.size(), expected.gap ? 1u : 0u);
+                ASSERT_EQ(dialogs.messages.size(), expected.gap ? 1u : 0u);
                 ++cases;
                 gaps += expected.gap;
             }
@@ -172,7 +172,7 @@ INSTANTIATE_TEST_SUITE_P(EachField, DamagedFields,
 // Statements of the intersection-point compile that read no field of their own fail by what others hold.
 TEST(DamagedGeometry, EveryOtherStatementFailsAsTheRulesSay)
 {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     const ProjectFolder folder;
     struct {
         const char *statement, *text;

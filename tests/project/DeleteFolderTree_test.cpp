@@ -1,6 +1,7 @@
-#include "project/TextFile.h"
+#include "base/ReplaceFile.h"
+#include "project/DeleteFolderTree.h"
 #include "support/ProjectFolder.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +12,7 @@ namespace fs = std::filesystem;
 namespace {
 
 struct DeleteFolderTreeTest : testing::Test {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     ProjectFolder folder;
     const fs::path tree = fs::path(folder.path("树"));
 
@@ -41,7 +42,7 @@ TEST_F(DeleteFolderTreeTest, EachEntryGivesTheEventLoopATurn)
     file(tree / "b/c.txt");
     file(tree / "b/d.txt");
     DeleteFolderTree(tree.string());
-    EXPECT_EQ(desk.turns, 4);  // a.txt, c.txt, d.txt, b
+    EXPECT_EQ(dialogs.turns, 4);  // a.txt, c.txt, d.txt, b
 }
 
 TEST_F(DeleteFolderTreeTest, ALinkIsRemovedAndNotFollowed)
@@ -80,7 +81,7 @@ TEST_F(DeleteFolderTreeTest, WriteProtectionIsClearedFirst)
 TEST_F(DeleteFolderTreeTest, AMissingFolderIsNoError)
 {
     DeleteFolderTree(tree.string());
-    EXPECT_EQ(desk.turns, 0);
+    EXPECT_EQ(dialogs.turns, 0);
 }
 
 TEST_F(DeleteFolderTreeTest, AFileIsNoFolder)

@@ -1,10 +1,10 @@
 // The compile of intersection points: rows, oddities and what a failed statement leaves.
 
+#include "base/Numbers.h"
 #include "engine/Element.h"
-#include "engine/Numbers.h"
 #include "project/LoadProject.h"
 #include "support/ProjectFolder.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 #include "support/SharedDiff.h"
 
 #include <gtest/gtest.h>
@@ -16,7 +16,7 @@ namespace {
 using Column = std::vector<double>;
 
 struct IntersectionPoints : testing::Test {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     ProjectFolder folder{{"其他参数.txt", "交点法\r\n线性\r\n2\r\n3\r\n12\r\n"}};
 
     void load(const std::string& text)
@@ -274,7 +274,7 @@ TEST_F(IntersectionPoints, TangentsThatOverlapLetTheStakesRunBackward)
 {
     load("0,0,0\r\nA,100,0,5,5,90\r\nB,100,100,5,5,90\r\n300,100\r\n");
     EXPECT_LT(gElemLc[5], gElemLc[4]);
-    EXPECT_EQ(desk.messages, std::vector<Msg>{});
+    EXPECT_EQ(dialogs.messages, std::vector<Msg>{});
 }
 
 TEST_F(IntersectionPoints, ALegDueSouthHasAzimuthZero)

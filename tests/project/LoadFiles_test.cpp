@@ -1,6 +1,8 @@
 // What a load does to the files of a project: made, cleaned, upgraded, or not there.
 
 #include "SmallRoad.h"
+#include "base/FileBytes.h"
+#include "base/ReplaceFile.h"
 #include "project/LoadProject.h"
 #include "support/SharedDiff.h"
 
@@ -27,7 +29,7 @@ TEST_F(LoadFiles, MissingFilesAreCreatedEmpty)
         EXPECT_TRUE(folder.has(file)) << file;
         EXPECT_EQ(folder.bytes(file), "") << file;
     }
-    EXPECT_EQ(desk.messages, std::vector<Msg>{});
+    EXPECT_EQ(dialogs.messages, std::vector<Msg>{});
     EXPECT_FALSE(loaded.cutAtGap);
 }
 
@@ -130,7 +132,7 @@ TEST_F(LoadFiles, FolderOfTheProjectIsMissing)
     LoadProject();
     EXPECT_EQ(differences(shared, before), "");
     EXPECT_FALSE(FolderExists(folder.path("")));
-    EXPECT_EQ(desk.messages, std::vector<Msg>{});
+    EXPECT_EQ(dialogs.messages, std::vector<Msg>{});
 }
 
 TEST_F(LoadFiles, AFullDiskLeavesTheFilesAndLoadsThem)

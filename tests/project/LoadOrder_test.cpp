@@ -32,7 +32,7 @@ TEST_F(LoadOrder, SameProjectTwiceGivesTheSameTables)
     const Shared once = shared;
     LoadProject();
     EXPECT_EQ(differences(shared, once), "");
-    EXPECT_EQ(desk.messages, std::vector<Msg>{});
+    EXPECT_EQ(dialogs.messages, std::vector<Msg>{});
 }
 
 TEST_F(LoadOrder, OldBreaksStayAndAreReducedASecondTime)
@@ -93,7 +93,7 @@ TEST_F(LoadOrder, BlockRowInAGapStopsBeforeTheVerticalCurves)
            {"超高宽度参数.txt", "7,7\r\n"},
            {"导线点参数.txt", "新,1,2\r\n"}});
     const Loaded loaded = LoadProject();
-    EXPECT_EQ(desk.messages, std::vector<Msg>{kGap});
+    EXPECT_EQ(dialogs.messages, std::vector<Msg>{kGap});
     EXPECT_TRUE(loaded.cutAtGap);
     // Earlier groups new, the group itself converted up to the gap, later groups old.
     EXPECT_EQ(gDxdName, std::vector<std::string>{"新"});
@@ -114,12 +114,12 @@ TEST_F(LoadOrder, AGapInEachTableLeavesTheLaterOnesUnread)
                         {"超高宽度参数.txt", "0,130,1,1,1,1,1,1,1,1,1,1\r\n"}};
     for (std::size_t bad = 0; bad < std::size(tables); ++bad) {
         shared = {};
-        desk.messages.clear();
+        dialogs.messages.clear();
         files(kRoad);
         files({{"断链参数.txt", "120,150\r\n"}});
         folder.write(tables[bad].file, tables[bad].text);
         EXPECT_TRUE(LoadProject().cutAtGap);
-        EXPECT_EQ(desk.messages, std::vector<Msg>{kGap});
+        EXPECT_EQ(dialogs.messages, std::vector<Msg>{kGap});
         EXPECT_EQ(gSqxLc.empty(), bad < 1);
         EXPECT_EQ(gCgType, bad < 2 ? "" : "0");
         EXPECT_EQ(gCgLc.empty(), bad < 2);
@@ -137,14 +137,14 @@ TEST_F(LoadOrder, TheNextLoadIsFreshOfTheGap)
     folder.write("超高参数.txt", "");
     folder.write("超高宽度参数.txt", "");
     EXPECT_FALSE(LoadProject().cutAtGap);
-    EXPECT_EQ(desk.messages, std::vector<Msg>{kGap});
+    EXPECT_EQ(dialogs.messages, std::vector<Msg>{kGap});
 }
 
 TEST_F(LoadOrder, StakesExactlyAtBackAndAheadAreNotInTheGap)
 {
     files({{"断链参数.txt", "100,120\r\n"}, {"竖曲线参数.txt", "100,1\r\n120,2,3\r\n121,4\r\n"}});
     LoadProject();
-    EXPECT_EQ(desk.messages, std::vector<Msg>{});
+    EXPECT_EQ(dialogs.messages, std::vector<Msg>{});
     EXPECT_EQ(gSqxLc, (std::vector<double>{100, 100, 101}));
 }
 
@@ -152,7 +152,7 @@ TEST_F(LoadOrder, ABlockThatEndsAtTheBackStakeOfAJumpClosesInTheGap)
 {
     files({{"断链参数.txt", "100,120\r\n"}, {"平曲线参数.txt", "0,100,0,0,0,0,0\r\n"}});
     LoadProject();  // the closing stake is 100.0001
-    EXPECT_EQ(desk.messages, std::vector<Msg>{kGap});
+    EXPECT_EQ(dialogs.messages, std::vector<Msg>{kGap});
 }
 
 TEST_F(LoadOrder, IntersectionPointStakesKnowNoBreaks)
@@ -161,7 +161,7 @@ TEST_F(LoadOrder, IntersectionPointStakesKnowNoBreaks)
            {"断链参数.txt", "100,120\r\n"},
            {"平曲线参数.txt", "110,0,0\r\n300,400\r\n"}});
     LoadProject();
-    EXPECT_EQ(desk.messages, std::vector<Msg>{});
+    EXPECT_EQ(dialogs.messages, std::vector<Msg>{});
     EXPECT_EQ(gElemLc, (std::vector<double>{110, 610.01}));
 }
 
@@ -191,14 +191,14 @@ TEST_F(LoadOrder, SettingsWithoutACommaDoNotHang)
 TEST_F(LoadOrder, HangGivesTheEventLoopItsTurnsAndNeverComesBack)
 {
     struct Enough {};
-    desk.onTurn = [&] {
-        if (desk.turns == 10) throw Enough{};
+    dialogs.onTurn = [&] {
+        if (dialogs.turns == 10) throw Enough{};
     };
     files(kRoad);
     folder.write("导线点参数.txt", "abc\r\n");
     const Shared before = shared;
     EXPECT_THROW(LoadProject(), Enough);
-    EXPECT_EQ(desk.turns, 10);
+    EXPECT_EQ(dialogs.turns, 10);
     EXPECT_EQ(differences(shared, before), "");
-    EXPECT_EQ(desk.messages, std::vector<Msg>{});
+    EXPECT_EQ(dialogs.messages, std::vector<Msg>{});
 }

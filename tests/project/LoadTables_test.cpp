@@ -1,10 +1,10 @@
 // A load into tables of its own: the tables that opening the project gives, no file changed, nothing shared moved.
 
+#include "base/FileBytes.h"
 #include "project/LoadTables.h"
 
 #include "SmallRoad.h"
 #include "project/LoadProject.h"
-#include "project/TextFile.h"
 #include "support/DamagedProjects.h"
 #include "support/OrdinaryUser.h"
 #include "support/SharedDiff.h"
@@ -128,7 +128,7 @@ TEST_F(LoadTables, AGapIsToldWithoutABox)
     EXPECT_TRUE(loadTables(folder.path(""), own).cutAtGap);
     EXPECT_EQ(own.sqxLc, (std::vector<double>{130, 200}));
     EXPECT_EQ(own.cgLc, std::vector<double>{});
-    EXPECT_EQ(desk.messages, std::vector<Msg>{});
+    EXPECT_EQ(dialogs.messages, std::vector<Msg>{});
 }
 
 TEST_F(LoadTables, AFileWithoutACommaIsToldWithItsLastLine)

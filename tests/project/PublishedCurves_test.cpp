@@ -1,9 +1,9 @@
 // A published list of straights, curves and deflections of a real road, met through LoadProject.
 
-#include "engine/Numbers.h"
+#include "base/Numbers.h"
 #include "project/LoadProject.h"
 #include "support/ProjectFolder.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 
 #include <gtest/gtest.h>
 
@@ -44,7 +44,7 @@ double degrees(const std::string& dms)
 
 TEST(PublishedCurves, EveryStationTangentLengthAndAzimuthIsMet)
 {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     ProjectFolder folder;
     const auto objects =
         innermostObjects(ProjectFolder::bytesOf(VM_TEST_DATA "/alignment_curve_table_five_points.json"));

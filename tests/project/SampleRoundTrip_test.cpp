@@ -3,7 +3,7 @@
 #include "project/LoadProject.h"
 #include "support/ProjectFolder.h"
 #include "support/RoundTrip.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ class SampleRoundTrip : public testing::TestWithParam<const char*> {};
 
 TEST_P(SampleRoundTrip, TenThousandPoints)
 {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     ProjectFolder folder;
     gProjectFolder = folder.root() + "/sample";
     std::filesystem::copy(std::string(VM_SOURCE_DIR "/samples/") + GetParam(), gProjectFolder);

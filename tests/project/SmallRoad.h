@@ -2,7 +2,7 @@
 // A road by blocks that fills every table, for the tests of a load.
 
 #include "support/ProjectFolder.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 
 #include <gtest/gtest.h>
 
@@ -24,9 +24,9 @@ inline const std::initializer_list<ProjectFolder::File> kRoad{
     {"超高宽度参数.txt", "0,200,1,5,5,1,1,6,6,2,2,-4\r\n"},
 };
 
-/// An empty project, and a desk that shows boxes to nobody.
+/// An empty project, and a dialogs that shows boxes to nobody.
 struct LoadTest : testing::Test {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     ProjectFolder folder;
 
     void files(std::initializer_list<ProjectFolder::File> all) const

@@ -2,7 +2,7 @@
 
 #include "project/LoadProject.h"
 #include "support/ProjectFolder.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 #include "support/SharedDiff.h"
 
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@ using Column = std::vector<double>;
 using Names = std::vector<std::string>;
 
 struct TableCompiles : testing::Test {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     ProjectFolder folder;
 
     void load(const std::string& file, const std::string& text)
@@ -21,7 +21,7 @@ struct TableCompiles : testing::Test {
         folder.write("其他参数.txt", "积木法\r\n线性\r\n2\r\n3\r\n12\r\n");
         folder.write(file, text);
         LoadProject();
-        EXPECT_EQ(desk.messages, std::vector<Msg>{});
+        EXPECT_EQ(dialogs.messages, std::vector<Msg>{});
     }
 };
 
@@ -293,7 +293,7 @@ TEST_F(TableCompiles, BlockRowsUnderTheIntersectionPointModelAreReadAsIntersecti
     EXPECT_EQ(gJdX, (Column{100, 200, 200}));
     EXPECT_EQ(gJdY, (Column{0, 50, 300}));
     EXPECT_EQ(gZdLs1[1], 10);
-    EXPECT_EQ(desk.messages, std::vector<Msg>{});
+    EXPECT_EQ(dialogs.messages, std::vector<Msg>{});
 }
 
 TEST_F(TableCompiles, IntersectionPointRowsUnderAnyOtherModelAreReadAsBlocks)

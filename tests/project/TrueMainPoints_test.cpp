@@ -19,13 +19,14 @@
 // A main point is off by dT1 and by what the direction error moves it over T1 and the curve so far; its stake by dT1
 // and by dT1 + dT2 and the length errors of all curves before: the cut-off pile up in the stakes.
 
-#include "project/CalcTables.h"
+#include "base/Lines.h"
+#include "base/Numbers.h"
 #include "project/LoadProject.h"
-#include "project/TextFile.h"
 #include "support/ProjectFolder.h"
 #include "support/RandomRoute.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 #include "support/TrueGeometry.h"
+#include "tables/CalcTables.h"
 
 #include <gtest/gtest.h>
 
@@ -129,7 +130,7 @@ struct Met {
 
 class TrueMainPoints : public testing::Test {
 protected:
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     ProjectFolder folder;
     Met met;
 

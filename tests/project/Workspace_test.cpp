@@ -1,10 +1,14 @@
-#include "engine/RunTimeError.h"
-#include "project/FileError.h"
+#include "base/CodePage.h"
+#include "base/FileBytes.h"
+#include "base/FileError.h"
+#include "base/ReplaceFile.h"
+#include "base/RunTimeError.h"
+#include "base/Utf16File.h"
 #include "project/LoadProject.h"
 #include "project/Workspace.h"
 #include "support/FailingCalls.h"
 #include "support/ProjectFolder.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 #include "support/SharedDiff.h"
 
 #include <gtest/gtest.h>
@@ -28,7 +32,7 @@ Refusal noLongerListed(const std::string& name)
 
 /// A workspace whose catalogue lists the projects 甲 and 乙; both have a folder with a file in it.
 struct Workspace : testing::Test {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     ProjectFolder folder{{{"a.txt", "x"}}, "甲"};
 
     Workspace() { folder.project("乙", {{"a.txt", "x"}}); }
@@ -137,7 +141,7 @@ TEST_F(Workspace, NewProjectIsAFolderALineAndFourSettings)
     EXPECT_EQ(folder.text("其他参数.txt"), "未设置\r\n未设置\r\n未设置\r\n未设置\r\n");
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.path("")), {}), 1);
     EXPECT_EQ(differences(shared, before), "");
-    EXPECT_EQ(desk.messages, std::vector<Msg>{});
+    EXPECT_EQ(dialogs.messages, std::vector<Msg>{});
 }
 
 TEST_F(Workspace, ListedNameIsRefusedAndStaysInGProject)
@@ -218,7 +222,7 @@ TEST_F(Workspace, DeleteTakesTheLineAndTheFolder)
     EXPECT_TRUE(fs::exists(ProjectPath("乙")));
     EXPECT_EQ(gProject, "甲");  // also where it is the open one
     EXPECT_EQ(differences(shared, before), "");
-    EXPECT_GT(desk.turns, 0);
+    EXPECT_GT(dialogs.turns, 0);
 }
 
 TEST_F(Workspace, DeletingTheOnlyProjectLeavesAnEmptyCatalogue)
@@ -349,7 +353,7 @@ TEST_F(Workspace, NewProjectOnADiskThatFillsUpIsShownAsItIsListed)
     EXPECT_EQ(outcome.refusal, kNoFolder);  // these words alone
     EXPECT_EQ(shown, "甲\r\n乙\r\n丙\r\n") << "shown after the catalogue, before the settings";
     EXPECT_EQ(catalogue(), shown);
-    EXPECT_TRUE(desk.messages.empty());
+    EXPECT_TRUE(dialogs.messages.empty());
 }
 
 TEST_F(Workspace, NewProjectWhoseLineCannotBeWrittenIsNotShown)

@@ -1,15 +1,15 @@
 #pragma once
 // A calculation window under test, worked with real keys and clicks.
 
+#include "base/GridText.h"
 #include "controls/XPButton.h"
-#include "desk/GridText.h"
 #include "office/Xls.h"
-#include "platform/Fields.h"
-#include "platform/MSFlexGrid.h"
-#include "platform/Platform.h"
 #include "screens/Export.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 #include "support/Tables.h"
+#include "ui/Fields.h"
+#include "ui/MSFlexGrid.h"
+#include "ui/Platform.h"
 
 #include <QCheckBox>
 #include <QTemporaryDir>
@@ -104,11 +104,12 @@ struct WithWorkbook : Form {
 
 /// The save button writes the rows in this layout.
 template <class Form>
-void savesInLayout(Driven<WithWorkbook<Form>>& f, ScriptedDesk& desk, const char* button, const ExportLayout& layout)
+void savesInLayout(Driven<WithWorkbook<Form>>& f, ScriptedDialogs& dialogs, const char* button,
+                   const ExportLayout& layout)
 {
     QTemporaryDir folder;
     QFile file(folder.filePath(QStringLiteral("saved.xls")));
-    desk.save(file.fileName().toStdString());
+    dialogs.save(file.fileName().toStdString());
     f.click(button);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), f.form.workbook(layout));
@@ -135,7 +136,7 @@ void stretchesWithItsControls(Driven<Form>& f, const char* box)
 
 /// Tables of a fresh process, and the machine answered: the end of the process is noted, not carried out.
 struct Machine {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     int ended = -1;
     Platform before = platform();
 
@@ -188,13 +189,13 @@ void stationFollowsPickAndCheckBox(Driver& f, const char* pick, const char* type
 
 inline Msg refused(const char* text, const char* title = "错误") { return {text, title, Icon::Exclamation}; }
 
-#define COMPARE_MESSAGES(desk, ...)                                                                                    \
+#define COMPARE_MESSAGES(dialogs, ...)                                                                                 \
     do {                                                                                                               \
         const std::vector<Msg> wanted_{__VA_ARGS__};                                                                   \
-        QCOMPARE((desk).messages.size(), wanted_.size());                                                              \
+        QCOMPARE((dialogs).messages.size(), wanted_.size());                                                           \
         for (std::size_t i_ = 0; i_ < wanted_.size(); ++i_) {                                                          \
-            QCOMPARE((desk).messages[i_].text.c_str(), wanted_[i_].text.c_str());                                      \
-            QVERIFY((desk).messages[i_] == wanted_[i_]);                                                               \
+            QCOMPARE((dialogs).messages[i_].text.c_str(), wanted_[i_].text.c_str());                                   \
+            QVERIFY((dialogs).messages[i_] == wanted_[i_]);                                                            \
         }                                                                                                              \
-        (desk).messages.clear();                                                                                       \
+        (dialogs).messages.clear();                                                                                    \
     } while (false)

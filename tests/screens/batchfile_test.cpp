@@ -2,14 +2,14 @@
 
 #include "screens/BatchFile.h"
 
-#include "engine/RunTimeError.h"
-#include "project/TextFile.h"
+#include "base/ReplaceFile.h"
+#include "base/RunTimeError.h"
 #include "screens/Fs.h"
 #include "support/FailingCalls.h"
 #include "support/OrdinaryUser.h"
 #include "support/ProjectFolder.h"
 #include "support/ScreenTest.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 
 #include <fcntl.h>
 #include <filesystem>
@@ -165,8 +165,8 @@ TEST_F(BatchFile, AFileInAReadOnlyFolderEndsTheRunWithoutAWord)
     shared = {};
     straightNorth();
     Screen screen(kInverseColumns);
-    ScriptedDesk desk;
-    desk.open(path).open(path);
+    ScriptedDialogs dialogs;
+    dialogs.open(path).open(path);
     for (const std::string text : {"1,2\r\n", "1,2"}) {
         write(text);
         std::filesystem::permissions(folder.root(), std::filesystem::perms(0555));
@@ -192,17 +192,17 @@ TEST_F(BatchFile, AWriteProtectedFileEndsTheRunAndStays)
 
 TEST_F(BatchFile, ThePickIsCancelled)
 {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     Screen screen(kInverseColumns);
-    desk.cancelOpen();
+    dialogs.cancelOpen();
     EXPECT_TRUE(CalcBatchFile(2, screen.rows, [](const BatchLine&) { ADD_FAILURE(); }));
-    EXPECT_EQ(desk.filters, (Texts{"(*.txt)|*.txt|"}));
+    EXPECT_EQ(dialogs.filters, (Texts{"(*.txt)|*.txt|"}));
     EXPECT_EQ(screen.state, ScreenState{});
 }
 
 TEST_F(BatchFile, EachLineIsHandedOverUntilTheRowsAreAbandoned)
 {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     Screen screen(kInverseColumns);
     struct Impatient : ResultTable {
         using ResultTable::ResultTable;
@@ -210,7 +210,7 @@ TEST_F(BatchFile, EachLineIsHandedOverUntilTheRowsAreAbandoned)
         bool abandoned() override { return ++asked > 2; }
     } rows(screen.grid);
     write("1,2\r\n3,4\r\n5,6\r\n");
-    desk.open(path);
+    dialogs.open(path);
     std::vector<BatchLine> taken;
     EXPECT_TRUE(CalcBatchFile(2, rows, [&](const BatchLine& line) { taken.push_back(line); }));
     EXPECT_EQ(taken, (std::vector<BatchLine>{{1, 2}, {3, 4}}));
@@ -219,10 +219,10 @@ TEST_F(BatchFile, EachLineIsHandedOverUntilTheRowsAreAbandoned)
 
 TEST_F(BatchFile, ARunTimeErrorOfALineEndsTheBatchInSilence)
 {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     Screen screen(kInverseColumns);
     write("1,2\r\n3,4\r\n");
-    desk.open(path);
+    dialogs.open(path);
     EXPECT_TRUE(CalcBatchFile(2, screen.rows, [](const BatchLine&) { throw RunTimeError(RunTimeError::Overflow); }));
     EXPECT_FALSE(screen.state.changed);
 }
@@ -248,8 +248,8 @@ TEST_F(VanishingFile, BetweenTheTwoReadsEndsTheBatchWithoutAWord)
     shared = {};
     straightNorth();
     Screen screen(kInverseColumns);
-    ScriptedDesk desk;
-    desk.open(path);
+    ScriptedDialogs dialogs;
+    dialogs.open(path);
     EXPECT_TRUE(CalcFsFile(screen.rows));
     EXPECT_EQ(screen.state, ScreenState{});
     EXPECT_EQ(opened, 2);

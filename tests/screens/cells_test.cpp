@@ -1,5 +1,7 @@
 // The number of a cell is the one that its text shows: rounded, cut to seconds, signed as people read it.
 
+#include "base/Numbers.h"
+#include "engine/Route.h"
 #include "screens/DgdZb.h"
 #include "screens/Fs.h"
 #include "screens/Jgw.h"
@@ -9,7 +11,7 @@
 #include "screens/Zdcs.h"
 #include "support/NumbersOfTexts.h"
 #include "support/ScreenTest.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 
 #include "project/LoadTables.h"
 
@@ -43,7 +45,7 @@ int compareCells(const Screen& screen)
 }
 
 struct Cells : testing::Test {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     std::mt19937 random{20};
 
     void road(const std::string& name)

@@ -1,10 +1,10 @@
 // Single point and batch elevation.
 
-#include "project/TextFile.h"
+#include "base/ReplaceFile.h"
 #include "screens/DgdGc.h"
 #include "screens/PlGc.h"
 #include "support/ScreenTest.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 
 #include <filesystem>
 #include <unistd.h>
@@ -278,14 +278,14 @@ TEST_F(PlGc, GapsAreSkippedByWholeSteps)
 namespace {
 
 struct PlGcFile : PlGc {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     std::string path = std::filesystem::temp_directory_path().string() + "/velumark-plgc-" + std::to_string(getpid());
 
     ~PlGcFile() override { std::filesystem::remove(path); }
     Outcome run(const std::string& bytes, const std::string& thickness = {})
     {
         WriteBytes(path, bytes);
-        desk.open(path);
+        dialogs.open(path);
         return CalcPlGcFile(thickness, screen.rows);
     }
 };
@@ -331,6 +331,6 @@ TEST_F(PlGcFile, ABadThicknessOrFieldEndsItWithoutAWord)
     EXPECT_TRUE(run("100,0\r\n", "x"));
     EXPECT_TRUE(run("100,0\r\n100,x\r\n"));
     EXPECT_EQ(screen.state, ScreenState{});
-    desk.cancelOpen();
+    dialogs.cancelOpen();
     EXPECT_TRUE(CalcPlGcFile("", screen.rows));
 }

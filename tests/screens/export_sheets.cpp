@@ -2,10 +2,9 @@
 // FOLDER/frm*.xls, with the texts of its grid in FOLDER/frm*.txt, tab-separated. With --one-page the sheets are fitted
 // to one landscape page, for pictures.
 
+#include "base/ReplaceFile.h"
 #include "office/Xls.h"
-#include "project/CalcTables.h"
 #include "project/LoadProject.h"
-#include "project/TextFile.h"
 #include "project/Workspace.h"
 #include "screens/Columns.h"
 #include "screens/DgdGc.h"
@@ -16,6 +15,7 @@
 #include "screens/PlGc.h"
 #include "screens/Plfy.h"
 #include "screens/Zdcs.h"
+#include "tables/CalcTables.h"
 
 #include <filesystem>
 #include <iostream>

@@ -1,14 +1,15 @@
 // The seven sheets and the way to save them.
 
+#include "base/RunTimeError.h"
 #include "screens/Export.h"
 
+#include "base/ReplaceFile.h"
 #include "office/Xls.h"
-#include "project/TextFile.h"
 #include "project/Workspace.h"
 #include "screens/Jgw.h"
 #include "support/ProjectFolder.h"
 #include "support/ScreenTest.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 
 #include <filesystem>
 #include <unistd.h>
@@ -287,7 +288,7 @@ TEST_F(Export, ACounterBeyondTheGridReadsPastTheRows)
 namespace {
 
 struct Save : Export {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     std::filesystem::path folder =
         std::filesystem::temp_directory_path() / ("velumark-save-" + std::to_string(getpid()));
     std::string path = (folder / "结果").string();  // no extension is added
@@ -314,11 +315,11 @@ const Msg kOverwriteQuestion{"文件已存在！是否覆盖？", "注意", Icon
 
 TEST_F(Save, WritesUnderTheNameAsGivenAndTakesTheFlagBack)
 {
-    desk.save(path);
+    dialogs.save(path);
     save();
     EXPECT_EQ(bytes(), XlsBytes(sheet()));
-    EXPECT_EQ(desk.filters, (Texts{"(*.xls)|*.xls"}));
-    EXPECT_EQ(desk.messages, (std::vector<Msg>{kSavedBox}));
+    EXPECT_EQ(dialogs.filters, (Texts{"(*.xls)|*.xls"}));
+    EXPECT_EQ(dialogs.messages, (std::vector<Msg>{kSavedBox}));
     EXPECT_EQ(waits, (std::vector<bool>{true, false}));
     EXPECT_FALSE(screen.state.changed);
     EXPECT_EQ(screen.state.rows, 2);
@@ -328,23 +329,23 @@ TEST_F(Save, NoRowsNoFile)
 {
     screen.state.rows = 0;
     save();
-    EXPECT_EQ(desk.messages, (std::vector<Msg>{{"没有计算数据，无需保存！", "注意", Icon::Exclamation}}));
+    EXPECT_EQ(dialogs.messages, (std::vector<Msg>{{"没有计算数据，无需保存！", "注意", Icon::Exclamation}}));
     EXPECT_TRUE(waits.empty());
     EXPECT_TRUE(screen.state.changed);
 }
 
 TEST_F(Save, MainPointsAreSavedWithoutThatTest)
 {
-    desk.save(path);
+    dialogs.save(path);
     SaveResult(kZdcsExport, {screen.grid.text(), 0, {}}, nullptr, [](bool) {});
-    EXPECT_EQ(desk.messages, (std::vector<Msg>{kSavedBox}));
+    EXPECT_EQ(dialogs.messages, (std::vector<Msg>{kSavedBox}));
 }
 
 TEST_F(Save, CancelEndsWithoutAWord)
 {
-    desk.cancelSave();
+    dialogs.cancelSave();
     save();
-    EXPECT_TRUE(desk.messages.empty());
+    EXPECT_TRUE(dialogs.messages.empty());
     EXPECT_TRUE(waits.empty());
     EXPECT_TRUE(screen.state.changed);
 }
@@ -352,28 +353,28 @@ TEST_F(Save, CancelEndsWithoutAWord)
 TEST_F(Save, NoKeepsTheOldFileAndSaysNothing)
 {
     WriteBytes(path, "old");
-    desk.save(path).no();
+    dialogs.save(path).no();
     save();
     EXPECT_EQ(bytes(), "old");
-    EXPECT_EQ(desk.messages, (std::vector<Msg>{kOverwriteQuestion}));
+    EXPECT_EQ(dialogs.messages, (std::vector<Msg>{kOverwriteQuestion}));
     EXPECT_TRUE(waits.empty());
     EXPECT_TRUE(screen.state.changed);
 }
 
 TEST_F(Save, TwiceAsksTheSecondTimeAndReplacesTheFile)
 {
-    desk.save(path).save(path).yes();
+    dialogs.save(path).save(path).yes();
     save();
     screen.rows.row({{"K0+100.000"}, {}});
     save();
     EXPECT_EQ(bytes(), XlsBytes(sheet()));
-    EXPECT_EQ(desk.messages, (std::vector<Msg>{kSavedBox, kOverwriteQuestion, kSavedBox}));
+    EXPECT_EQ(dialogs.messages, (std::vector<Msg>{kSavedBox, kOverwriteQuestion, kSavedBox}));
 }
 
 TEST_F(Save, TheOldFileStandsUntilTheNewOneIsWritten)
 {
     WriteBytes(path, "old");
-    desk.save(path).yes();
+    dialogs.save(path).yes();
     SaveResult(kPlGcExport, data(), &screen.state, [this](bool) { EXPECT_NE(bytes(), ""); });
     EXPECT_NE(bytes(), "old");
 }
@@ -382,10 +383,10 @@ TEST_F(Save, RowsThatDoNotFitEndWithoutAWordAndKeepTheOldFileAndTheWaitBox)
 {
     WriteBytes(path, "old");
     screen.state.rows = 32766;
-    desk.save(path).yes();
+    dialogs.save(path).yes();
     save();
     EXPECT_EQ(bytes(), "old");
-    EXPECT_EQ(desk.messages, (std::vector<Msg>{kOverwriteQuestion}));
+    EXPECT_EQ(dialogs.messages, (std::vector<Msg>{kOverwriteQuestion}));
     EXPECT_EQ(waits, (std::vector<bool>{true}));
     EXPECT_TRUE(screen.state.changed);
 }
@@ -393,11 +394,11 @@ TEST_F(Save, RowsThatDoNotFitEndWithoutAWordAndKeepTheOldFileAndTheWaitBox)
 TEST_F(Save, ACounterOfAnEarlierRunEndsWithoutAWord)
 {
     screen.rows.clear();  // start above the end: the grid is empty, the counter is not
-    desk.save(path);
+    dialogs.save(path);
     save();
     EXPECT_FALSE(std::filesystem::exists(path));
     EXPECT_EQ(waits, (std::vector<bool>{true})) << "the wait box stays until the window closes";
-    EXPECT_TRUE(desk.messages.empty());
+    EXPECT_TRUE(dialogs.messages.empty());
     EXPECT_TRUE(screen.state.changed);
 }
 
@@ -406,7 +407,7 @@ TEST_F(Save, EverySilentFailureLeavesTheWaitBox)
     JgwStructures structures;  // of the first hundred
     structures.count = 101;
     for (int i = screen.state.rows; i < 4 * 101; ++i) screen.rows.row({{"K0+100.000"}, {}});
-    desk.save(path);
+    dialogs.save(path);
     SaveResult(
         kJgwExport,
         {screen.grid.text(), screen.state.rows, {}, [&](int row) { return JgwParameters(structures, true, row); }},
@@ -417,24 +418,24 @@ TEST_F(Save, EverySilentFailureLeavesTheWaitBox)
     while (many.state.rows < 32767) many.rows.row({{"a"}, {}});
     EXPECT_THROW(many.rows.row({{"a"}, {}}), RunTimeError);
     waits.clear();
-    desk.save(path);
+    dialogs.save(path);
     SaveResult(kDgdGcExport, {many.grid.text(), many.state.rows, {}}, &many.state,
                [this](bool shown) { waits.push_back(shown); });
     EXPECT_EQ(waits, (std::vector<bool>{true})) << "32,768 rows";
 
-    EXPECT_TRUE(desk.messages.empty());
+    EXPECT_TRUE(dialogs.messages.empty());
     EXPECT_FALSE(std::filesystem::exists(path));
 }
 
 TEST_F(Save, AFolderOfThatNameIsNotHarmed)
 {
     std::filesystem::create_directories(std::filesystem::path(path) / "inside");
-    desk.save(path).yes();
+    dialogs.save(path).yes();
     save();
     EXPECT_TRUE(std::filesystem::is_directory(std::filesystem::path(path) / "inside"));
-    ASSERT_EQ(desk.messages.size(), 2u);
-    EXPECT_EQ(desk.last().icon, Icon::Critical);
-    EXPECT_NE(desk.last().text.find(path), std::string::npos) << "the message names the file";
+    ASSERT_EQ(dialogs.messages.size(), 2u);
+    EXPECT_EQ(dialogs.last().icon, Icon::Critical);
+    EXPECT_NE(dialogs.last().text.find(path), std::string::npos) << "the message names the file";
     EXPECT_EQ(waits, (std::vector<bool>{true, false}));
     EXPECT_TRUE(screen.state.changed);
 }
@@ -442,9 +443,9 @@ TEST_F(Save, AFolderOfThatNameIsNotHarmed)
 TEST_F(Save, AFileThatCannotBeWrittenIsNamedWithTheReason)
 {
     path = (folder / "missing" / "结果.xls").string();
-    desk.save(path);
+    dialogs.save(path);
     save();
-    EXPECT_EQ(desk.messages,
+    EXPECT_EQ(dialogs.messages,
               (std::vector<Msg>{{"无法保存文件：\n" + path + "\n文件夹不存在", "错误", Icon::Critical}}));
     EXPECT_EQ(waits, (std::vector<bool>{true, false}));
     EXPECT_TRUE(screen.state.changed);
@@ -452,8 +453,8 @@ TEST_F(Save, AFileThatCannotBeWrittenIsNamedWithTheReason)
 
 TEST_F(Save, ClosingAsks)
 {
-    desk.yes().no();
+    dialogs.yes().no();
     EXPECT_TRUE(AskToSave());
     EXPECT_FALSE(AskToSave());
-    EXPECT_EQ(desk.messages[0], (Msg{"数据已改变，是否保存？", "注意", Icon::Question, Msg::YesNo}));
+    EXPECT_EQ(dialogs.messages[0], (Msg{"数据已改变，是否保存？", "注意", Icon::Question, Msg::YesNo}));
 }

@@ -1,12 +1,13 @@
 // Inverse stake from coordinates.
 
+#include "base/RunTimeError.h"
 #include "screens/Fs.h"
 
-#include "engine/Route.h"
-#include "project/TextFile.h"
+#include "base/ReplaceFile.h"
+#include "engine/XYToStake.h"
 #include "support/ProjectFolder.h"
 #include "support/ScreenTest.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 
 namespace {
 
@@ -110,14 +111,14 @@ namespace {
 
 struct FsFile : Fs {
     ProjectFolder folder;
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     std::string path = folder.root() + "/点.txt";
 
     FsFile() { setElements({{0, 1000, 2000, 90, 0, 0}, {1000, 1000, 3000, 90, 0, 0}}); }
     Outcome run(const std::string& bytes)
     {
         WriteBytes(path, bytes);
-        desk.open(path);
+        dialogs.open(path);
         return CalcFsFile(screen.rows);
     }
 };
@@ -129,7 +130,7 @@ TEST_F(FsFile, RowsFollowTheFileAndAreAppended)
     EXPECT_TRUE(calc("990", "2250.5"));
     EXPECT_TRUE(run("1003.25,2400\r\n990,2100,third field\r\n"));
     EXPECT_EQ(screen.column(3), (Texts{"K0+250.500", "K0+400.000", "K0+100.000"}));
-    EXPECT_EQ(desk.filters, (Texts{"(*.txt)|*.txt|"}));
+    EXPECT_EQ(dialogs.filters, (Texts{"(*.txt)|*.txt|"}));
     EXPECT_EQ(screen.state, (ScreenState{3, true}));
 }
 
@@ -150,11 +151,11 @@ TEST_F(FsFile, AllLinesAreParsedBeforeTheFirstIsSolved)
 
 TEST_F(FsFile, CancelAndMissingFilesEndWithoutAWord)
 {
-    desk.cancelOpen();
+    dialogs.cancelOpen();
     EXPECT_TRUE(CalcFsFile(screen.rows));
-    desk.open(folder.root() + "/nothing.txt");
+    dialogs.open(folder.root() + "/nothing.txt");
     EXPECT_TRUE(CalcFsFile(screen.rows));
-    desk.open(folder.root());
+    dialogs.open(folder.root());
     EXPECT_TRUE(CalcFsFile(screen.rows));
     EXPECT_EQ(screen.state, ScreenState{});
 }

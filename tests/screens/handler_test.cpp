@@ -1,5 +1,6 @@
 // Traps, refusals and the numbers of boxes; rows, counter and deletion.
 
+#include "base/RunTimeError.h"
 #include "screens/Handler.h"
 
 #include "support/ScreenTest.h"

@@ -2,10 +2,10 @@
 
 #include "screens/Jgw.h"
 
-#include "project/TextFile.h"
+#include "base/ReplaceFile.h"
 #include "screens/Pl.h"
 #include "support/ScreenTest.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 
 #include <cmath>
 #include <filesystem>
@@ -428,14 +428,14 @@ TEST_F(Pl, AnAbandonedRunEndsTheBatch)
 namespace {
 
 struct JgwFile : Jgw {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     std::string path = std::filesystem::temp_directory_path().string() + "/velumark-jgw-" + std::to_string(getpid());
 
     ~JgwFile() override { std::filesystem::remove(path); }
     Outcome run(const std::string& bytes)
     {
         WriteBytes(path, bytes);
-        desk.open(path);
+        dialogs.open(path);
         return CalcJgwFile(good, structures, screen.rows);
     }
 };
@@ -486,6 +486,6 @@ TEST_F(JgwFile, ErrorsEndItWithoutAWordAndWithTheRowsMadeSoFar)
     for (int i = 0; i < 102; ++i) text += "100,5,5,3,4\r\n";
     EXPECT_TRUE(run(text));
     EXPECT_EQ(screen.state, (ScreenState{404, true}));
-    desk.cancelOpen();
+    dialogs.cancelOpen();
     EXPECT_TRUE(CalcJgwFile(good, structures, screen.rows));
 }

@@ -1,10 +1,11 @@
 // Batch stake-out: the run of stakes and the file run.
 
+#include "base/ReplaceFile.h"
 #include "screens/Plfy.h"
 
 #include "support/ProjectFolder.h"
 #include "support/ScreenTest.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 
 namespace {
 
@@ -342,14 +343,14 @@ namespace {
 
 struct PlfyFile : Plfy {
     ProjectFolder folder;
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     std::string path = folder.root() + "/点.txt";
 
     PlfyFile() { straightNorth(); }
     Outcome run(const std::string& bytes)
     {
         WriteBytes(path, bytes);
-        desk.open(path);
+        dialogs.open(path);
         return CalcPlfyFile(screen.rows);
     }
 };
@@ -359,7 +360,7 @@ struct PlfyFile : Plfy {
 TEST_F(PlfyFile, OneRowALineOnTheSideOfTheSign)
 {
     EXPECT_TRUE(run("100,-2.5\r\n200,3\r\n300,0\r\n"));
-    EXPECT_EQ(desk.filters, (Texts{"(*.txt)|*.txt|"}));
+    EXPECT_EQ(dialogs.filters, (Texts{"(*.txt)|*.txt|"}));
     EXPECT_EQ(screen.column(1), (Texts{"K0+100.000", "K0+200.000", "K0+300.000"}));
     EXPECT_EQ(screen.column(2), (Texts{"左2.5米", "右3米", "中桩"}));
     EXPECT_EQ(screen.column(3), Texts(3, "无"));
@@ -411,7 +412,7 @@ TEST_F(PlfyFile, TheSecondPassWantsTheAheadStakeExceeded)
 
 TEST_F(PlfyFile, CancelEndsWithoutAWord)
 {
-    desk.cancelOpen();
+    dialogs.cancelOpen();
     EXPECT_TRUE(CalcPlfyFile(screen.rows));
     EXPECT_EQ(screen.state, ScreenState{});
 }

@@ -1,7 +1,7 @@
 // Every screen on the sample roads, with and without chainage breaks, against the plain rule.
 
+#include "base/Numbers.h"
 #include "engine/Elevation.h"
-#include "engine/Numbers.h"
 #include "engine/Route.h"
 #include "project/LoadProject.h"
 #include "screens/DgdGc.h"
@@ -15,7 +15,7 @@
 #include "support/PlainRule.h"
 #include "support/ProjectFolder.h"
 #include "support/ScreenTest.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 #include "support/TrueGeometry.h"
 
 #include <filesystem>
@@ -31,7 +31,7 @@ void PrintTo(const Road& road, std::ostream* out) { *out << road.sample << (road
 
 class Samples : public testing::TestWithParam<Road> {
 protected:
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     ProjectFolder folder;
     Screen screen{kCoordinateColumns};
 
@@ -64,7 +64,7 @@ INSTANTIATE_TEST_SUITE_P(, Samples,
 
 TEST_P(Samples, TheRoadIsLoaded)
 {
-    EXPECT_TRUE(desk.messages.empty());
+    EXPECT_TRUE(dialogs.messages.empty());
     EXPECT_EQ(gHasDl, GetParam().breaks ? -1 : 0);
     EXPECT_GT(gElemCount, 10);
     EXPECT_GT(gSqxCount, 3);

@@ -2,14 +2,14 @@
 
 #include "FormDriver.h"
 
-#include "screens/frmDgdGc.h"
-#include "screens/frmDgdZb.h"
-#include "screens/frmFs.h"
-#include "screens/frmJgw.h"
-#include "screens/frmPl.h"
-#include "screens/frmPlGc.h"
-#include "screens/frmPlfy.h"
-#include "screens/frmZdcs.h"
+#include "screens/windows/frmDgdGc.h"
+#include "screens/windows/frmDgdZb.h"
+#include "screens/windows/frmFs.h"
+#include "screens/windows/frmJgw.h"
+#include "screens/windows/frmPl.h"
+#include "screens/windows/frmPlGc.h"
+#include "screens/windows/frmPlfy.h"
+#include "screens/windows/frmZdcs.h"
 #include "support/QtTests.h"
 
 #include <QLabel>

@@ -2,9 +2,9 @@
 
 #include "FormDriver.h"
 
-#include "screens/frmDgdZb.h"
-#include "screens/frmFs.h"
-#include "screens/frmPlfy.h"
+#include "screens/windows/frmDgdZb.h"
+#include "screens/windows/frmFs.h"
+#include "screens/windows/frmPlfy.h"
 #include "support/QtTests.h"
 
 #include <QClipboard>
@@ -41,7 +41,7 @@ private slots:
         QCOMPARE(f.row(2)[2], u"右12.5米"_s);
         QCOMPARE(f.row(2)[7], u"2012.500"_s);
         QCOMPARE(f.column(0), (QStringList{u"1"_s, u"2"_s}));
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -59,7 +59,7 @@ private slots:
         QCOMPARE(f.row(3)[1], u"K1+000.000"_s);
         QCOMPARE(f.row(3)[6], u"1400.000"_s);
         QVERIFY(f.grid().warning(2).isEmpty());
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -105,7 +105,7 @@ private slots:
         QVERIFY(!f.open("txtDgdJj") && !f.open("txtDgdPj"));
         QCOMPARE(f.text("txtDgdJj") + f.text("txtDgdPj"), QString());
         QVERIFY(f.list("comDgdZbz")->isEnabled());
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -137,7 +137,7 @@ private slots:
         f.type("txtDgdJj", "-30.1530");
         f.click("butDgdCalc");
         QCOMPARE(f.column(3), (QStringList{u"-0度00分00秒"_s, u"-30度15分30秒"_s}));
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -149,8 +149,8 @@ private slots:
         f.click("butDgdCalc");
         QCOMPARE(f.row(1)[5], u"2236.068"_s);  // root of 1000 squared and 2000 squared
         QCOMPARE(gStationX, 0.0);
-        COMPARE_MESSAGES(m->desk, );
-        m->desk.no();
+        COMPARE_MESSAGES(m->dialogs, );
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -163,7 +163,7 @@ private slots:
         f.type("txtDgdZbFylc", "100");
         f.click("butDgdCalc");
         QCOMPARE(f.row(1).mid(4, 2), (QStringList{u"0度00分00秒"_s, u"0.000"_s}));
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -187,7 +187,7 @@ private slots:
         f.click("butDgdCalc");
         QCOMPARE(f.row(1)[1], u"-K0+200.000"_s);
         QCOMPARE(f.row(1)[6], u"1200.000"_s);
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -200,7 +200,7 @@ private slots:
         const auto press = [&](const char* text, const char* focus, const char* title = "错误") {
             f.box("txtDgdPj")->setFocus();
             f.click("butDgdCalc");
-            COMPARE_MESSAGES(m->desk, refused(text, title));
+            COMPARE_MESSAGES(m->dialogs, refused(text, title));
             QVERIFY(f.focused(focus ? focus : "butDgdCalc"));  // else it stays on the button
             QCOMPARE(f.rows(), 0);
         };
@@ -226,7 +226,7 @@ private slots:
         f.type("txtDgdZbFylc", "1.2.3");
         press("请输入正确的数值！", nullptr);
         f.form.close();
-        COMPARE_MESSAGES(m->desk, );  // nothing changed, nothing asked
+        COMPARE_MESSAGES(m->dialogs, );  // nothing changed, nothing asked
     }
 
     void deleteOnAnEmptyGridDoesNothing()
@@ -234,7 +234,7 @@ private slots:
         Driven<frmDgdZb> f;
         f.click("butDgdDel");
         QCOMPARE(f.rows(), 0);
-        COMPARE_MESSAGES(m->desk, );
+        COMPARE_MESSAGES(m->dialogs, );
     }
 
     void deleteTakesTheCursorsRow()
@@ -251,9 +251,9 @@ private slots:
         f.click("butDgdDel");
         f.click("butDgdDel");
         QCOMPARE(f.rows(), 0);
-        m->desk.no();  // a deletion does not take the flag back
+        m->dialogs.no();  // a deletion does not take the flag back
         f.form.close();
-        QCOMPARE(m->desk.last().text.c_str(), "数据已改变，是否保存？");
+        QCOMPARE(m->dialogs.last().text.c_str(), "数据已改变，是否保存？");
     }
 
     void enterDoesNothingHere()
@@ -269,7 +269,7 @@ private slots:
     {
         Driven<frmDgdZb> f;
         f.click("butDgdSave");
-        COMPARE_MESSAGES(m->desk, refused("没有计算数据，无需保存！", "注意"));
+        COMPARE_MESSAGES(m->dialogs, refused("没有计算数据，无需保存！", "注意"));
     }
 
     void saveShowsTheWaitBoxAndTakesTheFlagBack()
@@ -279,15 +279,15 @@ private slots:
         f.type("txtDgdZbFylc", "100");
         f.click("butDgdCalc");
         bool seen = false;
-        m->desk.onTurn = [&] { seen = seen || f.box("txtWait")->isVisible(); };
-        m->desk.save(folder.filePath(u"a.xls"_s).toStdString());
+        m->dialogs.onTurn = [&] { seen = seen || f.box("txtWait")->isVisible(); };
+        m->dialogs.save(folder.filePath(u"a.xls"_s).toStdString());
         f.click("butDgdSave");
         QVERIFY(seen);
         QVERIFY(!f.box("txtWait")->isVisible());
         QVERIFY(QFile::exists(folder.filePath(u"a.xls"_s)));
-        COMPARE_MESSAGES(m->desk, Msg{"保存成功！", "成功", Icon::Information});
+        COMPARE_MESSAGES(m->dialogs, Msg{"保存成功！", "成功", Icon::Information});
         f.form.close();
-        COMPARE_MESSAGES(m->desk, );
+        COMPARE_MESSAGES(m->dialogs, );
     }
 
     /// Saved rows are not asked about at closing.
@@ -299,16 +299,16 @@ private slots:
         run.type("txtPlzbZdlc", "90");
         run.type("txtPlzbBc", "30");
         run.click("butPlzbCalc");
-        savesInLayout(run, m->desk, "butPlzbSave", kPlfyExport);
+        savesInLayout(run, m->dialogs, "butPlzbSave", kPlfyExport);
         run.click("butPlzbBack");
         Driven<WithWorkbook<frmFs>> inverse;
         inverse.type("txtFsx", "1050");
         inverse.type("txtFsY", "2001");
         inverse.click("butFsCalc");
-        savesInLayout(inverse, m->desk, "butFsSave", kFsExport);
+        savesInLayout(inverse, m->dialogs, "butFsSave", kFsExport);
         inverse.click("butFsBack");
         const Msg saved{"保存成功！", "成功", Icon::Information};
-        COMPARE_MESSAGES(m->desk, saved, saved);
+        COMPARE_MESSAGES(m->dialogs, saved, saved);
         QVERIFY(!run.form.isVisible() && !inverse.form.isVisible());
     }
 
@@ -317,9 +317,9 @@ private slots:
         Driven<frmDgdZb> f;
         f.type("txtDgdZbFylc", "100");
         f.click("butDgdCalc");
-        m->desk.yes().cancelSave();
+        m->dialogs.yes().cancelSave();
         f.click("butDgdBack");
-        COMPARE_MESSAGES(m->desk, Msg{"数据已改变，是否保存？", "注意", Icon::Question, Msg::YesNo});
+        COMPARE_MESSAGES(m->dialogs, Msg{"数据已改变，是否保存？", "注意", Icon::Question, Msg::YesNo});
         QVERIFY(!f.form.isVisible());
     }
 
@@ -342,7 +342,7 @@ private slots:
         fillRun(f, "0", "90", "30", "");
         f.click("butPlzbCalc");
         QCOMPARE(f.rows(), 4);
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -353,7 +353,7 @@ private slots:
         f.click("butPlzbCalc");
         QCOMPARE(f.column(2), (QStringList{u"中桩"_s, u"左5米"_s, u"右5米"_s, u"中桩"_s, u"左5米"_s, u"右5米"_s}));
         QCOMPARE(f.column(7).mid(0, 3), (QStringList{u"2000.000"_s, u"1995.000"_s, u"2005.000"_s}));
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -367,14 +367,14 @@ private slots:
         fillRun(f, "60", "30", "30", "");
         f.click("butPlzbCalc");
         QCOMPARE(f.rows(), 0);
-        COMPARE_MESSAGES(m->desk, );
+        COMPARE_MESSAGES(m->dialogs, );
         // The counter still says three: the save reads past the rows and ends without a word.
         const QString path = folder.filePath(u"a.xls"_s);
-        m->desk.save(path.toStdString());
+        m->dialogs.save(path.toStdString());
         f.click("butPlzbSave");
         QVERIFY(!QFile::exists(path));
-        COMPARE_MESSAGES(m->desk, );
-        m->desk.no();
+        COMPARE_MESSAGES(m->dialogs, );
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -385,7 +385,7 @@ private slots:
         f.click("butPlzbCalc");
         QCOMPARE(f.column(6), (QStringList{u"1900.000"_s, u"1950.000"_s, u"1950.000"_s}));
         QVERIFY(!f.grid().warning(3).isEmpty());
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -397,12 +397,12 @@ private slots:
         QVERIFY(f.open("txtPlzbPj"));
         f.type("txtPlzbJj", "45");
         f.click("butPlzbCalc");
-        COMPARE_MESSAGES(m->desk, refused("偏距不能为空！"));
+        COMPARE_MESSAGES(m->dialogs, refused("偏距不能为空！"));
         QVERIFY(f.focused("txtPlzbPj"));
         f.tick("chePlzbJj");
         f.click("butPlzbCalc");
         QCOMPARE(f.rows(), 4);
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -413,7 +413,7 @@ private slots:
         Driven<frmPlfy> f;
         const auto press = [&](const char* text, const char* focus, const char* title = "错误") {
             f.click("butPlzbCalc");
-            COMPARE_MESSAGES(m->desk, refused(text, title));
+            COMPARE_MESSAGES(m->dialogs, refused(text, title));
             QVERIFY(f.focused(focus ? focus : "butPlzbCalc"));  // else it stays on the button
         };
         press("开始里程不能为空！", "txtPlzbQdlc");
@@ -449,15 +449,15 @@ private slots:
         gStationY = 1900;
         BatchText file("0,-3\r\n\r\n100,0\r\n200,4.5,x\r\n");
         Driven<frmPlfy> f;
-        m->desk.open(file.path.toStdString()).open(file.path.toStdString());
+        m->dialogs.open(file.path.toStdString()).open(file.path.toStdString());
         f.click("bugPlfy");
         f.click("bugPlfy");
         QCOMPARE(f.column(2).mid(0, 3), (QStringList{u"左3米"_s, u"中桩"_s, u"右4.5米"_s}));
         QCOMPARE(f.rows(), 6);
         QCOMPARE(f.row(2)[5], u"141.421"_s);
         QCOMPARE(file.bytes(), QByteArray("0,-3\r\n100,0\r\n200,4.5,x\r\n"));  // the blank line is gone for good
-        QCOMPARE(m->desk.filters, (std::vector<std::string>{"(*.txt)|*.txt|", "(*.txt)|*.txt|"}));
-        m->desk.no();
+        QCOMPARE(m->dialogs.filters, (std::vector<std::string>{"(*.txt)|*.txt|", "(*.txt)|*.txt|"}));
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -466,12 +466,12 @@ private slots:
         setBreaks({{100, 120}});
         BatchText file("50,0\r\n110,0\r\n300,0\r\n");
         Driven<frmPlfy> f;
-        m->desk.open(file.path.toStdString());
+        m->dialogs.open(file.path.toStdString());
         f.click("bugPlfy");
-        COMPARE_MESSAGES(m->desk, refused("桩号不存在，请检查断链数据！", "注意"));
+        COMPARE_MESSAGES(m->dialogs, refused("桩号不存在，请检查断链数据！", "注意"));
         QCOMPARE(f.rows(), 1);
         f.form.close();
-        COMPARE_MESSAGES(m->desk, );  // the flag was not set
+        COMPARE_MESSAGES(m->dialogs, );  // the flag was not set
     }
 
     /// The angle box follows its check box; the offset box is always open and is not touched.
@@ -519,10 +519,10 @@ private slots:
         QVERIFY2(f.rows() > 0 && f.rows() < 19980, qPrintable(QString::number(f.rows())));
         QVERIFY(f.form.isVisible());
         QCOMPARE(f.row(f.rows())[0], QString::number(f.rows()));
-        COMPARE_MESSAGES(m->desk, );
-        m->desk.no();  // the rows that stand are unsaved
+        COMPARE_MESSAGES(m->dialogs, );
+        m->dialogs.no();  // the rows that stand are unsaved
         f.form.close();
-        QCOMPARE(m->desk.last().text.c_str(), "数据已改变，是否保存？");
+        QCOMPARE(m->dialogs.last().text.c_str(), "数据已改变，是否保存？");
     }
 
     // The way back
@@ -537,7 +537,7 @@ private slots:
         QCOMPARE(f.row(1).mid(1, 2), (QStringList{u"1043.3013"_s, u"2025.5"_s}));
         QCOMPARE(f.row(1)[3], u"K0+050.250"_s);
         QCOMPARE(f.row(1)[4], u"右0.433米"_s);
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -545,11 +545,11 @@ private slots:
     {
         Driven<frmFs> f;
         f.click("butFsCalc");
-        COMPARE_MESSAGES(m->desk, refused("X坐标不能为空！"));
+        COMPARE_MESSAGES(m->dialogs, refused("X坐标不能为空！"));
         QVERIFY(f.focused("txtFsx"));
         f.type("txtFsx", "1");
         f.click("butFsCalc");
-        COMPARE_MESSAGES(m->desk, refused("Y坐标不能为空！"));
+        COMPARE_MESSAGES(m->dialogs, refused("Y坐标不能为空！"));
         QVERIFY(f.focused("txtFsY"));
     }
 
@@ -569,8 +569,8 @@ private slots:
         f.type("txtFsx", "1.2.3");
         f.type("txtFsY", "1");
         f.click("butFsCalc");
-        QCOMPARE(m->desk.messages.size(), std::size_t(1));
-        QVERIFY(m->desk.last().icon == Icon::Critical);
+        QCOMPARE(m->dialogs.messages.size(), std::size_t(1));
+        QVERIFY(m->dialogs.last().icon == Icon::Critical);
         QVERIFY(m->ended >= 0);
     }
 
@@ -593,10 +593,10 @@ private slots:
         f.type("txtFsY", "2300");
         f.click("butFsCalc");
         QCOMPARE(f.rows(), 0);
-        COMPARE_MESSAGES(m->desk, );
-        m->desk.no();  // the flag is set all the same
+        COMPARE_MESSAGES(m->dialogs, );
+        m->dialogs.no();  // the flag is set all the same
         f.form.close();
-        QCOMPARE(m->desk.last().text.c_str(), "数据已改变，是否保存？");
+        QCOMPARE(m->dialogs.last().text.c_str(), "数据已改变，是否保存？");
     }
 
     void fileOfPointsSkipsWhatFindsNoStake()
@@ -604,10 +604,10 @@ private slots:
         setElements({{0, 1000, 2000, 30, 0, 0}, {1000, 0, 0, 30, 0, 0}});
         BatchText file("1043.3013,2025,P1\r\n2300,2300\r\n1086.6025,2050\r\n");
         Driven<frmFs> f;
-        m->desk.open(file.path.toStdString());
+        m->dialogs.open(file.path.toStdString());
         f.click("butPlfs");
         QCOMPARE(f.column(3), (QStringList{u"K0+050.000"_s, u"K0+100.000"_s}));
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -615,36 +615,36 @@ private slots:
     {
         BatchText file("1000,2000\r\n\r\nx,1\r\n");
         Driven<frmFs> f;
-        m->desk.open(file.path.toStdString());
+        m->dialogs.open(file.path.toStdString());
         f.click("butPlfs");
         QCOMPARE(f.rows(), 0);
         QCOMPARE(file.bytes(), QByteArray("1000,2000\r\nx,1\r\n"));  // cleaned all the same
         f.form.close();
-        COMPARE_MESSAGES(m->desk, );
+        COMPARE_MESSAGES(m->dialogs, );
     }
 
     void fileWithoutFinalLineEnd()
     {
         BatchText kept("1050,2001\r\n1060,2002"), lost("1050,2001\r\n\r\n1060,2002");
         Driven<frmFs> f;
-        m->desk.open(kept.path.toStdString()).open(lost.path.toStdString());
+        m->dialogs.open(kept.path.toStdString()).open(lost.path.toStdString());
         f.click("butPlfs");
         QCOMPARE(f.rows(), 2);
         QCOMPARE(kept.bytes(), QByteArray("1050,2001\r\n1060,2002"));
         f.click("butPlfs");
         QCOMPARE(f.rows(), 3);
         QCOMPARE(lost.bytes(), QByteArray("1050,2001\r\n"));
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
     void cancelledDialogEndsInSilence()
     {
         Driven<frmFs> f;
-        m->desk.cancelOpen();
+        m->dialogs.cancelOpen();
         f.click("butPlfs");
         QCOMPARE(f.rows(), 0);
-        COMPARE_MESSAGES(m->desk, );
+        COMPARE_MESSAGES(m->dialogs, );
     }
 
     void copiesTheSelectionTabSeparated()
@@ -657,7 +657,7 @@ private slots:
         const QString copied = QGuiApplication::clipboard()->text();
         QVERIFY2(copied.startsWith(u"1\tK0+100.000\t中桩\t无"_s) || copied.startsWith(u"K0+100.000\t中桩\t无"_s),
                  qPrintable(copied));
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 

@@ -2,8 +2,8 @@
 
 #include "FormDriver.h"
 
-#include "screens/frmDgdGc.h"
-#include "screens/frmPlGc.h"
+#include "screens/windows/frmDgdGc.h"
+#include "screens/windows/frmPlGc.h"
 #include "support/QtTests.h"
 
 #include <QTemporaryDir>
@@ -41,7 +41,7 @@ private slots:
         QVERIFY(!f.open("txtDgdLmhd"));
         f.click("butDgdGcCalc");
         QCOMPARE(f.row(3)[3], u"105"_s);
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -53,7 +53,7 @@ private slots:
         f.type("txtDgdGcFylc", "0");
         f.click("butDgdGcCalc");
         QCOMPARE(f.row(1)[3], u"99.82"_s);
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -67,7 +67,7 @@ private slots:
         QCOMPARE(one.row(1)[3], u"100"_s);
         Driven<frmPlGc> run;
         followsItsCheckBox(run, "cheLm", "txtLmhd");
-        m->desk.no();
+        m->dialogs.no();
         one.form.close();
     }
 
@@ -77,7 +77,7 @@ private slots:
         Driven<WithWorkbook<frmDgdGc>> one;
         one.type("txtDgdGcFylc", "100");
         one.click("butDgdGcCalc");
-        savesInLayout(one, m->desk, "butDgdGcSave", kDgdGcExport);
+        savesInLayout(one, m->dialogs, "butDgdGcSave", kDgdGcExport);
         one.click("butDgdBack");
         Driven<WithWorkbook<frmPlGc>> run;
         run.type("txtPlGcQdlc", "0");
@@ -85,10 +85,10 @@ private slots:
         run.type("txtPlGcJj", "30");
         run.type("txtPlGcPj", "2");
         run.click("butPlGcCalc");
-        savesInLayout(run, m->desk, "butPlGcSave", kPlGcExport);
+        savesInLayout(run, m->dialogs, "butPlGcSave", kPlGcExport);
         run.click("butPlBack");
         const Msg saved{"保存成功！", "成功", Icon::Information};
-        COMPARE_MESSAGES(m->desk, saved, saved);
+        COMPARE_MESSAGES(m->dialogs, saved, saved);
         QVERIFY(!one.form.isVisible() && !run.form.isVisible());
     }
 
@@ -100,7 +100,7 @@ private slots:
             f.click("butDgdGcCalc");
         }
         QCOMPARE(f.column(3), (QStringList{u"100"_s, u"105"_s}));
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -122,7 +122,7 @@ private slots:
         f.pick("comDgdGcz", 1);
         const auto press = [&](const Msg& wanted, const char* focus = nullptr) {
             f.click("butDgdGcCalc");
-            COMPARE_MESSAGES(m->desk, wanted);
+            COMPARE_MESSAGES(m->dialogs, wanted);
             QVERIFY(f.focused(focus ? focus : "butDgdGcCalc"));  // else it stays on the button
             QCOMPARE(f.rows(), 0);
         };
@@ -159,7 +159,7 @@ private slots:
         QCOMPARE(f.row(2), (QStringList{u"2"_s, u"K0+050.000"_s, u"中桩"_s, u"101"_s, u"左4米"_s, u"101"_s, u"右4米"_s,
                                         u"101"_s}));
         QCOMPARE(f.rows(), 3);
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -171,7 +171,7 @@ private slots:
         Driven<frmPlGc> f;
         const auto press = [&](const Msg& wanted, const char* focus = nullptr) {
             f.click("butPlGcCalc");
-            COMPARE_MESSAGES(m->desk, wanted);
+            COMPARE_MESSAGES(m->dialogs, wanted);
             QVERIFY(f.focused(focus ? focus : "butPlGcCalc"));  // else it stays on the button
         };
         press(refused("开始里程不能为空！"), "txtPlGcQdlc");
@@ -201,11 +201,11 @@ private slots:
         Driven<frmPlGc> f;
         fill(f, "0", "100", "0", "");
         f.click("butPlGcCalc");
-        COMPARE_MESSAGES(m->desk, refused("请输入正确的数值！"));
+        COMPARE_MESSAGES(m->dialogs, refused("请输入正确的数值！"));
         QCOMPARE(f.row(32767)[0], u"32767"_s);
         QCOMPARE(f.row(32767)[3], u"100"_s);
         f.form.close();
-        COMPARE_MESSAGES(m->desk, );  // a run that did not come to its end sets no flag
+        COMPARE_MESSAGES(m->dialogs, );  // a run that did not come to its end sets no flag
     }
 
     void stakesBeyondTheProfileMakeRowsWithAWarning()
@@ -217,8 +217,8 @@ private slots:
         QCOMPARE(f.rows(), 3);
         QVERIFY(f.grid().warning(1).isEmpty());
         QVERIFY(!f.grid().warning(3).isEmpty());
-        COMPARE_MESSAGES(m->desk, );
-        m->desk.no();
+        COMPARE_MESSAGES(m->dialogs, );
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -226,15 +226,15 @@ private slots:
     {
         BatchText file("100,-2\r\n200,3\r\n300,0\r\n");
         Driven<frmPlGc> f;
-        m->desk.open(file.path.toStdString()).open(file.path.toStdString());
+        m->dialogs.open(file.path.toStdString()).open(file.path.toStdString());
         f.click("bugPlgc");
         QCOMPARE(f.column(2), (QStringList{u"左2米"_s, u"右3米"_s, u"中桩"_s}));
         QCOMPARE(f.column(4), QStringList(3, QString()));
         gSqxCount = 0;
         f.click("bugPlgc");
         QCOMPARE(f.rows(), 3);
-        COMPARE_MESSAGES(m->desk, );
-        m->desk.no();
+        COMPARE_MESSAGES(m->dialogs, );
+        m->dialogs.no();
         f.form.close();
     }
 

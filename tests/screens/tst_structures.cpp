@@ -2,9 +2,9 @@
 
 #include "FormDriver.h"
 
-#include "screens/frmJgw.h"
-#include "screens/frmPl.h"
-#include "screens/frmZdcs.h"
+#include "screens/windows/frmJgw.h"
+#include "screens/windows/frmPl.h"
+#include "screens/windows/frmZdcs.h"
 #include "support/QtTests.h"
 
 #include <QRadioButton>
@@ -54,7 +54,7 @@ private slots:
             QCOMPARE(f.column(7), ys);
             QCOMPARE(f.column(3), QStringList(4, u"无"_s));
             QCOMPARE(f.column(1), QStringList(4, u"K0+100.000"_s));
-            m->desk.no();
+            m->dialogs.no();
             f.form.close();
         }
     }
@@ -71,7 +71,7 @@ private slots:
         f.tick("cheJgwJj");
         QVERIFY(!f.open("txtJgwJj"));
         QCOMPARE(f.text("txtJgwJj"), QString());
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -85,7 +85,7 @@ private slots:
         QCOMPARE(f.row(5)[1], u"K1+000.000"_s);
         QCOMPARE(f.row(5)[6], f.row(1)[6]);
         QVERIFY(!f.grid().warning(5).isEmpty());
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -96,7 +96,7 @@ private slots:
         Driven<frmJgw> f;
         const auto press = [&](const char* text, const char* focus, const char* title = "错误") {
             f.click("butJgwCalc");
-            COMPARE_MESSAGES(m->desk, refused(text, title));
+            COMPARE_MESSAGES(m->dialogs, refused(text, title));
             QVERIFY(f.focused(focus ? focus : "butJgwCalc"));  // else it stays on the button
             QCOMPARE(f.rows(), 0);
         };
@@ -132,11 +132,11 @@ private slots:
         Driven<frmJgw> f;
         fill(f, "100");
         for (int i = 0; i < 100; ++i) f.click("butJgwCalc");
-        COMPARE_MESSAGES(m->desk, );
+        COMPARE_MESSAGES(m->dialogs, );
         f.click("butJgwCalc");
-        COMPARE_MESSAGES(m->desk, refused("请输入正确的数值！"));
+        COMPARE_MESSAGES(m->dialogs, refused("请输入正确的数值！"));
         QCOMPARE(f.rows(), 404);
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -156,8 +156,8 @@ private slots:
         QCOMPARE(f.rows(), 12);
         QCOMPARE(f.row(5)[1], u"K0+150.000"_s);
         QVERIFY(!gPlBatch);
-        COMPARE_MESSAGES(m->desk, );
-        m->desk.no();
+        COMPARE_MESSAGES(m->dialogs, );
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -170,7 +170,7 @@ private slots:
         inBatchWindow(f, [&](Batch& b) {
             const auto press = [&](const char* text, const char* title) {
                 b.click("butOK");
-                COMPARE_MESSAGES(m->desk, refused(text, title));
+                COMPARE_MESSAGES(m->dialogs, refused(text, title));
                 QVERIFY(b.shown());
             };
             press("批量计算起点不能为空！", "注意");
@@ -221,7 +221,7 @@ private slots:
             b.type("txtBc", "50");
             b.click("butOK");
         });
-        COMPARE_MESSAGES(m->desk, refused("请输入正确的数值！"));
+        COMPARE_MESSAGES(m->dialogs, refused("请输入正确的数值！"));
         QVERIFY(gPlBatch);
         f.type("txtJgwKq", "5");
         f.type("txtJgwFylc", "700");
@@ -229,7 +229,7 @@ private slots:
         QCOMPARE(f.rows(), 8);
         QCOMPARE(f.row(1)[1], u"K0+100.000"_s);
         QVERIFY(!gPlBatch);
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -239,11 +239,11 @@ private slots:
         Driven<frmJgw> f;
         f.tick("cheJgwJj");
         f.type("txtJgwJj", "45");
-        m->desk.open(file.path.toStdString());
+        m->dialogs.open(file.path.toStdString());
         f.click("butTxt");
         QCOMPARE(f.column(3), QStringList(8, u"-0度00分00秒"_s));
         QCOMPARE(f.row(1)[6] + u" "_s + f.row(1)[7], u"1105.000 1997.000"_s);
-        m->desk.no();
+        m->dialogs.no();
         f.form.close();
     }
 
@@ -268,8 +268,8 @@ private slots:
             QCOMPARE(sheet.text(cell).c_str(), "斜交正做：K前5,K后5,Z左3,Z右4");
         for (const char* cell : {"k7", "k9"}) QCOMPARE(sheet.text(cell).c_str(), "斜交正做：K前9,K后5,Z左3,Z右4");
         QCOMPARE(sheet.text("j3").c_str(), "P1 0,0");
-        savesInLayout(f, m->desk, "butJgwSave", kJgwExport);
-        COMPARE_MESSAGES(m->desk, Msg{"保存成功！", "成功", Icon::Information});
+        savesInLayout(f, m->dialogs, "butJgwSave", kJgwExport);
+        COMPARE_MESSAGES(m->dialogs, Msg{"保存成功！", "成功", Icon::Information});
         f.form.close();
     }
 
@@ -358,17 +358,17 @@ private slots:
     {
         twoPoints();
         Driven<WithWorkbook<frmZdcs>> f;
-        savesInLayout(f, m->desk, "butZdSave", kZdcsExport);
-        COMPARE_MESSAGES(m->desk, Msg{"保存成功！", "成功", Icon::Information});
+        savesInLayout(f, m->dialogs, "butZdSave", kZdcsExport);
+        COMPARE_MESSAGES(m->dialogs, Msg{"保存成功！", "成功", Icon::Information});
     }
 
     void savesAnEmptyTableToo()
     {
         QTemporaryDir folder;
         Driven<frmZdcs> f;
-        m->desk.save(folder.filePath(u"z.xls"_s).toStdString());
+        m->dialogs.save(folder.filePath(u"z.xls"_s).toStdString());
         f.click("butZdSave");
-        COMPARE_MESSAGES(m->desk, Msg{"保存成功！", "成功", Icon::Information});
+        COMPARE_MESSAGES(m->dialogs, Msg{"保存成功！", "成功", Icon::Information});
         QVERIFY(QFile::exists(folder.filePath(u"z.xls"_s)));
         f.click("butZdBack");
         QVERIFY(!f.form.isVisible());

@@ -2,7 +2,7 @@
 
 #include "screens/Rows.h"
 
-#include "engine/Route.h"
+#include "engine/XYToStake.h"
 #include "support/ScreenTest.h"
 
 namespace {

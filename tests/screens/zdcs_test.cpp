@@ -1,5 +1,6 @@
 // The main-point table.
 
+#include "base/RunTimeError.h"
 #include "screens/Zdcs.h"
 
 #include "support/ScreenTest.h"

@@ -1,12 +1,12 @@
 // velumark_shots FOLDER [SUFFIX]: a picture of every window, on a workspace of its own with the samples in it.
 
-#include "platform/HouseLook.h"
 #include "support/EveryWindow.h"
+#include "ui/Theme.h"
 
 int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
-    applyHouseLook(app);
+    applyTheme(app);
     QApplication::setCursorFlashTime(0);  // the text cursor stands still, in every picture alike
     const QString folder = QString::fromLocal8Bit(argc > 1 ? argv[1] : ".");
     const QString suffix = QString::fromLocal8Bit(argc > 2 ? argv[2] : "");

@@ -3,7 +3,7 @@
 //
 //     const std::string folder = damagedProject("14-radius-0").makeIn(workspace);
 
-#include "project/TextFile.h"
+#include "base/CodePage.h"
 #include "support/ProjectFolder.h"
 
 #include <filesystem>

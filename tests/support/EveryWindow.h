@@ -6,39 +6,39 @@
 #include "app/frmMain.h"
 #include "app/frmNewProjects.h"
 #include "controls/XPButton.h"
-#include "editors/frmBpjs.h"
-#include "editors/frmCg.h"
-#include "editors/frmCgkd.h"
-#include "editors/frmDl.h"
-#include "editors/frmDxd.h"
-#include "editors/frmJdpqx.h"
-#include "editors/frmJmpqx.h"
-#include "editors/frmPqxSelect.h"
-#include "editors/frmSelect.h"
-#include "editors/frmSelectCg.h"
-#include "editors/frmSqx.h"
-#include "editors/frmTfy.h"
-#include "editors/frmTfz.h"
-#include "editors/frmWfy.h"
-#include "editors/frmWfz.h"
+#include "editors/windows/frmBpjs.h"
+#include "editors/windows/frmCg.h"
+#include "editors/windows/frmCgkd.h"
+#include "editors/windows/frmDl.h"
+#include "editors/windows/frmDxd.h"
+#include "editors/windows/frmJdpqx.h"
+#include "editors/windows/frmJmpqx.h"
+#include "editors/windows/frmPqxSelect.h"
+#include "editors/windows/frmSelect.h"
+#include "editors/windows/frmSelectCg.h"
+#include "editors/windows/frmSqx.h"
+#include "editors/windows/frmTfy.h"
+#include "editors/windows/frmTfz.h"
+#include "editors/windows/frmWfy.h"
+#include "editors/windows/frmWfz.h"
+#include "office/windows/DrawingWindow.h"
+#include "office/windows/SheetWindow.h"
 #include "phone/Phone.h"
-#include "phone/frmSjName.h"
-#include "platform/DrawingWindow.h"
-#include "platform/HouseLook.h"
-#include "platform/SheetWindow.h"
+#include "phone/windows/frmSjName.h"
 #include "project/Workspace.h"
-#include "screens/frmDgdGc.h"
-#include "screens/frmDgdZb.h"
-#include "screens/frmFs.h"
-#include "screens/frmJgw.h"
-#include "screens/frmPl.h"
-#include "screens/frmPlGc.h"
-#include "screens/frmPlfy.h"
-#include "screens/frmZdcs.h"
+#include "screens/windows/frmDgdGc.h"
+#include "screens/windows/frmDgdZb.h"
+#include "screens/windows/frmFs.h"
+#include "screens/windows/frmJgw.h"
+#include "screens/windows/frmPl.h"
+#include "screens/windows/frmPlGc.h"
+#include "screens/windows/frmPlfy.h"
+#include "screens/windows/frmZdcs.h"
 #include "tools/ExampleTraverse.h"
-#include "tools/frmFhdx.h"
-#include "tools/frmQljs.h"
-#include "tools/frmZbzfs.h"
+#include "tools/windows/frmFhdx.h"
+#include "tools/windows/frmQljs.h"
+#include "tools/windows/frmZbzfs.h"
+#include "ui/Theme.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>
@@ -54,7 +54,7 @@ namespace every_window {
 using Seen = std::function<void(QWidget&)>;
 
 /// Says yes to everything; what is wrong stands on standard error.
-class SilentDesk final : public Desk {
+class SilentDialogs final : public Dialogs {
 public:
     bool box(const Msg& msg) override
     {
@@ -230,8 +230,8 @@ inline void showTools(const Seen& seen)
 inline void forEveryWindow(const every_window::Seen& seen)
 {
     using namespace every_window;
-    SilentDesk silent;
-    setDesk(&silent);
+    SilentDialogs silent;
+    setDialogs(&silent);
     QTemporaryDir workspace;
     gAppPath = workspace.path().toStdString();
     namespace fs = std::filesystem;
@@ -250,5 +250,5 @@ inline void forEveryWindow(const every_window::Seen& seen)
     showScreens(seen);
     showEditors(seen);
     showTools(seen);
-    setDesk(nullptr);
+    setDialogs(nullptr);
 }

@@ -1,7 +1,7 @@
 #pragma once
 // Whatever a load is given, the tables hold numbers.
 
-#include "project/TableList.h"
+#include "tables/TableList.h"
 
 #include <cmath>
 #include <string>

@@ -1,8 +1,8 @@
 #pragma once
 // The numbers that a person reads in the texts of a result, for tests of the numbers that go beside them.
 
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 
 #include <optional>
 #include <string>

@@ -2,11 +2,13 @@
 // Stake to point and back, each rule written down in the plainest way: no value kept, nothing skipped. The engine has
 // to give the same bits.
 
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "base/Trig.h"
 #include "engine/Chainage.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
+#include "engine/Route.h"
+#include "engine/XYToStake.h"
+#include "tables/CalcTables.h"
 
 #include <cmath>
 #include <cstddef>

@@ -3,8 +3,9 @@
 // the tables as they stand. A second opinion for tests, slow and without any care for damaged input.
 
 #include "base/Trig.h"
-#include "project/CalcTables.h"
+#include "engine/Route.h"
 #include "support/PlainRoute.h"
+#include "tables/CalcTables.h"
 
 #include <cmath>
 #include <cstdio>

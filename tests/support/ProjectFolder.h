@@ -7,9 +7,9 @@
 //
 // Texts are UTF-8 and go to disk in code page 936; bytes() and writeBytes() leave them as they are.
 
-#include "project/CalcTables.h"
-#include "project/TextFile.h"
+#include "base/CodePage.h"
 #include "project/Workspace.h"
+#include "tables/CalcTables.h"
 
 #include <filesystem>
 #include <fstream>

@@ -1,8 +1,8 @@
 #pragma once
 // Random but sensible roads, from a seed, laid out by the exact geometry and stored as the tables store them.
 
+#include "base/Numbers.h"
 #include "engine/Element.h"
-#include "engine/Numbers.h"
 #include "support/Tables.h"
 #include "support/TrueGeometry.h"
 

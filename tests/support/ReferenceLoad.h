@@ -5,9 +5,7 @@
 
 #include "base/Trig.h"
 #include "engine/Element.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
+#include "tables/CalcTables.h"
 
 #include <cmath>
 #include <cstdlib>

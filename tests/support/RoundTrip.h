@@ -1,11 +1,12 @@
 #pragma once
 // Out through StakeToXY and back through XYToStake: what comes back within 2 mm, and why the rest does not.
 
-#include "engine/Numbers.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "engine/Route.h"
-#include "engine/RunTimeError.h"
-#include "project/CalcTables.h"
+#include "engine/XYToStake.h"
 #include "support/PlainRoute.h"
+#include "tables/CalcTables.h"
 
 #include <algorithm>
 #include <cmath>

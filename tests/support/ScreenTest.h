@@ -1,8 +1,8 @@
 #pragma once
 // A calculation screen without its window, and roads that are easy to reckon with.
 
-#include "desk/ResultTable.h"
-#include "engine/RunTimeError.h"
+#include "base/RunTimeError.h"
+#include "dialogs/ResultTable.h"
 #include "screens/Columns.h"
 #include "support/Tables.h"
 

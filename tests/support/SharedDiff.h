@@ -2,7 +2,7 @@
 // Where two states differ, in words: member, row, both values. Empty where every bit is the same, the sign of a zero
 // included.
 
-#include "project/TableList.h"
+#include "tables/TableList.h"
 
 #include <bit>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #pragma once
 // Tables for tests that need no project folder.
 
-#include "project/CalcTables.h"
+#include "tables/CalcTables.h"
 
 #include <cmath>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #pragma once
 // Driving real windows: named controls, modal dialogs answered while they are up, the seams to the machine replaced.
 
-#include "platform/Platform.h"
+#include "ui/Platform.h"
 
 #include <QApplication>
 #include <QLineEdit>

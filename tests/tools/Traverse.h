@@ -2,7 +2,7 @@
 // Traverses for tests: typed into a sheet as a person would, cell by cell.
 
 #include "office/Worksheet.h"
-#include "project/CalcTables.h"
+#include "tables/CalcTables.h"
 #include "tools/Fhdx.h"
 
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "Traverse.h"
-#include "engine/Numbers.h"
-#include "engine/RunTimeError.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

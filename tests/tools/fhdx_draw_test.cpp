@@ -1,5 +1,5 @@
 #include "Traverse.h"
-#include "engine/RunTimeError.h"
+#include "base/RunTimeError.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

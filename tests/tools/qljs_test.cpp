@@ -1,6 +1,6 @@
 #include "tools/Qljs.h"
 
-#include "engine/RunTimeError.h"
+#include "base/RunTimeError.h"
 
 #include <gtest/gtest.h>
 

@@ -2,10 +2,10 @@
 
 #include "controls/XPButton.h"
 #include "support/QtTests.h"
-#include "support/ScriptedDesk.h"
+#include "support/ScriptedDialogs.h"
 #include "support/Windows.h"
-#include "tools/frmQljs.h"
-#include "tools/frmZbzfs.h"
+#include "tools/windows/frmQljs.h"
+#include "tools/windows/frmZbzfs.h"
 
 #include <QGroupBox>
 #include <QLabel>
@@ -84,7 +84,7 @@ private slots:
     }
     void zbzfsForward()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         frmZbzfs form;
         form.show();
         type(form, {{"txtZsCzX", "1000"}, {"txtZsCzY", "2000"}, {"txtZsFwj", "30"}, {"txtZsJl", "100"}});
@@ -94,7 +94,7 @@ private slots:
     }
     void zbzfsInverse()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         frmZbzfs form;
         form.show();
         type(form, {{"txtFsCzx", "1000"}, {"txtFsCzy", "2000"}, {"txtFsHsX", "600"}, {"txtFsHsY", "2300"}});
@@ -104,20 +104,20 @@ private slots:
     }
     void zbzfsRefusalTakesTheFocusBack()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         frmZbzfs form;
         form.show();
         type(form, {{"txtZsCzX", "1000"}, {"txtZsCzY", "2000"}, {"txtZsJl", "100"}});
         click(form, "butZsCalc");
-        QCOMPARE(desk.messages, (std::vector<Msg>{{"方位角不能为空！", "注意", Icon::Exclamation}}));
+        QCOMPARE(dialogs.messages, (std::vector<Msg>{{"方位角不能为空！", "注意", Icon::Exclamation}}));
         QCOMPARE(form.focusWidget()->objectName(), QStringLiteral("txtZsFwj"));
         click(form, "butFsCalc");
-        QCOMPARE(desk.last().text, std::string("测站X坐标不能为空！"));
+        QCOMPARE(dialogs.last().text, std::string("测站X坐标不能为空！"));
         QCOMPARE(form.focusWidget()->objectName(), QStringLiteral("txtFsCzx"));
     }
     void textThatIsNoNumberEndsTheProgram()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ScriptedPlatform seams;
         frmZbzfs form;
         form.show();
@@ -152,7 +152,7 @@ private slots:
     }
     void zbzfsByKeyboardAlone()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ScriptedPlatform seams;
         frmZbzfs form;
         form.show();
@@ -173,7 +173,7 @@ private slots:
         QCOMPARE(form.focusWidget()->objectName(), QStringLiteral("butFsCalc"));
         QTest::keyClick(form.focusWidget(), Qt::Key_Return);
         QCOMPARE(textOf(form, "txtFsJl"), QStringLiteral("500.000"));
-        QVERIFY(desk.messages.empty());
+        QVERIFY(dialogs.messages.empty());
     }
 
     void qljsControls_data()
@@ -206,7 +206,7 @@ private slots:
     }
     void qljsCalculates()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         frmQljs form;
         form.show();
         type(form, {{"txtA", "100"}, {"txtR", "200"}, {"txtL0", "30"}});
@@ -219,19 +219,19 @@ private slots:
     }
     void qljsRefusesWithoutAnIconOrAFocus()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         frmQljs form;
         form.show();
         click(form, "Command1");
         type(form, {{"txtA", "100"}});
         click(form, "Command1");
-        QCOMPARE(desk.messages, (std::vector<Msg>{{"缓和参数A不能为空！", "注意", Icon::None},
-                                                  {"曲线半径R不能为空！", "注意", Icon::None}}));
+        QCOMPARE(dialogs.messages, (std::vector<Msg>{{"缓和参数A不能为空！", "注意", Icon::None},
+                                                     {"曲线半径R不能为空！", "注意", Icon::None}}));
         QCOMPARE(form.focusWidget()->objectName(), QStringLiteral("Command1"));
     }
     void qljsEmptyL0EndsTheProgram()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ScriptedPlatform seams;
         frmQljs form;
         form.show();
@@ -241,7 +241,7 @@ private slots:
     }
     void qljsEnterMovesOn()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ScriptedPlatform seams;
         frmQljs form;
         form.show();
@@ -251,11 +251,11 @@ private slots:
             QTest::keyClick(form.focusWidget(), Qt::Key_Return);
             QCOMPARE(form.focusWidget()->objectName(), QString::fromUtf8(next));
         }
-        QVERIFY(desk.messages.empty());
+        QVERIFY(dialogs.messages.empty());
     }
     void qljsByKeyboardAlone()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         ScriptedPlatform seams;
         frmQljs form;
         form.show();

@@ -4,13 +4,13 @@
 #include "Traverse.h"
 #endif
 #include "controls/XPButton.h"
-#include "platform/DrawingWindow.h"
-#include "platform/HouseLook.h"
-#include "platform/SheetView.h"
-#include "platform/SheetWindow.h"
+#include "office/windows/DrawingWindow.h"
+#include "office/windows/SheetView.h"
+#include "office/windows/SheetWindow.h"
 #include "support/QtTests.h"
-#include "support/ScriptedDesk.h"
-#include "tools/frmFhdx.h"
+#include "support/ScriptedDialogs.h"
+#include "tools/windows/frmFhdx.h"
+#include "ui/Theme.h"
 
 #include <QLabel>
 #include <QRadioButton>
@@ -31,7 +31,7 @@ QList<Kind*> windows()
 }
 
 struct Journey {
-    ScriptedDesk desk;
+    ScriptedDialogs dialogs;
     frmFhdx form;
     Journey()
     {
@@ -86,7 +86,7 @@ double numberOf(SheetWindow* window, const char* address) { return window->sheet
 class tst_frmFhdx : public QObject {
     Q_OBJECT
 private slots:
-    void initTestCase() { applyHouseLook(*qApp); }
+    void initTestCase() { applyTheme(*qApp); }
 
     void controlsAtStart()
     {
@@ -104,7 +104,7 @@ private slots:
     }
     void theWindowItCameFromIsBlockedButDoesNotComeBeforeTheSheet()
     {
-        ScriptedDesk desk;
+        ScriptedDialogs dialogs;
         QWidget main;
         QLineEdit field(&main);
         main.show();
@@ -127,12 +127,12 @@ private slots:
     {
         Journey j;
         QVERIFY(!j.makeSheet(""));
-        QCOMPARE(j.desk.last(), (Msg{"请输入导线点个数", "注意", Icon::Exclamation}));
+        QCOMPARE(j.dialogs.last(), (Msg{"请输入导线点个数", "注意", Icon::Exclamation}));
         QCOMPARE(j.form.focusWidget()->objectName(), "txtDxd");
         QVERIFY(!j.makeSheet("4"));
-        QCOMPARE(j.desk.last(), (Msg{"导线点个数不能小于5", "错误", Icon::Exclamation}));
+        QCOMPARE(j.dialogs.last(), (Msg{"导线点个数不能小于5", "错误", Icon::Exclamation}));
         QVERIFY(j.enabled("butFhdxBg") && !j.enabled("butFhdxCalc"));
-        QCOMPARE(j.desk.messages.size(), 2u);
+        QCOMPARE(j.dialogs.messages.size(), 2u);
     }
     void aCountThatFailsSaysNothing()
     {
@@ -140,7 +140,7 @@ private slots:
         QVERIFY(!j.makeSheet("99999"));
         QVERIFY(j.makeSheet("16384"));  // as far as it got
         QVERIFY(j.enabled("butFhdxBg") && !j.enabled("butFhdxCalc"));
-        QCOMPARE(j.desk.messages.size(), 0u);
+        QCOMPARE(j.dialogs.messages.size(), 0u);
     }
     void theBackButtonCloses()
     {
@@ -159,7 +159,7 @@ private slots:
         j.typeTraverse(sheet);
         QVERIFY(sheet->isUnsaved());
         j.click("butFhdxCalc");
-        QVERIFY(j.desk.messages.empty());
+        QVERIFY(j.dialogs.messages.empty());
         QVERIFY(j.enabled("butFhdxZd"));
         const struct {
             const char *x, *y;
@@ -175,7 +175,7 @@ private slots:
 
         // A second press reads texts: the message, and the known azimuths are numbers again.
         j.click("butFhdxCalc");
-        QCOMPARE(j.desk.last(), kCalcFault);
+        QCOMPARE(j.dialogs.last(), kCalcFault);
         QVERIFY(sheet->sheet().number("d5").has_value());
         QCOMPARE(at(sheet, "d7").right(1), "″");
         QVERIFY(qAbs(numberOf(sheet, "l8") - 2299.83) < 0.01);
@@ -187,7 +187,7 @@ private slots:
         QCOMPARE(at(sheet, "l8"), "");
         j.typeDown(sheet, "e7", {"225.88"});
         j.click("butFhdxCalc");
-        QCOMPARE(j.desk.messages.size(), 1u);
+        QCOMPARE(j.dialogs.messages.size(), 1u);
         // 3 cm more along 157°: fx was -0.145, and cos 157° of it is -0.028.
         QCOMPARE(at(sheet, "e21"), "fx=-0.173");
 
@@ -209,12 +209,12 @@ private slots:
         QCOMPARE(most, 12u);
 
         // Closed: the message of the calculation; the plan needs it too.
-        j.desk.no();
+        j.dialogs.no();
         sheet->close();
         j.click("butFhdxCalc");
-        QCOMPARE(j.desk.last(), kCalcFault);
+        QCOMPARE(j.dialogs.last(), kCalcFault);
         j.click("butFhdxZd");
-        QCOMPARE(j.desk.last(), kDrawFault);
+        QCOMPARE(j.dialogs.last(), kDrawFault);
     }
     void aBadCellStopsTheDrawing()
     {
@@ -224,7 +224,7 @@ private slots:
         j.click("butFhdxCalc");
         j.typeDown(sheet, "l8", {"x"});
         j.click("butFhdxZd");
-        QCOMPARE(j.desk.last(), kDrawFault);
+        QCOMPARE(j.dialogs.last(), kDrawFault);
         QVERIFY(windows<DrawingWindow>().isEmpty());
     }
     void whatIsBeingTypedIsDrawn()
@@ -249,7 +249,7 @@ private slots:
         j.typeDown(sheet, "m4", {"-50", "0"});
         j.typeDown(sheet, "m10", {"100", "150"});
         j.click("butFhdxCalc");
-        QCOMPARE(j.desk.last(), kCalcFault);
+        QCOMPARE(j.dialogs.last(), kCalcFault);
         QCOMPARE(at(sheet, "g16"), "f=√(fx*fx+fy*fy)=0");
         QVERIFY(!j.enabled("butFhdxZd"));
     }
@@ -268,7 +268,7 @@ private slots:
         Journey j;
         j.makeSheet("104");
         j.click("butFhdxCalc");
-        QCOMPARE(j.desk.last(), kCalcFault);
+        QCOMPARE(j.dialogs.last(), kCalcFault);
         frmFhdx again;
         again.show();
         QVERIFY(again.findChild<XPButton*>("butFhdxBg")->isEnabled());

@@ -1,6 +1,6 @@
 #include "tools/Zbzfs.h"
 
-#include "engine/RunTimeError.h"
+#include "base/RunTimeError.h"
 
 #include <gtest/gtest.h>
 

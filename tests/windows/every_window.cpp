@@ -1,10 +1,10 @@
 // Every window of the program on the screen that the platform gives: each control inside window and screen, nothing
 // cut, nothing overlapping; when it opens, with every option set, at its smallest, and as large as the screen.
 
-#include "platform/GridHeader.h"
-#include "platform/MSFlexGrid.h"
 #include "support/EveryWindow.h"
 #include "support/QtTests.h"
+#include "ui/GridHeader.h"
+#include "ui/MSFlexGrid.h"
 
 #include <QGroupBox>
 #include <QLabel>
@@ -195,7 +195,7 @@ QMap<QString, QStringList> survey()
 class tst_EveryWindow : public QObject {
     Q_OBJECT
 private slots:
-    void initTestCase() { applyHouseLook(*qApp); }
+    void initTestCase() { applyTheme(*qApp); }
 
     void everyControlIsInSightAndUncut()
     {

@@ -1,0 +1,18 @@
+set(sources
+    Icons.cpp
+    Icons.h
+    ListBox.cpp
+    ListBox.h
+    MenuCommands.cpp
+    MenuCommands.h
+    Start.cpp
+    Start.h
+    WaysOut.cpp
+    WaysOut.h
+    frmAbout.cpp
+    frmAbout.h
+    frmMain.cpp
+    frmMain.h
+    frmNewProjects.cpp
+    frmNewProjects.h
+)

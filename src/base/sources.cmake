@@ -1,0 +1,30 @@
+set(sources
+    Cell.cpp
+    Cell.h
+    CodePage.cpp
+    CodePage.h
+    Descriptor.h
+    FileBytes.cpp
+    FileBytes.h
+    FileError.cpp
+    FileError.h
+    FilePath.h
+    GridText.h
+    Lines.cpp
+    Lines.h
+    Numbers.cpp
+    Numbers.h
+    ReplaceFile.cpp
+    ReplaceFile.h
+    RunTimeError.cpp
+    RunTimeError.h
+    SignalsHeld.h
+    TabText.cpp
+    TabText.h
+    TextFile.cpp
+    TextFile.h
+    Trig.cpp
+    Trig.h
+    Utf16File.cpp
+    Utf16File.h
+)

@@ -1,0 +1,65 @@
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
+#include "check/CheckFiles.h"
+#include "check/CheckLines.h"
+
+namespace {
+
+using std::to_string;
+
+constexpr const char* kName = "其他参数.txt";
+constexpr const char* kUnset = "未设置";
+constexpr std::size_t kLines = 5;
+
+struct Setting {
+    std::string text;
+    int line = 0;
+};
+
+void grades(const std::vector<Setting>& settings, std::size_t index, int limit, const std::string& what,
+            Findings& findings)
+{
+    if (index >= settings.size() || settings[index].text == kUnset) return;
+    double n = 0;
+    attempt([&] { n = ParseNumber(settings[index].text); });
+    if (n >= 1 && n <= limit) return;
+    findings.add(kName, settings[index].line, 0,
+                 what + "“" + settings[index].text + "”不是1到" + to_string(limit) + "的数", Severity::Error);
+}
+
+}  // namespace
+
+std::vector<std::string> ReadSettings(const std::string& folder, Findings& findings)
+{
+    const auto file = ReadFile(folder, kName, findings);
+    if (file.missing) findings.add(kName, 0, 0, "文件不存在");
+    if (!file.bytes) return {kUnset};
+
+    if (LooksLikeUtf8(*file.bytes))
+        findings.add(kName, 0, 0, "文件是UTF-8编码，应为代码页936（GBK），汉字会成乱码", Severity::Error);
+    std::vector<Setting> settings;
+    int lastLine = 0;
+    const auto summary =
+        WalkLines(*file.bytes, kName, true, findings, [&](std::size_t, std::string_view bytes, int number) {
+            lastLine = number;
+            if (settings.size() < kLines) settings.push_back({QuotedText(bytes), number});
+        });
+    if (summary.unterminated && summary.lines > kLines)
+        findings.add(kName, lastLine, 0, "最后一行没有以回车换行结尾，重写文件时会丢失这一行");
+    if (summary.unterminated && summary.lines <= kLines) {
+        // The load adds a line to a file of up to four line ends, and that line begins where the file ends.
+        settings.back().text += kUnset;
+        findings.add(kName, lastLine, 0,
+                     "最后一行没有以回车换行结尾，打开项目时后面会接上“未设置”，成为“" + settings.back().text + "”",
+                     Severity::Error);
+    }
+    if (summary.lines + 1 < kLines)
+        findings.add(kName, 0, 0, "只有" + to_string(summary.lines) + "行，应为5行", Severity::Error);
+    grades(settings, 2, 5, "填方最大边坡级数", findings);
+    grades(settings, 3, 10, "挖方最大边坡级数", findings);
+
+    std::vector<std::string> texts;
+    for (auto& setting : settings) texts.push_back(std::move(setting.text));
+    if (texts.empty()) texts.emplace_back(kUnset);
+    return texts;
+}

@@ -1,0 +1,35 @@
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
+#include "check/CheckRules.h"
+#include "check/CheckSections.h"
+
+#include <algorithm>
+
+namespace {
+
+const FileShape kFiles[] = {{.name = "左幅填方参数.txt", .fields = 30, .loaded = false},
+                            {.name = "右幅填方参数.txt", .fields = 30, .loaded = false},
+                            {.name = "左幅挖方参数.txt", .fields = 60, .loaded = false},
+                            {.name = "右幅挖方参数.txt", .fields = 60, .loaded = false}};
+
+}  // namespace
+
+void CheckSlopes(const std::string& folder, const std::vector<std::string>& settings, Findings& findings)
+{
+    for (const auto& shape : kFiles) {
+        const auto file = ReadChecked(folder, shape, findings);
+        const std::size_t setting = shape.fields == 30 ? 2 : 3;
+        double grades = 0;
+        if (setting < settings.size()) attempt([&] { grades = ParseNumber(settings[setting]); });
+        if (!(grades >= 1)) continue;
+        const auto end = static_cast<std::size_t>(std::min(3 * grades, shape.fields / 2.0));
+        for (std::size_t i = 0; i < file.size(); ++i) {
+            const auto row = file[i];
+            CheckGrows(file.name, row.line, static_cast<int>(end) + 1, "变化终点里程不大于变化起点里程", row.number(0),
+                       row.number(end), findings);
+            if (i > 0 && row.number(0) < file[i - 1].number(0))
+                CheckGrows(file.name, row.line, 1, "变化起点里程没有增大", file[i - 1].number(0), row.number(0),
+                           findings);
+        }
+    }
+}

@@ -1,0 +1,24 @@
+set(sources
+    Accuracy.cpp
+    Accuracy.h
+    Check.cpp
+    Check.h
+    CheckBreaks.cpp
+    CheckBreaks.h
+    CheckFiles.cpp
+    CheckFiles.h
+    CheckFindings.cpp
+    CheckFindings.h
+    CheckLines.cpp
+    CheckLines.h
+    CheckProfile.cpp
+    CheckRoad.cpp
+    CheckRoad.h
+    CheckRules.cpp
+    CheckRules.h
+    CheckSections.cpp
+    CheckSections.h
+    CheckSettings.cpp
+    CheckSlopes.cpp
+    CheckTraverse.cpp
+)

@@ -1,0 +1,32 @@
+set(sources
+    Arguments.cpp
+    Arguments.h
+    CheckCommand.cpp
+    Command.h
+    Commands.cpp
+    Commands.h
+    Companion.cpp
+    Companion.h
+    Coords.cpp
+    Corners.cpp
+    Culprit.cpp
+    Culprit.h
+    Elevation.cpp
+    Export.cpp
+    Help.cpp
+    Import.cpp
+    Inverse.cpp
+    Json.cpp
+    Json.h
+    List.cpp
+    MainPoints.cpp
+    Output.cpp
+    Output.h
+    Phone.cpp
+    Plot.cpp
+    Results.cpp
+    Results.h
+    Stakeout.cpp
+    Tables.cpp
+    Traverse.cpp
+)

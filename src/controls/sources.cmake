@@ -1,0 +1,14 @@
+set(sources
+    FormScaling.cpp
+    FormScaling.h
+    KeyCodes.cpp
+    KeyCodes.h
+    XPButton.cpp
+    XPButton.h
+    XPButtonAccessible.cpp
+    XPButtonAccessible.h
+    XPButtonPaint.cpp
+    XPButtonPaint.h
+    clsGradient.cpp
+    clsGradient.h
+)

@@ -1,8 +1,0 @@
-#include "desk/FileBox.h"
-
-#include "project/FileError.h"
-
-Msg FileBox(const FileError& error)
-{
-    return {.text = error.text() + "\n" + std::string(error.reason()), .title = "错误", .icon = Icon::Exclamation};
-}

@@ -1,0 +1,9 @@
+set(sources
+    Dialogs.cpp
+    Dialogs.h
+    FileBox.cpp
+    FileBox.h
+    Outcome.h
+    ResultTable.cpp
+    ResultTable.h
+)

@@ -1,9 +1,0 @@
-#pragma once
-// The widths of carriageway and shoulders, one row a stretch.
-
-#include "editors/EditorForm.h"
-
-class frmCgkd : public EditorForm {
-public:
-    explicit frmCgkd(QWidget* parent = nullptr) : EditorForm(CgkdTable(), parent) {}
-};

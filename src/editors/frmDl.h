@@ -1,9 +1,0 @@
-#pragma once
-// The chainage breaks.
-
-#include "editors/EditorForm.h"
-
-class frmDl : public EditorForm {
-public:
-    explicit frmDl(QWidget* parent = nullptr) : EditorForm(DlTable(), parent) {}
-};

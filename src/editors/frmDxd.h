@@ -1,9 +1,0 @@
-#pragma once
-// The traverse points.
-
-#include "editors/EditorForm.h"
-
-class frmDxd : public EditorForm {
-public:
-    explicit frmDxd(QWidget* parent = nullptr) : EditorForm(DxdTable(), parent) {}
-};

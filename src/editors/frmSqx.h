@@ -1,9 +1,0 @@
-#pragma once
-// The vertical alignment: start, grade-change points, end.
-
-#include "editors/EditorForm.h"
-
-class frmSqx : public EditorForm {
-public:
-    explicit frmSqx(QWidget* parent = nullptr) : EditorForm(SqxTable(), parent) {}
-};

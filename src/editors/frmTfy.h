@@ -1,9 +1,0 @@
-#pragma once
-// Fill slopes on the right.
-
-#include "editors/SlopeForm.h"
-
-class frmTfy : public SlopeForm {
-public:
-    explicit frmTfy(QWidget* parent = nullptr) : SlopeForm(kTfy, parent) {}
-};

@@ -1,9 +1,0 @@
-#pragma once
-// Fill slopes on the left.
-
-#include "editors/SlopeForm.h"
-
-class frmTfz : public SlopeForm {
-public:
-    explicit frmTfz(QWidget* parent = nullptr) : SlopeForm(kTfz, parent) {}
-};

@@ -1,9 +1,0 @@
-#pragma once
-// Cut slopes on the left.
-
-#include "editors/SlopeForm.h"
-
-class frmWfz : public SlopeForm {
-public:
-    explicit frmWfz(QWidget* parent = nullptr) : SlopeForm(kWfz, parent) {}
-};

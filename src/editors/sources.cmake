@@ -1,0 +1,10 @@
+set(sources
+    EditorFile.cpp
+    EditorFile.h
+    EditorRules.cpp
+    EditorRules.h
+    EditorTable.cpp
+    EditorTable.h
+    Wizard.cpp
+    Wizard.h
+)

@@ -1,0 +1,22 @@
+#pragma once
+// A choice made once per project: two options, 确 定 and 取 消.
+
+#include "ui/Form.h"
+
+#include <functional>
+
+struct ChoiceText {
+    const char* form;
+    const char* first;  ///< name of the option that is set at first
+    const char* second;
+    const char* ok;
+    const char* cancel;
+    QString caption, firstCaption, secondCaption;
+};
+
+class ChoiceForm : public Form {
+    Q_OBJECT
+public:
+    /// @param accept what 确 定 does with "the first option is set", before the form unloads; a refusal keeps it open
+    ChoiceForm(const ChoiceText& text, std::function<Outcome(bool first)> accept, QWidget* parent);
+};

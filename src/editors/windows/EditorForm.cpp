@@ -1,0 +1,224 @@
+#include "editors/windows/EditorForm.h"
+
+#include "base/FileError.h"
+#include "base/Numbers.h"
+#include "base/RunTimeError.h"
+#include "controls/FormScaling.h"
+#include "dialogs/FileBox.h"
+#include "project/LoadProject.h"
+#include "tables/CalcTables.h"
+#include "ui/MSFlexGrid.h"
+
+#include <QGuiApplication>
+
+namespace {
+
+constexpr int kEnter = 13;
+
+}  // namespace
+
+void EditorForm::Form_Resize()
+{
+    if (m_table.scales) ResizeForm(*this);
+    placeBox();
+}
+
+// Entering and leaving a cell
+
+void EditorForm::Grid_Click()
+{
+    if (enterCell(m_grid->Row(), m_grid->Col()) && gGridLeftDown) applyMouseRule();
+}
+
+/// The box goes with the grid's own keys too: a deletion must not show it one cell's text and leave it to another.
+void EditorForm::Grid_RowColChange()
+{
+    if (!QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier)) {
+        enterCell(m_grid->Row(), m_grid->Col());
+    } else {  // cells are being selected: the grid keeps the keys
+        hideBox();
+        takeCell(m_grid->Row(), m_grid->Col());
+    }
+}
+
+void EditorForm::Grid_Scroll()
+{
+    if (m_table.scrollHides)
+        hideBox();
+    else
+        placeBox();
+}
+
+bool EditorForm::enterCell(int row, int col)
+{
+    m_grid->scrollTo(m_grid->model()->index(row - 1, col - 1));  // first: hiding the box commits to its old cell
+    if (!takeCell(row, col)) return false;
+    m_box->show();
+    m_box->raise();
+    m_box->setFocus();
+    return true;
+}
+
+bool EditorForm::takeCell(int row, int col)
+{
+    const bool named = row <= kMaxRow;
+    if (!named) hideBox();
+    CurRow = toInt16(named ? row : 0);
+    CurCol = toInt16(named ? col : 0);
+    if (!named) return false;
+    showCellText();
+    placeBox();
+    return true;
+}
+
+void EditorForm::hideBox()
+{
+    if (m_box->hasFocus()) m_grid->setFocus();
+    m_box->hide();
+}
+
+void EditorForm::applyMouseRule()
+{
+    const MouseRule rule = MouseRuleAt(m_table, m_grid->text(), m_grid->Row());
+    if (rule == MouseRule::AddRow) {
+        addRow();
+        fillIn(m_grid->Row(), rule);
+    } else if (rule == MouseRule::BackToIncomplete) {
+        enterCell(m_grid->Row() - 1, m_grid->Col());
+        fillIn(CurRow, rule);
+    }
+}
+
+void EditorForm::fillIn(int row, MouseRule branch)
+{
+    const FillIn filled = FillInRow(m_table, m_grid->text(), row, branch);
+    for (const CellText& cell : filled.cells) writeCell(cell.row, cell.col, cell.text);
+    if (filled.refreshBox) showCellText();
+    if (filled.refusal) dialogs().box(*filled.refusal);
+}
+
+void EditorForm::CommitCell()
+{
+    const std::string text = boxText();
+    if (boxHasCell() && (!text.empty() || m_table.canBlank)) writeCell(CurRow, CurCol, text);
+}
+
+bool EditorForm::Form_KeyPress(int keyAscii)
+{
+    if (!m_table.enterMoves || m_table.lastColumn() < 1) return false;
+    CommitCell();
+    if (keyAscii == kEnter) {
+        if (!EnterStarted) {
+            m_grid->setCol(1);
+            Grid_Click();
+            EnterStarted = true;
+        }
+        enterMovesOn();
+    }
+    CommitCell();
+    return false;
+}
+
+void EditorForm::enterMovesOn()
+{
+    if (m_grid->Col() < m_table.lastColumn()) {
+        m_grid->setCol(m_grid->Col() + 1);
+    } else {
+        if (m_grid->Row() + 1 >= m_grid->Rows()) addRow();
+        if (m_grid->Row() + 1 >= m_grid->Rows()) return;
+        m_grid->setRow(m_grid->Row() + 1);
+        m_grid->setCol(1);
+    }
+    Grid_Click();
+}
+
+// Buttons
+
+void EditorForm::cmdInsert_Click()
+{
+    if (m_grid->Rows() > kMaxRow) return;
+    m_grid->AddItem({}, m_grid->Row());
+    m_box->clear();
+    RenumberGrid(*m_grid);
+}
+
+void EditorForm::cmdDel_Click()
+{
+    attempt([this] {
+        m_grid->RemoveItem(m_grid->Row());
+        m_box->setText(cellText(m_grid->Row(), m_grid->Col()));
+        RenumberGrid(*m_grid);
+    });
+}
+
+bool EditorForm::askToSave()
+{
+    return dialogs().box({"数据已修改，是否保存？", "", Icon::Question, Msg::YesNo, Msg::Yes});
+}
+
+void EditorForm::cmdBack_Click()
+{
+    if (Edited && askToSave())
+        cmdSave_Click();  // kept on purpose: the window stays, whatever the save did
+    else
+        unload();
+}
+
+bool EditorForm::QueryUnload()
+{
+    if (!Edited || !askToSave()) return true;
+    cmdSave_Click();
+    return false;
+}
+
+void EditorForm::cmdSave_Click()
+{
+    if (m_table.lastColumn() < 1) return;
+    attempt([this] {
+        if (boxHasCell() && !boxText().empty()) writeCell(CurRow, CurCol, boxText());
+        std::vector<std::string> frameTexts;
+        for (const QLineEdit* box : m_frameBoxes) frameTexts.push_back(toUtf8(box->text()));
+        try {
+            if (const Outcome saved = SaveEditor(m_table, m_grid->text(), frameTexts, m_keptFrames); !saved)
+                return refuse(*saved.refusal);
+        } catch (const FileError& error) {
+            dialogs().box(FileBox(error));
+            return;
+        }
+        dialogs().box({"数据保存成功！", "", Icon::Information});
+        Edited = false;
+        if (m_table.loadsProject) LoadProject();
+    });
+}
+
+// Small parts
+
+void EditorForm::addRow()
+{
+    if (m_grid->Rows() > kMaxRow) return;
+    m_grid->setRows(m_grid->Rows() + 1);
+    RenumberGrid(*m_grid);
+}
+
+QString EditorForm::cellText(int row, int col) const { return m_grid->TextMatrix(row, col); }
+
+void EditorForm::writeCell(int row, int col, const std::string& text)
+{
+    m_grid->setTextMatrix(row, col, fromUtf8(text));
+}
+
+std::string EditorForm::boxText() const { return std::string(Trim(toUtf8(m_box->text()))); }
+
+/// False before the first cell, and after the row of the box was deleted.
+bool EditorForm::boxHasCell() const { return CurRow >= 1 && CurRow < m_grid->Rows() && CurCol >= 1; }
+
+void EditorForm::showCellText()
+{
+    m_box->setText(cellText(CurRow, CurCol));
+    m_box->selectAll();
+}
+
+void EditorForm::scrollToBox()
+{
+    if (boxHasCell()) m_grid->scrollTo(m_grid->model()->index(CurRow - 1, CurCol - 1));
+}

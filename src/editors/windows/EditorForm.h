@@ -1,0 +1,91 @@
+#pragma once
+// The pattern of the eleven grid editors: a grid, one in-cell text box on the form, a row of buttons. What differs
+// stands in the EditorTable.
+
+#include "editors/EditorFile.h"
+#include "editors/EditorRules.h"
+#include "editors/EditorTable.h"
+#include "ui/Form.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+class MSFlexGrid;
+class QBoxLayout;
+class QKeyEvent;
+class QLayout;
+class QLineEdit;
+class XPButton;
+
+class EditorForm : public Form {
+    Q_OBJECT
+public:
+    explicit EditorForm(EditorTable table, QWidget* parent = nullptr);
+
+    // The cell that the in-cell box belongs to, whatever the grid's current cell has become; 0 before the first one.
+    std::int16_t CurRow = 0, CurCol = 0;
+    bool Edited = false;        ///< an input box has changed since the load or the last save
+    bool EnterStarted = false;  ///< Enter has been pressed in the window
+
+    const EditorTable& table() const { return m_table; }
+
+protected:
+    /// A further button of the window, placed before 返 回 and 保 存.
+    XPButton* addButton(const char* name, const QString& caption);
+
+    void Form_Load() override;
+    bool QueryUnload() override;
+    bool Form_KeyPress(int keyAscii) override;
+    void Form_Resize() override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    // Handlers.
+    void Grid_Click();
+    void Grid_RowColChange();
+    void Grid_Scroll();
+    void CommitCell();
+    void cmdInsert_Click();
+    void cmdDel_Click();
+    void cmdBack_Click();
+    void cmdSave_Click();
+
+    // Parts of handlers.
+    /// False where CurRow cannot name the row of an overlong file: the box belongs to no cell then.
+    bool enterCell(int row, int col);
+    bool takeCell(int row, int col);
+    void hideBox();
+    void applyMouseRule();
+    void fillIn(int row, MouseRule branch);
+    void enterMovesOn();
+    bool askToSave();
+    void addRow();
+    void showCellText();
+    void writeCell(int row, int col, const std::string& text);
+    QString cellText(int row, int col) const;
+    std::string boxText() const;
+    bool boxHasCell() const;
+
+    // Comfort.
+    void placeBox();
+    void scrollToBox();
+    bool boxNeeds(const QKeyEvent& key) const;
+    bool moveByKey(const QKeyEvent& key);
+    bool paste(QObject* into, const QString& text);
+    bool pasteBlock(const QString& text);
+    bool pasteOverFrames(std::size_t at, const QString& text);
+    bool pasteEvent(QObject* watched, QEvent* event);
+    void showBoxMenu(const QPoint& at);
+    void showFrameMenu(QLineEdit& box, const QPoint& at);
+
+    void makeControls();
+    QLayout* makeFrames();
+
+    EditorTable m_table;
+    MSFlexGrid* m_grid = nullptr;
+    QLineEdit* m_box = nullptr;
+    std::vector<QLineEdit*> m_frameBoxes;
+    QBoxLayout* m_buttons = nullptr;
+    std::vector<KeptBytes> m_keptFrames;  // see EditorContent
+};

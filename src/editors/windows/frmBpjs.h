@@ -1,0 +1,25 @@
+#pragma once
+// How many slope grades the project uses.
+
+#include "ui/Form.h"
+
+#include <optional>
+
+class frmBpjs : public Form {
+    Q_OBJECT
+public:
+    explicit frmBpjs(QWidget* parent = nullptr);
+
+protected:
+    void Form_Load() override;
+    bool Form_KeyPress(int keyAscii) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void cmdBpjsOk_Click();
+    void leave(QLineEdit* box, const std::optional<Msg>& tooMany);
+
+    QLineEdit* txtTfJs;
+    QLineEdit* txtWfJs;
+    QLineEdit* txtXzcs;
+};

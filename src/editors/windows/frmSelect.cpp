@@ -1,0 +1,119 @@
+#include "editors/windows/frmSelect.h"
+
+#include "base/FileError.h"
+#include "base/RunTimeError.h"
+#include "controls/XPButton.h"
+#include "dialogs/FileBox.h"
+#include "editors/Wizard.h"
+#include "editors/windows/frmBpjs.h"
+#include "editors/windows/frmCg.h"
+#include "editors/windows/frmCgkd.h"
+#include "editors/windows/frmDl.h"
+#include "editors/windows/frmDxd.h"
+#include "editors/windows/frmJdpqx.h"
+#include "editors/windows/frmJmpqx.h"
+#include "editors/windows/frmPqxSelect.h"
+#include "editors/windows/frmSelectCg.h"
+#include "editors/windows/frmSqx.h"
+#include "editors/windows/frmTfy.h"
+#include "editors/windows/frmTfz.h"
+#include "editors/windows/frmWfy.h"
+#include "editors/windows/frmWfz.h"
+#include "project/LoadProject.h"
+#include "ui/Layout.h"
+#include "ui/Theme.h"
+
+#include <QButtonGroup>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QRadioButton>
+
+#include <utility>
+
+namespace {
+
+template <class F>
+void open(QWidget* over)
+{
+    F form(over);
+    form.showModal();
+}
+
+constexpr std::pair<std::string_view, void (*)(QWidget*)> kForms[] = {
+    {"frmDxd", open<frmDxd>},     {"frmPqxSelect", open<frmPqxSelect>},
+    {"frmJdpqx", open<frmJdpqx>}, {"frmJmpqx", open<frmJmpqx>},
+    {"frmSqx", open<frmSqx>},     {"frmSelectCg", open<frmSelectCg>},
+    {"frmCg", open<frmCg>},       {"frmCgkd", open<frmCgkd>},
+    {"frmDl", open<frmDl>},       {"frmBpjs", open<frmBpjs>},
+    {"frmTfz", open<frmTfz>},     {"frmTfy", open<frmTfy>},
+    {"frmWfz", open<frmWfz>},     {"frmWfy", open<frmWfy>},
+};
+
+}  // namespace
+
+frmSelect::frmSelect(QWidget* parent) : Form(QStringLiteral("frmSelect"), QStringLiteral("编辑线路参数"), parent)
+{
+    auto* options = new QGridLayout;
+    options->setHorizontalSpacing(48);
+    options->setVerticalSpacing(theme::kMargin);
+    auto* optCs = m_options = new QButtonGroup(this);
+    optCs->setObjectName(QStringLiteral("optCs"));
+    for (int index = 0; index < std::ssize(kWizardOptions); ++index) {
+        const auto caption = std::string(kWizardOptions[static_cast<std::size_t>(index)].caption);
+        auto* option = control<QRadioButton>(("optCs" + std::to_string(index)).c_str(), fromUtf8(caption));
+        optCs->addButton(option, index);
+        options->addWidget(option, index < 6 ? index : index - 6, index < 6 ? 0 : 1);
+    }
+    auto* frame = ui::frame(QStringLiteral("参数"), options);
+    frame->setObjectName(QStringLiteral("Frame1"));
+    frame->setParent(this);  // now: the options come before the buttons in the tab order
+    optCs->button(0)->setChecked(true);
+    on(optCs, &QButtonGroup::idToggled, [this](int index, bool checked) {
+        if (checked) m_option = toInt16(index);
+    });
+
+    auto* next = control<XPButton>("cmdSelectNext", QStringLiteral("下一步"));
+    auto* back = control<XPButton>("cmdSelectBack", QStringLiteral("返 回"));
+    on(next, &XPButton::Click, [this] { cmdSelectNext_Click(); });
+    on(back, &XPButton::Click, [this] { cmdSelectBack_Click(); });
+
+    ui::arrange(*this, {frame, ui::buttonRow({next, back})});
+    setMinimumWidth(360);
+}
+
+/// Up and down go through all options in their order, from column to column; left and right between the columns.
+bool frmSelect::eventFilter(QObject* watched, QEvent* event)
+{
+    auto* option = qobject_cast<QRadioButton*>(watched);
+    if (event->type() == QEvent::KeyPress && option && m_options && m_options->id(option) >= 0) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        const int step = key.key() == Qt::Key_Down ? 1 : key.key() == Qt::Key_Up ? -1 : 0;
+        if (step != 0 && !(key.modifiers() & ~Qt::KeypadModifier)) {
+            const auto count = static_cast<int>(kWizardOptions.size());
+            auto* next = m_options->button((m_options->id(option) + step + count) % count);
+            next->setFocus(Qt::TabFocusReason);
+            next->setChecked(true);
+            return true;
+        }
+    }
+    return Form::eventFilter(watched, event);
+}
+
+void frmSelect::cmdSelectNext_Click()
+{
+    try {
+        const WizardStep step = NextStep(m_option);
+        if (step.message) dialogs().box(*step.message);
+        for (const auto& [name, show] : kForms)
+            if (name == step.form) show(this);
+    } catch (const FileError& error) {  // the settings, which decide what opens
+        dialogs().box(FileBox(error));
+    }
+}
+
+void frmSelect::cmdSelectBack_Click()
+{
+    LoadProject();
+    unload();
+}

@@ -1,0 +1,29 @@
+set(sources
+    ChoiceForm.cpp
+    ChoiceForm.h
+    EditorForm.cpp
+    EditorForm.h
+    EditorFormControls.cpp
+    EditorFormMoves.cpp
+    SlopeForm.h
+    frmBpjs.cpp
+    frmBpjs.h
+    frmCg.h
+    frmCgkd.h
+    frmDl.h
+    frmDxd.h
+    frmJdpqx.cpp
+    frmJdpqx.h
+    frmJmpqx.h
+    frmPqxSelect.cpp
+    frmPqxSelect.h
+    frmSelect.cpp
+    frmSelect.h
+    frmSelectCg.cpp
+    frmSelectCg.h
+    frmSqx.h
+    frmTfy.h
+    frmTfz.h
+    frmWfy.h
+    frmWfz.h
+)

@@ -1,0 +1,14 @@
+set(sources
+    Chainage.cpp
+    Chainage.h
+    Element.cpp
+    Element.h
+    Elevation.cpp
+    Elevation.h
+    Route.cpp
+    Route.h
+    RoutePoint.h
+    Simpson.h
+    XYToStake.cpp
+    XYToStake.h
+)

@@ -1,0 +1,4 @@
+set(sources
+    TrueRoad.cpp
+    TrueRoad.h
+)

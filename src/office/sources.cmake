@@ -1,0 +1,33 @@
+set(sources
+    Biff.cpp
+    Biff.h
+    BiffSheet.cpp
+    CellRef.cpp
+    CellRef.h
+    CellStyle.cpp
+    CellStyle.h
+    CellValue.cpp
+    CellValue.h
+    CompoundFile.cpp
+    CompoundFile.h
+    Drawing.cpp
+    Drawing.h
+    Dxf.cpp
+    Dxf.h
+    DxfGroups.cpp
+    DxfGroups.h
+    DxfTables.cpp
+    DxfTables.h
+    LittleEndian.h
+    StringTable.cpp
+    StringTable.h
+    StyleTable.cpp
+    StyleTable.h
+    Utf16.cpp
+    Utf16.h
+    Worksheet.cpp
+    Worksheet.h
+    WorksheetLooks.cpp
+    Xls.cpp
+    Xls.h
+)

@@ -1,0 +1,13 @@
+set(sources
+    DrawingWindow.cpp
+    DrawingWindow.h
+    SheetGeometry.cpp
+    SheetGeometry.h
+    SheetPainter.cpp
+    SheetPainter.h
+    SheetView.cpp
+    SheetView.h
+    SheetViewInput.cpp
+    SheetWindow.cpp
+    SheetWindow.h
+)

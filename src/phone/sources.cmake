@@ -1,0 +1,4 @@
+set(sources
+    Phone.cpp
+    Phone.h
+)

@@ -1,0 +1,4 @@
+set(sources
+    frmSjName.cpp
+    frmSjName.h
+)

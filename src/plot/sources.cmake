@@ -1,0 +1,34 @@
+set(sources
+    Angles.h
+    Drawings.cpp
+    Drawings.h
+    Dxf.cpp
+    Dxf.h
+    Labels.cpp
+    Labels.h
+    Picture.cpp
+    Picture.h
+    Plan.cpp
+    Plan.h
+    PlanDrawing.h
+    PlanTexts.cpp
+    Profile.cpp
+    Profile.h
+    ProfileBands.cpp
+    ProfileBands.h
+    ProjectPlot.cpp
+    ProjectPlot.h
+    Road.cpp
+    Road.h
+    RoadTables.cpp
+    Section.cpp
+    Section.h
+    Sheets.cpp
+    Sheets.h
+    Slopes.cpp
+    Slopes.h
+    Svg.cpp
+    Svg.h
+    TitleBlock.cpp
+    TitleBlock.h
+)

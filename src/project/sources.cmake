@@ -1,0 +1,13 @@
+set(sources
+    Compile.h
+    CompileIntersectionPoints.cpp
+    CompileTables.cpp
+    DeleteFolderTree.cpp
+    DeleteFolderTree.h
+    LoadProject.cpp
+    LoadProject.h
+    LoadTables.cpp
+    LoadTables.h
+    Workspace.cpp
+    Workspace.h
+)

@@ -1,0 +1,34 @@
+set(sources
+    BatchFile.cpp
+    BatchFile.h
+    Columns.h
+    DgdGc.cpp
+    DgdGc.h
+    DgdZb.cpp
+    DgdZb.h
+    Elevation.cpp
+    Elevation.h
+    Export.cpp
+    Export.h
+    Fs.cpp
+    Fs.h
+    Handler.cpp
+    Handler.h
+    Jgw.cpp
+    Jgw.h
+    Messages.h
+    Pl.cpp
+    Pl.h
+    PlGc.cpp
+    PlGc.h
+    Plfy.cpp
+    Plfy.h
+    Rows.cpp
+    Rows.h
+    Station.cpp
+    Station.h
+    Walk.cpp
+    Walk.h
+    Zdcs.cpp
+    Zdcs.h
+)

@@ -1,0 +1,22 @@
+set(sources
+    ScreenForm.cpp
+    ScreenForm.h
+    frmDgdGc.cpp
+    frmDgdGc.h
+    frmDgdZb.cpp
+    frmDgdZb.h
+    frmFs.cpp
+    frmFs.h
+    frmJgw.cpp
+    frmJgw.h
+    frmJgwDrawing.cpp
+    frmJgwDrawing.h
+    frmPl.cpp
+    frmPl.h
+    frmPlGc.cpp
+    frmPlGc.h
+    frmPlfy.cpp
+    frmPlfy.h
+    frmZdcs.cpp
+    frmZdcs.h
+)

@@ -1,0 +1,4 @@
+set(sources
+    CalcTables.h
+    TableList.h
+)

@@ -1,0 +1,12 @@
+set(sources
+    Fhdx.h
+    FhdxAdjust.cpp
+    FhdxCells.h
+    FhdxDraw.cpp
+    FhdxSheet.cpp
+    Qljs.cpp
+    Qljs.h
+    Required.h
+    Zbzfs.cpp
+    Zbzfs.h
+)

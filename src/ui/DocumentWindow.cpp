@@ -1,0 +1,228 @@
+#include "ui/DocumentWindow.h"
+
+#include "base/FileError.h"
+#include "base/ReplaceFile.h"
+#include "base/RunTimeError.h"
+#include "dialogs/Dialogs.h"
+#include "dialogs/FileBox.h"
+#include "ui/Fields.h"
+#include "ui/Platform.h"
+#include "ui/Theme.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QBuffer>
+#include <QCloseEvent>
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+#include <QPdfWriter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QScreen>
+#include <QStatusBar>
+#include <QToolBar>
+
+#include <algorithm>
+
+namespace {
+
+std::vector<DocumentWindow*>& openDocuments()
+{
+    static std::vector<DocumentWindow*> all;
+    return all;
+}
+bool leaving = false;
+
+}  // namespace
+
+DocumentWindow::DocumentWindow(const QString& title, const QString& kind, const QString& extension)
+    : m_title(title), m_kind(kind), m_extension(extension)
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    m_tools = addToolBar(QStringLiteral("工具"));
+    m_tools->setObjectName(QStringLiteral("tools"));
+    m_tools->setMovable(false);
+    m_tools->setContextMenuPolicy(Qt::PreventContextMenu);
+    m_tools->setStyleSheet(
+        QStringLiteral("QToolBar { spacing: 4px; padding: 4px 8px; } QToolButton { padding: 4px 8px; }"));
+    statusBar()->setSizeGripEnabled(true);
+    command(QStringLiteral("另存为"), QKeySequence::Save, QStringLiteral("把%1存入 .%2 文件").arg(kind, extension),
+            [this] { saveAs(); });
+    command(QStringLiteral("打印"), QKeySequence::Print, QStringLiteral("打印%1").arg(kind),
+            [this] { printOnPaper(); });
+    command(QStringLiteral("导出PDF"), QKeySequence(), QStringLiteral("把%1按打印的样子存入 PDF 文件").arg(kind),
+            [this] { exportPdf(); });
+    openDocuments().push_back(this);
+    showTitle();
+}
+
+DocumentWindow::~DocumentWindow()
+{
+    std::erase(openDocuments(), this);
+    if (leaving && openDocuments().empty()) platform().endProcess(0);
+}
+
+QAction* DocumentWindow::command(const QString& text, const QKeySequence& key, const QString& tip,
+                                 std::function<void()> run)
+{
+    auto* action = new QAction(text, this);
+    action->setObjectName(text);
+    action->setShortcut(key);
+    const QString keyText = action->shortcut().toString(QKeySequence::NativeText);
+    action->setToolTip(keyText.isEmpty() ? tip : tip + QStringLiteral(" (%1)").arg(keyText));
+    connect(action, &QAction::triggered, this, [run = std::move(run)] { runHandler(run); });
+    m_tools->addAction(action);
+    return action;
+}
+
+void DocumentWindow::separator() { m_tools->addSeparator(); }
+
+void DocumentWindow::addAtEnd(QWidget* widget)
+{
+    auto* filler = new QWidget;
+    filler->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    m_tools->addWidget(filler);
+    m_tools->addWidget(widget);
+}
+
+void DocumentWindow::say(const QString& text) { statusBar()->showMessage(text); }
+
+void DocumentWindow::touched()
+{
+    m_unsaved = true;
+    showTitle();
+}
+
+void DocumentWindow::showTitle()
+{
+    setWindowModified(m_unsaved);
+    setWindowTitle((m_path.isEmpty() ? m_title : QFileInfo(m_path).fileName()) + QStringLiteral("[*] - Velumark"));
+}
+
+QString DocumentWindow::askPath(const QString& extension)
+{
+    const auto chosen = dialogs().saveFile(toUtf8(QStringLiteral("(*.%1)|*.%1|").arg(extension)));
+    if (!chosen || chosen->empty()) return {};
+    QString path = fromUtf8(*chosen);
+    if (QFileInfo(path).suffix().compare(extension, Qt::CaseInsensitive) != 0) path += u'.' + extension;
+    if (QFileInfo::exists(path) && !dialogs().box({.text = "文件已存在！是否覆盖？",
+                                                   .title = "注意",
+                                                   .icon = Icon::Question,
+                                                   .buttons = Msg::YesNo,
+                                                   .preset = Msg::No}))
+        return {};
+    return path;
+}
+
+bool DocumentWindow::writes(const QString& path, const std::string& bytes)
+{
+    try {
+        WriteResult(toUtf8(path), bytes);
+        return true;
+    } catch (const FileError& error) {
+        dialogs().box(FileBox(error));
+        return false;
+    }
+}
+
+bool DocumentWindow::writeFile(const QString& path) const
+{
+    return attempt([&] { WriteResult(toUtf8(path), fileBytes()); });
+}
+
+bool DocumentWindow::saveAs()
+{
+    settle();
+    const QString path = askPath(m_extension);
+    if (path.isEmpty()) return false;
+    if (!writes(path, fileBytes())) return false;
+    m_path = path;
+    m_unsaved = false;
+    showTitle();
+    say(QStringLiteral("已保存：") + QDir::toNativeSeparators(path));
+    return true;
+}
+
+void DocumentWindow::printOnPaper()
+{
+    settle();
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageLayout(page());
+    printer.setDocName(windowTitle().remove(QStringLiteral("[*]")));
+    QPrintDialog dialog(&printer, this);
+    if (dialog.exec() == QDialog::Accepted) print(printer);
+}
+
+void DocumentWindow::exportPdf()
+{
+    settle();
+    const QString path = askPath(QStringLiteral("pdf"));
+    if (path.isEmpty()) return;
+    QByteArray bytes;
+    {
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::WriteOnly);
+        QPdfWriter writer(&buffer);
+        writer.setResolution(1200);
+        writer.setPageLayout(page());
+        writer.setTitle(m_title);
+        writer.setCreator(QStringLiteral("Velumark"));
+        print(writer);
+    }
+    if (!writes(path, bytes.toStdString())) return;
+    say(QStringLiteral("已导出：") + QDir::toNativeSeparators(path));
+}
+
+void DocumentWindow::closeEvent(QCloseEvent* event)
+{
+    settle();
+    const bool wanted = m_unsaved && dialogs().box({.text = toUtf8(m_kind + QStringLiteral("尚未保存，是否保存？")),
+                                                    .title = "注意",
+                                                    .icon = Icon::Question,
+                                                    .buttons = Msg::YesNo});
+    if (wanted && !saveAs()) return event->ignore();
+    event->accept();
+}
+
+void DocumentWindow::placeBeside(QWidget& form)
+{
+    const QRect screen = form.screen()->availableGeometry();
+    const QRect frame = form.frameGeometry();
+    const int room = std::max(320, screen.width() - frame.width() - 3 * theme::kGrid);
+    form.move(screen.right() - frame.width() - theme::kGrid + 1, std::max(screen.top(), frame.top()));
+    setGeometry(QRect(screen.left() + theme::kGrid, screen.top() + 5 * theme::kGrid, std::min(room, width()),
+                      std::min(screen.height() - 8 * theme::kGrid, 900)));
+}
+
+bool DocumentWindow::anyOpen() { return !openDocuments().empty(); }
+
+std::string DocumentWindow::keepUnsaved()
+{
+    QString told;
+    const QString stamp = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
+    int number = 0;
+    for (auto* document : openDocuments()) {
+        document->settle();
+        if (!document->m_unsaved) continue;
+        const QString name = QStringLiteral("/未保存的%1 %2-%3.%4")
+                                 .arg(document->m_kind, stamp)
+                                 .arg(++number)
+                                 .arg(document->m_extension);
+        for (const QString& folder : {QCoreApplication::applicationDirPath(), QDir::tempPath()}) {
+            if (!document->writeFile(folder + name)) continue;
+            told +=
+                QStringLiteral("\n未保存的%1已存入：%2").arg(document->m_kind, QDir::toNativeSeparators(folder + name));
+            break;
+        }
+    }
+    return toUtf8(told);
+}
+
+void leaveProgram()
+{
+    if (!DocumentWindow::anyOpen()) return platform().endProcess(0);
+    leaving = true;
+    for (auto* window : QApplication::topLevelWidgets())
+        if (!qobject_cast<DocumentWindow*>(window)) window->hide();
+}

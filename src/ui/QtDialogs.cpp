@@ -1,0 +1,237 @@
+#include "ui/QtDialogs.h"
+
+#include "ui/InputGuard.h"
+
+#include <QApplication>
+#include <QDeadlineTimer>
+#include <QDialogButtonBox>
+#include <QEventLoop>
+#include <QFileDialog>
+#include <QFileIconProvider>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QTimer>
+#include <QWindow>
+
+#include <algorithm>
+
+namespace {
+
+QMessageBox::Icon boxIcon(Icon icon)
+{
+    switch (icon) {
+    case Icon::None:
+        return QMessageBox::NoIcon;
+    case Icon::Information:
+        return QMessageBox::Information;
+    case Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Icon::Critical:
+        return QMessageBox::Critical;
+    case Icon::Question:
+        return QMessageBox::Question;
+    }
+    return QMessageBox::NoIcon;
+}
+
+class Box : public QMessageBox {
+public:
+    Box(const Msg& msg, QWidget* over)
+        : QMessageBox(boxIcon(msg.icon), QString::fromStdString(msg.title), QString::fromStdString(msg.text), NoButton,
+                      over)
+    {
+        setTextFormat(Qt::PlainText);
+    }
+
+protected:
+    /// The window system shows the program's file name over a window without a title: it gets a character that nobody
+    /// sees. Asking for the native window before it is shown would make native windows of all controls beneath.
+    void showEvent(QShowEvent* event) override
+    {
+        QMessageBox::showEvent(event);
+        if (windowTitle().isEmpty()) windowHandle()->setTitle(QChar(0x200B));
+    }
+};
+
+/// A question with Yes and No: only its buttons answer it. Esc and the close box leave it standing, and so does a key
+/// that is still held from the work before it.
+class Question final : public Box {
+public:
+    using Box::Box;
+    bool ask(Msg::Default preset)
+    {
+        auto* yes = addButton(QStringLiteral("是(&Y)"), YesRole);
+        auto* no = addButton(QStringLiteral("否(&N)"), NoRole);
+        setDefaultButton(preset == Msg::Yes ? yes : no);
+        qApp->installEventFilter(this);
+        exec();
+        return clickedButton() == yes;
+    }
+
+protected:
+    void reject() override {}
+    void closeEvent(QCloseEvent* event) override { event->ignore(); }
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        if (!event->matches(QKeySequence::Cancel)) QMessageBox::keyPressEvent(event);
+    }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+        if (!isKey || !static_cast<QKeyEvent*>(event)->isAutoRepeat()) return false;
+        event->accept();  // overridden: no shortcut either
+        return true;
+    }
+};
+
+/// Where a box belongs, also while no window of the program is active.
+QWidget* windowBelow()
+{
+    if (auto* active = QApplication::activeWindow()) return active;
+    if (auto* modal = QApplication::activeModalWidget()) return modal;
+    const auto windows = QApplication::topLevelWidgets();
+    const auto shown = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
+        return window->isVisible() && (window->windowType() == Qt::Window || window->windowType() == Qt::Dialog);
+    });
+    return shown == windows.end() ? nullptr : *shown;
+}
+
+/// Gives the focus back to where it was, whatever window the desktop activates when a box has closed.
+class FocusKept {
+public:
+    FocusKept() : m_window(windowBelow()), m_field(m_window ? m_window->focusWidget() : nullptr) {}
+    FocusKept(const FocusKept&) = delete;
+    FocusKept& operator=(const FocusKept&) = delete;
+    ~FocusKept()
+    {
+        if (!m_window || !m_window->isVisible()) return;
+        m_window->activateWindow();
+        if (m_field) m_field->setFocus(Qt::ActiveWindowFocusReason);
+    }
+
+private:
+    const QPointer<QWidget> m_window, m_field;
+};
+
+/// What the dialog's column of kinds says.
+class FileIcons : public QFileIconProvider {
+public:
+    QString type(const QFileInfo& file) const override
+    {
+        if (file.isDir()) return QStringLiteral("文件夹");
+        return file.suffix().isEmpty() ? QStringLiteral("文件") : file.suffix() + QStringLiteral(" 文件");
+    }
+};
+
+/// What is typed is one name, quotation marks and all: they don't enclose the names of a list here.
+class OneFileDialog : public QFileDialog {
+public:
+    OneFileDialog() : QFileDialog(windowBelow()), m_name(findChild<QLineEdit*>())
+    {
+        // A name with quotation marks is judged by the pieces between them, which may be nothing at all.
+        connect(m_name, &QLineEdit::textChanged, this, [this] {
+            if (quoted()) acceptButton()->setEnabled(true);
+        });
+    }
+    QString chosen() const { return m_chosen; }
+
+protected:
+    void accept() override
+    {
+        if (!quoted()) return QFileDialog::accept();
+        const QFileInfo file(directory(), m_name->text());
+        if (file.isDir()) {
+            setDirectory(file.filePath());
+            m_name->clear();
+        } else if (acceptMode() == AcceptSave || file.exists()) {
+            m_chosen = file.filePath();
+            done(Accepted);
+        } else {
+            QMessageBox::warning(
+                this, windowTitle(),
+                tr("%1\nFile not found.\nPlease verify the correct file name was given.").arg(file.fileName()));
+        }
+    }
+    void done(int result) override
+    {
+        if (m_chosen.isEmpty()) m_chosen = selectedFiles().value(0);
+        QFileDialog::done(result);
+    }
+
+private:
+    bool quoted() const { return m_name->text().contains(u'"'); }
+    QPushButton* acceptButton() const
+    {
+        auto* buttons = findChild<QDialogButtonBox*>();
+        return buttons->button(acceptMode() == AcceptOpen ? QDialogButtonBox::Open : QDialogButtonBox::Save);
+    }
+
+    QLineEdit* m_name;
+    QString m_chosen;
+};
+
+std::optional<std::string> chosenFile(std::string_view filter, QFileDialog::AcceptMode mode)
+{
+    FileIcons icons;  // outlives the dialog
+    OneFileDialog dialog;
+    dialog.setAcceptMode(mode);
+    dialog.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    // The dialog's own drawing: a desktop's native one may ask about overwriting or add an extension by itself.
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    dialog.setIconProvider(&icons);
+    dialog.setWindowTitle(mode == QFileDialog::AcceptOpen ? QStringLiteral("打开") : QStringLiteral("另存为"));
+    dialog.setNameFilters(nameFilters(QString::fromUtf8(filter.data(), static_cast<qsizetype>(filter.size()))));
+    if (dialog.exec() != QDialog::Accepted || dialog.chosen().isEmpty()) return std::nullopt;
+    return dialog.chosen().toStdString();
+}
+
+}  // namespace
+
+bool QtDialogs::box(const Msg& msg)
+{
+    const FocusKept focus;
+    if (msg.buttons == Msg::YesNo) return Question(msg, windowBelow()).ask(msg.preset);
+    Box box(msg, windowBelow());
+    box.addButton(QStringLiteral("确定"), QMessageBox::AcceptRole);
+    box.exec();
+    return true;
+}
+
+void QtDialogs::turn()
+{
+    const InputGuard guard;
+    QCoreApplication::processEvents();
+}
+
+void QtDialogs::turnWithInput()
+{
+    QTimer::singleShot(100, [] {});  // wakes the wait below where nothing else happens
+    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+}
+
+std::optional<std::string> QtDialogs::openFile(std::string_view filter)
+{
+    return chosenFile(filter, QFileDialog::AcceptOpen);
+}
+
+std::optional<std::string> QtDialogs::saveFile(std::string_view filter)
+{
+    return chosenFile(filter, QFileDialog::AcceptSave);
+}
+
+QStringList nameFilters(const QString& filter)
+{
+    const auto pieces = filter.split(u'|');
+    QStringList filters;
+    for (int i = 0; i + 1 < pieces.size(); i += 2) {
+        const QString patterns = QString(pieces[i + 1]).replace(u';', u' ');
+        const QString shown = u'(' + patterns + u')';
+        filters << (pieces[i].contains(shown) ? pieces[i] : (pieces[i] + u' ' + shown).trimmed());
+    }
+    return filters;
+}
