@@ -52,17 +52,17 @@ double ParseNumber(std::string_view text)
     if (!rest.empty() && (rest[0] == '+' || rest[0] == '-')) rest.remove_prefix(1);
     // from_chars knows "inf" and "nan" and no plus sign; both are settled by looking at the first character.
     const bool number = !rest.empty() && ((rest[0] >= '0' && rest[0] <= '9') || rest[0] == '.');
-    if (!number) throw RunTimeError(RunTimeError::TypeMismatch);
+    if (!number) throw RunTimeError(RunTimeError::TypeMismatch, text);
     double value = 0;
     const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), value);
     if (error == std::errc::invalid_argument || end != rest.data() + rest.size())
-        throw RunTimeError(RunTimeError::TypeMismatch);
+        throw RunTimeError(RunTimeError::TypeMismatch, text);
     if (error == std::errc::result_out_of_range) {
         // A stream tells too large from too small, which comes out as 0.
         std::istringstream in{std::string(rest)};
         in.imbue(std::locale::classic());
         in >> value;
-        if (value > 1) throw RunTimeError(RunTimeError::Overflow);
+        if (value > 1) throw RunTimeError(RunTimeError::Overflow, text);
     }
     return text[0] == '-' ? -value : value;
 }

@@ -6,6 +6,9 @@
 #include <cstdint>
 #include <exception>
 #include <limits>
+#include <memory>
+#include <string>
+#include <string_view>
 #include <utility>
 
 /// A statement that failed in a way the user of the program can meet.
@@ -21,12 +24,20 @@ public:
         PathNotFound = 76,
     };
     explicit RunTimeError(Number number) noexcept : m_number(number) {}
+    /// @param choked  the text that could not be taken as what it should be
+    RunTimeError(Number number, std::string_view choked)
+        : m_number(number), m_choked(std::make_shared<const std::string>(choked))
+    {}
     Number number() const noexcept { return m_number; }
     /// What happened, in Chinese, UTF-8, for the box that shows it.
     const char* what() const noexcept override;
 
+    /// The text that it choked on, UTF-8 or bytes of a file; "" where it was none.
+    std::string_view choked() const noexcept { return m_choked ? std::string_view(*m_choked) : std::string_view(); }
+
 private:
     Number m_number;
+    std::shared_ptr<const std::string> m_choked;  // shared: copying an exception throws nothing
 };
 
 /// Runs one assignment or one call; a run-time error drops it and the next statement runs. True: it went through.

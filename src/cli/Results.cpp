@@ -57,14 +57,22 @@ void Results::refuse(const std::string& text)
     m_refused = true;
 }
 
+namespace {
+
+/// The text that a line or an option stumbled over.
+std::string named(std::string_view choked) { return choked.empty() ? "" : "“" + std::string(choked) + "”："; }
+
+}  // namespace
+
 bool Results::press(const std::function<Outcome()>& handler, std::string_view option)
 {
     try {
         const Outcome outcome = handler();
         if (outcome) return true;
-        refuse(Culprit(m_call, *outcome.refusal, option) + outcome.refusal->msg.text);
+        const std::string culprit = Culprit(m_call, *outcome.refusal, option);
+        refuse((culprit.empty() ? named(outcome.choked) : culprit) + outcome.refusal->msg.text);
     } catch (const RunTimeError& error) {  // of a handler without a trap
-        refuse(error.what());
+        refuse(named(error.choked()) + error.what());
     }
     return false;
 }

@@ -19,6 +19,7 @@ struct Refusal {
 /// Done (empty) or refused. A run-time error is thrown as RunTimeError; rows handed over stay, whatever the outcome.
 struct Outcome {
     std::optional<Refusal> refusal;
+    std::string choked = {};  ///< the text that is no number, where one was refused for it
     explicit operator bool() const { return !refusal; }
 };
 

@@ -23,9 +23,9 @@ Outcome Handle(Trap trap, const std::function<void()>& body)
         body();
     } catch (const Refused& refused) {
         return {refused.refusal};
-    } catch (const RunTimeError&) {
+    } catch (const RunTimeError& error) {
         if (trap == Trap::None) throw;
-        if (trap == Trap::Words) return {NotANumber()};
+        if (trap == Trap::Words) return {NotANumber(), std::string(error.choked())};
     }
     return {};
 }

@@ -76,6 +76,20 @@ TEST(NumText, ComesBackThroughParsing)
     }
 }
 
+TEST(ParseNumber, SaysWhatItChokedOn)
+{
+    for (const auto* text : {"", "1.2.3", "x", "左5", "1e400"}) {
+        try {
+            ParseNumber(" " + std::string(text) + " ");
+            ADD_FAILURE() << text;
+        } catch (const RunTimeError& error) {
+            const RunTimeError copy = error;
+            EXPECT_EQ(copy.choked(), text);
+        }
+    }
+    EXPECT_EQ(RunTimeError(RunTimeError::Overflow).choked(), "");
+}
+
 TEST(ParseNumber, TakesSignPointAndExponent)
 {
     EXPECT_EQ(ParseNumber("12"), 12);

@@ -17,7 +17,8 @@ TEST_F(Companion, AnOffsetThatIsNoNumberIsRefusedAndNotTheCentreLine)
         for (const char* command : {"coords", "stakeout", "elevation"}) {
             const auto line = calc({"示例一", command, "--file", "-"}, std::string("12100,") + offset + "\n");
             EXPECT_EQ(line.code, 1) << command << " " << offset;
-            EXPECT_EQ(line.err, "第1行：请输入正确的数值！\n") << command << " " << offset;
+            EXPECT_EQ(line.err, "第1行：“" + std::string(offset) + "”：请输入正确的数值！\n")
+                << command << " " << offset;
             EXPECT_EQ(line.out, "") << command << " " << offset;
         }
     }

@@ -216,6 +216,25 @@ TEST_F(IntersectionPoints, RadiusZeroAtTheFirstVertexTakesWhatTheResultFieldsHol
     EXPECT_EQ((Column{gOutX, gOutY, gOutFwj}), (Column{11, 22, 33.5}));
 }
 
+TEST_F(IntersectionPoints, RadiusZeroLeavesTheWholeStateBesideTheTables)
+{
+    gOutX = 11, gOutY = 22, gOutFwj = 33.5, gOutDist = 4, gOutLcText = "K1", gOutOffsetText = "中";
+    gInX = 5, gInY = 6, gInLc = 7;
+    gStationX = 8, gPlStart = 9, gPqxModel = "交点法";
+    const Shared before = shared;
+    corner("100,0,20,30,0");
+    EXPECT_EQ(shared.results, before.results) << "the calls that fail leave what the last one left";
+    EXPECT_EQ(shared.session, before.session);
+    // Nothing but the one road: the vertex, its rows, and the main points that copy them.
+    EXPECT_EQ(gElemCount, 5);
+    EXPECT_EQ(gElemX, (Column{0, 100, 11, 11, 11, 0}));
+    EXPECT_EQ(gElemY, (Column{0, 0, 22, 22, 22, 0}));
+    EXPECT_EQ(gElemR1, Column(6));
+    EXPECT_EQ(gElemR2, Column(6));
+    EXPECT_EQ((Column{gZdHyX[1], gZdYhX[1], gZdHzX[1]}), (Column{11, 11, 11}));
+    EXPECT_EQ((Column{gZdHyY[1], gZdYhY[1], gZdHzY[1]}), (Column{22, 22, 22}));
+}
+
 TEST_F(IntersectionPoints, RadiusZeroKeepsShiftsAndTangentPartsOfTheVertexBefore)
 {
     load("0,0,0\r\nA,100,0,20,30,50\r\nB,100,300,20,30,0\r\n400,300\r\n");
