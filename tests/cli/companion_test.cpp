@@ -50,7 +50,8 @@ TEST_F(Companion, EachLineOfAFileIsOnePress)
     const std::string before = ReadBytes(path);
     const auto ran = calc({"示例一", "coords", "--file", path, "--format", "csv"});
     EXPECT_EQ(ran.code, 1);
-    EXPECT_EQ(ran.err, path + " 第3行：桩号不存在，请检查断链数据！\n" + path + " 第4行：“1.2.3”：请输入正确的数值！\n");
+    EXPECT_EQ(ran.err,
+              path + " 第3行：桩号不存在，请检查断链数据！\n" + path + " 第4行：“1.2.3”：请输入正确的数值！\n");
     const auto rows = lines(ran.out);
     ASSERT_EQ(rows.size(), 4u);
     EXPECT_TRUE(rows[1].starts_with("1,K12+100.000,左5米,无,"));
