@@ -25,6 +25,15 @@ std::string JoinLines(const std::vector<std::string>& lines)
     return bytes;
 }
 
+std::vector<std::string> AnyLines(std::string_view text)
+{
+    auto lines = Split(text, "\n");
+    if (!lines.empty() && lines.back().empty()) lines.pop_back();
+    for (auto& line : lines)
+        if (line.ends_with('\r')) line.pop_back();
+    return lines;
+}
+
 std::string WithoutBlankLines(const std::string& bytes)
 {
     auto lines = SplitLines(bytes);

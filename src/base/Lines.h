@@ -13,6 +13,9 @@ std::vector<std::string> SplitLines(std::string_view bytes);
 std::vector<std::string> SplitFields(std::string_view line);
 std::string JoinLines(const std::vector<std::string>& lines);  ///< each followed by CR LF
 
+/// The lines of a text from elsewhere, which end with LF, a CR before it or not; a line end at the very end adds none.
+std::vector<std::string> AnyLines(std::string_view text);
+
 /// The bytes without the lines that hold nothing; where one goes, so does what stands after the last CR LF.
 std::string WithoutBlankLines(const std::string& bytes);
 

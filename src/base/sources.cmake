@@ -27,4 +27,6 @@ set(sources
     Trig.h
     Utf16File.cpp
     Utf16File.h
+    Utf8.cpp
+    Utf8.h
 )

@@ -3,12 +3,11 @@
 #include "base/CodePage.h"
 #include "base/FileBytes.h"
 #include "base/FileError.h"
+#include "base/Utf8.h"
 
 #include <algorithm>
 
 namespace {
-
-bool continuation(unsigned char c) { return (c & 0xC0) == 0x80; }
 
 /// A text is quoted in a finding up to so many bytes.
 constexpr std::size_t kQuoted = 60;
@@ -25,17 +24,10 @@ std::size_t wholeCharacters(std::string_view bytes, std::size_t limit)
 
 bool LooksLikeUtf8(std::string_view bytes)
 {
-    bool three = false;
-    for (std::size_t i = 0; i < bytes.size();) {
-        const auto c = static_cast<unsigned char>(bytes[i]);
-        const std::size_t length = c < 0x80 ? 1 : (c >> 5) == 6 ? 2 : (c >> 4) == 14 ? 3 : (c >> 3) == 30 ? 4 : 0;
-        if (length == 0 || i + length > bytes.size()) return false;
-        for (std::size_t k = 1; k < length; ++k)
-            if (!continuation(static_cast<unsigned char>(bytes[i + k]))) return false;
-        three = three || length == 3;
-        i += length;
-    }
-    return three;
+    return IsUtf8(bytes) && std::any_of(bytes.begin(), bytes.end(), [](char c) {
+               const auto lead = static_cast<unsigned char>(c);
+               return lead >= 0xE0 && lead < 0xF0;  // of three bytes, as ideographs are
+           });
 }
 
 std::string QuotedText(std::string_view bytes)

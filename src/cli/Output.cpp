@@ -4,6 +4,7 @@
 #include "base/Numbers.h"
 #include "base/ReplaceFile.h"
 #include "base/RunTimeError.h"
+#include "base/Utf8.h"
 #include "cli/Command.h"
 
 #include <algorithm>
@@ -75,18 +76,6 @@ Format FormatOf(const Arguments& args, std::string_view forms)
 
 namespace {
 
-/// Takes one code point off the front; a damaged byte counts as one.
-char32_t nextCodePoint(std::string_view& text)
-{
-    const auto first = static_cast<unsigned char>(text[0]);
-    const std::size_t length = first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-    char32_t point = length == 1 ? first : first & (0x7F >> length);
-    for (std::size_t i = 1; i < length && i < text.size(); ++i)
-        point = point << 6 | (static_cast<unsigned char>(text[i]) & 0x3F);
-    text.remove_prefix(std::min(length, text.size()));
-    return point;
-}
-
 bool isWide(char32_t c)
 {
     constexpr std::array<std::pair<char32_t, char32_t>, 11> wide{{{0x1100, 0x115F},
@@ -134,7 +123,7 @@ std::string quoted(const std::string& text)
 int DisplayWidth(std::string_view text)
 {
     int width = 0;
-    while (!text.empty()) width += isWide(nextCodePoint(text)) ? 2 : 1;
+    while (!text.empty()) width += isWide(TakeCharacter(text)) ? 2 : 1;
     return width;
 }
 

@@ -2,6 +2,7 @@
 #include "base/Lines.h"
 #include "base/Numbers.h"
 #include "base/RunTimeError.h"
+#include "base/Utf8.h"
 #include "cli/Commands.h"
 #include "cli/Json.h"
 #include "cli/Output.h"
@@ -19,33 +20,13 @@
 
 namespace {
 
-bool isUtf8(std::string_view bytes)
-{
-    for (std::size_t i = 0; i < bytes.size();) {
-        const auto lead = static_cast<unsigned char>(bytes[i++]);
-        const int more = lead < 0x80                   ? 0
-                         : lead >= 0xC2 && lead < 0xE0 ? 1
-                         : (lead & 0xF0) == 0xE0       ? 2
-                         : (lead & 0xF8) == 0xF0       ? 3
-                                                       : -1;
-        if (more < 0) return false;
-        for (int k = 0; k < more; ++k)
-            if (i >= bytes.size() || (static_cast<unsigned char>(bytes[i++]) & 0xC0) != 0x80) return false;
-    }
-    return true;
-}
-
 /// The lines with a point, taken apart at commas.
 std::vector<std::vector<std::string>> pointsOf(std::string bytes)
 {
     if (bytes.starts_with("\xEF\xBB\xBF")) bytes.erase(0, 3);
-    if (!isUtf8(bytes)) bytes = Utf8FromCp936(bytes);
+    if (!IsUtf8(bytes)) bytes = Utf8FromCp936(bytes);
     std::vector<std::vector<std::string>> points;
-    for (std::size_t from = 0; from < bytes.size();) {
-        const auto end = std::min(bytes.find('\n', from), bytes.size());
-        std::string line = bytes.substr(from, end - from);
-        from = end + 1;
-        if (!line.empty() && line.back() == '\r') line.pop_back();
+    for (const auto& line : AnyLines(bytes)) {
         if (line.find_first_not_of(" ,\t") == std::string::npos || line[0] == '#' || line.starts_with("点名")) continue;
         points.push_back(SplitFields(line));
         points.back().resize(5);

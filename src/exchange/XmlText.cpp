@@ -4,6 +4,7 @@
 #include "base/FileBytes.h"
 #include "base/FileError.h"
 #include "base/FilePath.h"
+#include "base/Utf8.h"
 #include "exchange/ExchangeError.h"
 
 #include <algorithm>
@@ -13,49 +14,6 @@
 #include <optional>
 
 namespace {
-
-void append(std::string& out, char32_t c)
-{
-    if (c < 0x80) {
-        out += static_cast<char>(c);
-    } else if (c < 0x800) {
-        out += static_cast<char>(0xC0 | c >> 6);
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    } else if (c < 0x10000) {
-        out += static_cast<char>(0xE0 | c >> 12);
-        out += static_cast<char>(0x80 | (c >> 6 & 0x3F));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    } else {
-        out += static_cast<char>(0xF0 | c >> 18);
-        out += static_cast<char>(0x80 | (c >> 12 & 0x3F));
-        out += static_cast<char>(0x80 | (c >> 6 & 0x3F));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    }
-}
-
-/// Offset of the first byte that is no UTF-8, or npos.
-std::size_t firstBad(std::string_view text)
-{
-    for (std::size_t i = 0; i < text.size();) {
-        const auto lead = static_cast<unsigned char>(text[i]);
-        if (lead < 0x80) {
-            ++i;
-            continue;
-        }
-        const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-        if (lead < 0xC2 || lead > 0xF4 || i + length > text.size()) return i;
-        char32_t point = lead & (0x7Fu >> length);
-        for (std::size_t k = 1; k < length; ++k) {
-            const auto c = static_cast<unsigned char>(text[i + k]);
-            if ((c & 0xC0) != 0x80) return i;
-            point = point << 6 | (c & 0x3Fu);
-        }
-        const bool overlong = point < (length == 2 ? 0x80u : length == 3 ? 0x800u : 0x10000u);
-        if (overlong || point > 0x10FFFF || (point >= 0xD800 && point <= 0xDFFF)) return i;
-        i += length;
-    }
-    return std::string_view::npos;
-}
 
 std::string fromUtf16(std::string_view bytes, bool bigEndian)
 {
@@ -69,12 +27,12 @@ std::string fromUtf16(std::string_view bytes, bool bigEndian)
         const bool low = unit >= 0xDC00 && unit <= 0xDFFF;
         if (low != (high != 0)) throw ExchangeError("文件不是完整的 UTF-16 文本");
         if (low) {
-            append(out, 0x10000 + ((high - 0xD800) << 10) + (unit - 0xDC00));
+            AppendCharacter(out, 0x10000 + ((high - 0xD800) << 10) + (unit - 0xDC00));
             high = 0;
         } else if (unit >= 0xD800 && unit <= 0xDBFF) {
             high = unit;
         } else {
-            append(out, unit);
+            AppendCharacter(out, unit);
         }
     }
     if (high) throw ExchangeError("文件不是完整的 UTF-16 文本");
@@ -105,7 +63,7 @@ bool isOneOf(std::string_view name, std::initializer_list<std::string_view> name
 std::string fromLatin(std::string_view bytes)
 {
     std::string out;
-    for (const char c : bytes) append(out, static_cast<unsigned char>(c));
+    for (const char c : bytes) AppendCharacter(out, static_cast<unsigned char>(c));
     return out;
 }
 
@@ -135,7 +93,7 @@ std::string XmlAsUtf8(std::string bytes)
         bytes = fromLatin(bytes);
     else if (!isOneOf(name, {"", "utf-8", "utf8", "us-ascii", "ascii"}))
         throw ExchangeError("不认识的编码“" + name + "”，请先把文件另存为 UTF-8");
-    if (const auto bad = firstBad(bytes); bad != std::string::npos)
+    if (const auto bad = FirstBadByte(bytes); bad != std::string::npos)
         throw ExchangeError("第" + std::to_string(LineOfOffset(bytes, bad)) +
                             "行的字节不是 UTF-8，文件的编码与它所声明的不符");
     return bytes;

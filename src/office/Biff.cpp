@@ -1,6 +1,6 @@
 #include "office/Biff.h"
 
-#include "office/Utf16.h"
+#include "base/Utf8.h"
 
 #include <algorithm>
 #include <cassert>

@@ -1,5 +1,7 @@
 #include "office/Drawing.h"
 
+#include "base/Utf8.h"
+
 #include "base/Trig.h"
 
 #include <algorithm>
@@ -14,14 +16,10 @@ const Named* find(const std::vector<Named>& all, const std::string& name)
 }
 
 /// In heights: an ideograph is about as wide as the line is high, a letter half of it.
-double textWidth(const std::string& text)
+double textWidth(std::string_view text)
 {
     double width = 0;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x80) width += 0.75;
-        if (byte >= 0xC0) width += 1.5;
-    }
+    while (!text.empty()) width += TakeCharacter(text) < 0x80 ? 0.75 : 1.5;
     return width;
 }
 

@@ -1,7 +1,7 @@
 #include "office/StringTable.h"
 
+#include "base/Utf8.h"
 #include "office/Biff.h"
-#include "office/Utf16.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,5 +1,7 @@
 #include "office/Worksheet.h"
 
+#include "base/Utf8.h"
+
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
@@ -8,18 +10,6 @@ namespace {
 
 const CellValue kEmpty;
 constexpr std::size_t kLongestText = 32767;
-
-/// UTF-16 units of a UTF-8 text: one a character, two for those beyond the basic plane.
-std::size_t utf16Units(std::string_view text)
-{
-    std::size_t units = 0;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        units += (byte & 0xC0) != 0x80;
-        units += byte >= 0xF0;
-    }
-    return units;
-}
 
 void require(bool holds, const char* message)
 {
@@ -56,7 +46,7 @@ void Worksheet::setValue(CellRef cell, std::string_view text)
 void Worksheet::setText(CellRef cell, std::string text)
 {
     if (text.empty()) return clearValue(cell);
-    if (text.size() > kLongestText && utf16Units(text) > kLongestText)
+    if (text.size() > kLongestText && Utf16(text).size() > kLongestText)
         throw std::length_error("a cell holds at most 32767 characters");
     slot(cell) = std::move(text);
 }

@@ -23,8 +23,6 @@ set(sources
     StringTable.h
     StyleTable.cpp
     StyleTable.h
-    Utf16.cpp
-    Utf16.h
     Worksheet.cpp
     Worksheet.h
     WorksheetLooks.cpp

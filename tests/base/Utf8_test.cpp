@@ -1,4 +1,4 @@
-#include "office/Utf16.h"
+#include "base/Utf8.h"
 
 #include <gtest/gtest.h>
 
