@@ -95,7 +95,13 @@ std::string FormatFixed3(double value)
     return text + "." + NumText(f);
 }
 
-double Fixed3(double value) { return ParseNumber(FormatFixed3(value)); }
+double Fixed3(double value)
+{
+    // A whole number of thousandths that fifteen digits hold: its text and back is one division, rounded once.
+    const double thousandths = std::nearbyint(std::abs(value) * 1000);
+    if (thousandths < 1e12) return value == 0 ? 0 : std::copysign(thousandths / 1000, value);
+    return ParseNumber(FormatFixed3(value));
+}
 
 namespace {
 

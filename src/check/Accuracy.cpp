@@ -87,7 +87,7 @@ bool comesBack(const Tables& t, double stake, double offset)
     const auto point = pointAt(t, stake, 90, offset);
     if (!point) return false;
     if (point->error) throw *point->error;
-    const Foot foot = footOf(t, point->x, point->y, startOfRoute(t), point->x, point->y);
+    const Foot foot = footOf(t, point->x, point->y, point->x, point->y);
     if (foot.error && foot.error->number() != RunTimeError::Overflow) throw *foot.error;
     if (foot.error) return false;
     const double wanted = std::abs(RoundHalfUp3(ToNominal(t, stake).value));

@@ -1,9 +1,13 @@
 // From a point to its stake: the choice of an element, the walk along it, the texts.
 
 #include "engine/XYToStake.h"
+
 #include "base/Numbers.h"
+#include "base/RunTimeError.h"
 #include "base/Trig.h"
 #include "engine/Chainage.h"
+#include "engine/FastFoot.h"
+#include "engine/FastRoute.h"
 #include "engine/Route.h"
 #include "engine/RoutePoint.h"
 #include "tables/CalcTables.h"
@@ -28,21 +32,19 @@ double direction(double dx, double dy)
     return dx == 0 ? sign(dy) * 90.0 : trig::atan(dy / dx) * 180 / kPi + (1 - sign(dx)) * 90.0;
 }
 
-struct Target {
-    double x = 0, y = 0;  // m
-};
+}  // namespace
 
-/// Cosine of the angle between the tangent at point i and the direction to the target.
 double cosineAt(const Tables& t, Target to, std::size_t i)
 {
     return trig::cos(radians(direction(to.x - t.elemX[i], to.y - t.elemY[i]) - DmsToDeg(t.elemFwj[i])));
 }
 
-/// Element i is long enough, and the target lies ahead of the normal at its start and behind that at its end.
 bool isCandidate(const Tables& t, Target to, std::size_t i)
 {
     return t.elemLc[i] - t.elemLc[i - 1] > 0.01 && cosineAt(t, to, i - 1) >= 0 && cosineAt(t, to, i) <= 0;
 }
+
+namespace {
 
 using Bound = std::pair<double, std::size_t>;  // m, element
 
@@ -96,13 +98,34 @@ private:
     int m_lap = 0, m_nextMark = 1;
 };
 
+/// Stake and offset become texts, chainage breaks applied.
+void settle(const Tables& t, double stake, double offset, Foot& foot)
+{
+    foot.stake = RoundHalfUp3(stake);
+    foot.offset = RoundHalfUp3(offset);
+    foot.nominal = ToNominal(t, foot.stake);
+    foot.lcText = (foot.nominal.secondPass ? "-" : "") + FormatStake(foot.nominal.value);
+    if (foot.offset < 0)
+        foot.offsetText = "左" + FormatFixed3(std::abs(foot.offset)) + "米";
+    else if (foot.offset == 0)
+        foot.offsetText = "中";
+    else
+        foot.offsetText = "右" + FormatFixed3(foot.offset) + "米";
+}
+
+/// A foot and what finding it leaves in the shared results.
+struct TracedFoot : Foot {
+    std::optional<double> corrected;           ///< stake of the last correction round, m, if there was one
+    std::optional<double> x, y, fwjDeg, dist;  ///< the last candidate's middle, where there was a candidate
+};
+
 /// One search for a foot: what it finds goes into the foot as it comes, so that an error leaves what was there.
 class Search {
 public:
     Search(const Tables& tables, Target target, double lastX, double lastY)
         : t(tables), to(target), m_x(lastX), m_y(lastY)
     {}
-    Foot foot;
+    TracedFoot foot;
 
     void run(const WalkStart& start)
     {
@@ -132,6 +155,10 @@ private:
     /// middle is what is left.
     std::size_t chooseElement()
     {
+        if (const FastRoute* route = fastRoute(t); route && isTame(to.x) && isTame(to.y)) {
+            leaveLastCandidate(*route);
+            return nearestCandidate(t, *route, to);
+        }
         double nearest = 100000.0;
         std::size_t best = 0;
         const auto consider = [&](std::size_t i) {
@@ -156,6 +183,19 @@ private:
         return best;
     }
 
+    void leaveLastCandidate(const FastRoute& route)
+    {
+        for (std::size_t i = route.middles.size(); i >= 1; --i) {
+            if (!isCandidate(t, route, to, i)) continue;
+            const auto& middle = route.middles[i - 1];
+            foot.fwjDeg = middle.fwjDeg;
+            foot.x = m_x = middle.x;
+            foot.y = m_y = middle.y;
+            foot.dist = std::sqrt((m_y - to.y) * (m_y - to.y) + (m_x - to.x) * (m_x - to.x));
+            return;
+        }
+    }
+
     void walk(Place here)
     {
         const double first = at(t.elemLc, 0);
@@ -164,7 +204,8 @@ private:
         for (int round = static_cast<int>(foot.element);; toInt16(++round)) {
             const double dx = to.x - here.x, dy = to.y - here.y;
             const double d = std::sqrt(dy * dy + dx * dx);
-            if (dy == 0) return settle(here.k, d);  // kept on purpose: the offset is the bare distance, to the right
+            if (dy == 0)
+                return settle(t, here.k, d, foot);  // kept on purpose: the offset is the bare distance, to the right
             double q =
                 dx == 0 ? dy * 90 / std::abs(dy) : (1 - dx / std::abs(dx)) * 90 + trig::atan(dy / dx) * 180 / kPi;
             if (q < 0) q += 360;
@@ -172,32 +213,17 @@ private:
             if (d * c + here.k < last) here.k += d * c;
             const double o = trig::sin(radians(q - here.az)) * d;
             const double w = c * o;
-            if (std::abs(w) < 0.002 || std::abs(o) < 0.0001) return settle(here.k, o);
+            if (std::abs(w) < 0.002 || std::abs(o) < 0.0001) return settle(t, here.k, o, foot);
             if (here.k < first) here.k = first;
             if (here.k > last) here.k = last;
             foot.corrected = here.k;
             if (const std::size_t i = elementAt(t, here.k)) {
-                const CurvePoint p = pointOn(t, i, here.k);
+                const CurvePoint p = certainPointOn(t, i, here.k);
                 foot.fwjDeg = p.fwjDeg;
                 here = {here.k, p.fwjDeg, p.x, p.y};
             }
             round += cycle.roundsToSkip(here, kMostRounds - round);
         }
-    }
-
-    /// Stake and offset become texts, chainage breaks applied.
-    void settle(double stake, double offset)
-    {
-        foot.stake = stake;
-        foot.offset = RoundHalfUp3(offset);
-        foot.nominal = ToNominal(t, RoundHalfUp3(stake));
-        foot.lcText = (foot.nominal.secondPass ? "-" : "") + FormatStake(foot.nominal.value);
-        if (foot.offset < 0)
-            foot.offsetText = "左" + FormatFixed3(std::abs(foot.offset)) + "米";
-        else if (foot.offset == 0)
-            foot.offsetText = "中";
-        else
-            foot.offsetText = "右" + FormatFixed3(foot.offset) + "米";
     }
 
     const Tables& t;
@@ -209,9 +235,11 @@ private:
 
 WalkStart startOfRoute(const Tables& t) { return {at(t.elemLc, 0), at(t.elemFwj, 0), at(t.elemX, 0), at(t.elemY, 0)}; }
 
-Foot footOf(const Tables& t, double x, double y, const WalkStart& start, double lastX, double lastY)
+namespace {
+
+TracedFoot footWithTraces(const Tables& t, Target to, const WalkStart& start, double lastX, double lastY)
 {
-    Search search(t, {x, y}, lastX, lastY);
+    Search search(t, to, lastX, lastY);
     try {
         search.run(start);
     } catch (const RunTimeError& error) {
@@ -220,7 +248,35 @@ Foot footOf(const Tables& t, double x, double y, const WalkStart& start, double 
     return std::move(search.foot);
 }
 
-void store(const Foot& foot)
+/// The foot alone, where the walk from the nearest candidate leaves no digit open.
+std::optional<Foot> fastFoot(const Tables& t, Target to)
+{
+    const FastRoute* route = fastRoute(t);
+    if (!route || !isTame(to.x) || !isTame(to.y)) return std::nullopt;
+    ++fastCounts.feet;
+    Foot foot;
+    foot.element = nearestCandidate(t, *route, to);
+    const auto end = foot.element ? fastWalk(t, *route, to, foot.element) : std::nullopt;
+    if (!end) {
+        ++fastCounts.plainFeet;
+        return std::nullopt;
+    }
+    settle(t, end->stake, end->offset, foot);
+    return foot;
+}
+
+}  // namespace
+
+Foot footOf(const Tables& t, double x, double y, double lastX, double lastY)
+{
+    if (auto foot = fastFoot(t, {x, y})) return std::move(*foot);
+    return footWithTraces(t, {x, y}, startOfRoute(t), lastX, lastY);
+}
+
+namespace {
+
+/// What was found is stored first, then its error is thrown if it has one.
+void store(const TracedFoot& foot)
 {
     if (foot.x) gOutX = *foot.x;
     if (foot.y) gOutY = *foot.y;
@@ -232,14 +288,16 @@ void store(const Foot& foot)
     if (foot.error) throw *foot.error;
 }
 
+}  // namespace
+
 void XYToStake(double k0, double az0, double x0, double y0, double)
 {
-    store(footOf(shared.tables, gInX, gInY, {k0, az0, x0, y0}, gOutX, gOutY));
+    store(footWithTraces(shared.tables, {gInX, gInY}, {k0, az0, x0, y0}, gOutX, gOutY));
 }
 
 Foot XYToStakeFromStart()
 {
-    Foot foot = footOf(shared.tables, gInX, gInY, startOfRoute(shared.tables), gOutX, gOutY);
+    const TracedFoot foot = footWithTraces(shared.tables, {gInX, gInY}, startOfRoute(shared.tables), gOutX, gOutY);
     store(foot);
     return foot;
 }

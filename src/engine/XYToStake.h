@@ -19,31 +19,25 @@ struct WalkStart {
 /// Row 0 of the alignment, as every screen starts. @throws Subscript where there is no alignment
 WalkStart startOfRoute(const Tables& t);
 
-/// Stake and offset of a point, and what finding them leaves behind.
+/// Stake and offset of a point.
 struct Foot {
-    NominalStake nominal;             ///< stake to 3 decimals, chainage breaks applied
-    double offset = 0;                ///< m, to 3 decimals, negative left
-    std::string lcText;               ///< K12+345.678, UTF-8
-    std::string offsetText;           ///< 左1.234米, 右1.234米 or 中, UTF-8
-    double stake = 0;                 ///< continuous stake, m, not rounded
-    std::size_t element = 0;          ///< the element that the walk started on, counted from 1; 0: none was picked
-    std::optional<double> corrected;  ///< stake of the last correction round, if there was one
-    std::optional<double> x, y, fwjDeg, dist;  ///< what the choice and the walk left in the results, where they did
-    std::optional<RunTimeError> error;         ///< Overflow where the walk does not settle; then no stake, no texts
+    NominalStake nominal;               ///< stake to 3 decimals, chainage breaks applied
+    double offset = 0;                  ///< m, to 3 decimals, negative left
+    std::string lcText;                 ///< K12+345.678, UTF-8
+    std::string offsetText;             ///< 左1.234米, 右1.234米 or 中, UTF-8
+    double stake = 0;                   ///< continuous stake, m, to 3 decimals
+    std::size_t element = 0;            ///< the element that the walk started on, counted from 1; 0: none was picked
+    std::optional<RunTimeError> error;  ///< Overflow where the walk does not settle; then no stake, no texts
 };
 
-/// Stake and offset of a point: an element is picked, then the stake walks along the tangent until the point lies on
-/// the normal.
+/// Stake and offset of a point: an element is picked, then the stake walks along the tangent from row 0 or from there
+/// until the point lies on the normal. What XYToStake would leave behind besides is not told.
 /// @param x,y         m
-/// @param start       see WalkStart
 /// @param lastX,lastY the point that the last call left: an element whose middle no element holds is measured from it
 /// @throws Subscript where there is no alignment
-Foot footOf(const Tables& t, double x, double y, const WalkStart& start, double lastX = 0, double lastY = 0);
+Foot footOf(const Tables& t, double x, double y, double lastX = 0, double lastY = 0);
 
-/// Stores what a foot leaves, then throws its error if it has one.
-void store(const Foot& foot);
-
-/// footOf (gInX, gInY), left as texts in gOutLcText and gOutOffsetText.
+/// The foot of (gInX, gInY), left as texts in gOutLcText and gOutOffsetText.
 /// @param k0,az0,x0,y0  see WalkStart
 /// @param az1           never read
 /// @throws Overflow where the walk does not settle, Subscript where there is no alignment

@@ -5,6 +5,12 @@ set(sources
     Element.h
     Elevation.cpp
     Elevation.h
+    FastElement.cpp
+    FastElement.h
+    FastFoot.cpp
+    FastFoot.h
+    FastRoute.cpp
+    FastRoute.h
     Route.cpp
     Route.h
     RoutePoint.h

@@ -1,7 +1,6 @@
 #include "exchange/Shape.h"
 
 #include "base/Trig.h"
-#include "geometry/TrueRoad.h"
 #include "exchange/Directions.h"
 #include "exchange/ExchangeError.h"
 #include "exchange/NumberText.h"

@@ -7,6 +7,7 @@
 #include "base/Lines.h"
 #include "base/RunTimeError.h"
 #include "engine/Chainage.h"
+#include "engine/FastRoute.h"
 #include "project/Compile.h"
 #include "project/Workspace.h"
 
@@ -99,6 +100,7 @@ void ConvertStakes(const Tables& t, std::vector<double>& stakes, std::int16_t la
 
 Loaded loadTables(const ProjectReader& read, Tables& tables, EngineResults& results, Loaded met)
 {
+    tables.fast = {};
     try {
         Load(read, tables, results, met).run();
     } catch (const StakeInGap&) {
@@ -106,6 +108,7 @@ Loaded loadTables(const ProjectReader& read, Tables& tables, EngineResults& resu
     } catch (const NeverEnds& found) {
         met.neverEnds = found.place;
     }
+    prepareRoute(tables);
     return met;
 }
 

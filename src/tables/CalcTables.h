@@ -6,11 +6,21 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 /// Upper index of the main-point arrays: row 0 is not used, rows 1 to 500 hold intersection points.
 inline constexpr int kMaxMainPoint = 500;
+
+struct FastRoute;
+
+/// What engine/FastRoute.h keeps of the elements. It follows from the columns, so that it takes no part in a
+/// comparison.
+struct KeptRoute {
+    std::shared_ptr<const FastRoute> route;
+    bool operator==(const KeptRoute&) const { return true; }
+};
 
 /// What a load compiled.
 struct Tables {
@@ -22,6 +32,7 @@ struct Tables {
     Column elemFwj;              ///< start azimuth, packed dd.mmss, clockwise from north
     Column elemR1, elemR2;       ///< radius at start and end, m, positive turns right, 0 straight
     std::int16_t elemCount = 0;  ///< index of the closing row
+    KeptRoute fast;              ///< made from these rows by prepareRoute; none: the plain way
 
     // Traverse points, rows 0 to dxdCount.
     std::vector<std::string> dxdName;  ///< UTF-8

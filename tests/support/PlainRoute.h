@@ -31,21 +31,21 @@ inline bool pointAt(double stake, double& x, double& y, double& fwj)
         const double b = gElemR2[p] == 0 ? 0 : 1 / gElemR2[p];
         const double L = stake - gElemLc[p];
         const double dk = (b - a) / (gElemLc[n] - gElemLc[p]) * L;
-        fwj = DmsToDeg(gElemFwj[p]) + (a + a + dk) * L * 90 / kPi;
+        const double a0 = DmsToDeg(gElemFwj[p]);
+        fwj = a0 + (a + a + dk) * L * 90 / kPi;
         double s1x = 0, s1y = 0, s2x = 0, s2y = 0;
         for (int k = 96; k >= 1; --k) {
             const double u = 2 * k - 1;
-            const double t = ((u * dk / 192 + a + a) * (L / 2) * u / 192) * 180 / kPi + DmsToDeg(gElemFwj[p]);
+            const double t = ((u * dk / 192 + a + a) * (L / 2) * u / 192) * 180 / kPi + a0;
             s1x = s1x + cosDeg(t);
             s1y = s1y + sinDeg(t);
         }
         for (int k = 95; k >= 1; --k) {
             const double m = k;
-            const double t = ((m * dk / 96 + a + a) * (L / 2) * (m / 96) * 180) / kPi + DmsToDeg(gElemFwj[p]);
+            const double t = ((m * dk / 96 + a + a) * (L / 2) * (m / 96) * 180) / kPi + a0;
             s2x = s2x + cosDeg(t);
             s2y = s2y + sinDeg(t);
         }
-        const double a0 = DmsToDeg(gElemFwj[p]);
         x = (4 * s1x + cosDeg(a0) + 2 * s2x + cosDeg(fwj)) * (L / 576) + gElemX[p];
         y = (4 * s1y + sinDeg(a0) + 2 * s2y + sinDeg(fwj)) * (L / 576) + gElemY[p];
     }

@@ -36,6 +36,7 @@ struct ElementRow {
 /// Fills the alignment; the last row closes it.
 inline void setElements(const std::vector<ElementRow>& rows)
 {
+    shared.tables.fast = {};
     gElemLc.clear(), gElemX.clear(), gElemY.clear(), gElemFwj.clear(), gElemR1.clear(), gElemR2.clear();
     for (const ElementRow& r : rows) {
         gElemLc.push_back(r.lc);
