@@ -226,7 +226,7 @@ inline void showTools(const Seen& seen)
 
 }  // namespace every_window
 
-/// Shows all of them, each filled, to `seen`. Needs an application with the house look.
+/// Shows all of them, each filled, to `seen`. Needs an application with the theme.
 inline void forEveryWindow(const every_window::Seen& seen)
 {
     using namespace every_window;

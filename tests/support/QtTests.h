@@ -1,6 +1,6 @@
 #pragma once
 
-// The window tests of a room are one program; each class of tests is one run of it, named as its first argument.
+// The window tests of a folder are one program; each class of tests is one run of it, named as its first argument.
 
 #include <QtTest>
 
