@@ -14,6 +14,7 @@ set(sources
     Lines.h
     Numbers.cpp
     Numbers.h
+    ParameterFiles.h
     ReplaceFile.cpp
     ReplaceFile.h
     RunTimeError.cpp

@@ -1,12 +1,13 @@
 #include "check/Check.h"
 
+#include "base/ParameterFiles.h"
 #include "check/CheckRules.h"
 #include "check/CheckSections.h"
 
 namespace {
 
-const FileShape kPoints{.name = "导线点参数.txt", .fields = 4, .textField = 0, .secondTextField = 3};
-const FileShape kBreaks{.name = "断链参数.txt", .fields = 2};
+const FileShape kPoints{.name = std::string(files::traverse), .fields = 4, .textField = 0, .secondTextField = 3};
+const FileShape kBreaks{.name = std::string(files::breaks), .fields = 2};
 
 /// The breaks of the project, and what is wrong with them: each lies behind the one before along the road, which its
 /// own number need not show.

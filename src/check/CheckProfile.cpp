@@ -1,11 +1,13 @@
 #include "check/CheckRules.h"
+
+#include "base/ParameterFiles.h"
 #include "check/CheckSections.h"
 
 #include <cmath>
 
 namespace {
 
-const FileShape kProfile{.name = "竖曲线参数.txt", .fields = 3, .firstFields = 2, .lastFields = 2};
+const FileShape kProfile{.name = std::string(files::vertical), .fields = 3, .firstFields = 2, .lastFields = 2};
 
 /// Heights are written to the millimetre: a grade over `length` m may be off by as much on each end.
 double gradeRounding(double length) { return 0.001 / length; }

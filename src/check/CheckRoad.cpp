@@ -1,6 +1,7 @@
 #include "check/CheckRoad.h"
 
 #include "base/Numbers.h"
+#include "base/ParameterFiles.h"
 #include "check/CheckRules.h"
 #include "geometry/TrueRoad.h"
 #include "tables/CalcTables.h"
@@ -14,8 +15,8 @@ namespace {
 using std::to_string;
 
 const FileShape kIntersections{
-    .name = "平曲线参数.txt", .fields = 6, .textField = 0, .firstFields = 3, .lastFields = 2};
-const FileShape kBlocks{.name = "平曲线参数.txt", .fields = 7, .closingRow = true};
+    .name = std::string(files::horizontal), .fields = 6, .textField = 0, .firstFields = 3, .lastFields = 2};
+const FileShape kBlocks{.name = std::string(files::horizontal), .fields = 7, .closingRow = true};
 const std::string& kName = kBlocks.name;
 
 /// So many intersection points fill the four rows each, and one, that a 16-bit count can number.
@@ -267,12 +268,12 @@ CheckedRoad checkAs(bool byPoints, const CheckedFile& file, const CheckBreaks& b
 CheckedRoad CheckAlignment(const std::string& folder, const std::string& model, const CheckBreaks& breaks,
                            Findings& findings)
 {
-    const bool byPoints = model == "交点法";
+    const bool byPoints = model == model::byIntersectionPoints;
     Findings asTold;
     auto file = ReadChecked(folder, byPoints ? kIntersections : kBlocks, asTold);
     if (file.empty) findings.add(kName, 0, 0, "没有平曲线参数");
-    if (file.size() > 0 && !byPoints && model != "积木法")
-        findings.add("其他参数.txt", 1, 0, "平曲线模型“" + model + "”不是交点法或积木法，按积木法载入",
+    if (file.size() > 0 && !byPoints && model != model::byBlocks)
+        findings.add(std::string(files::settings), 1, 0, "平曲线模型“" + model + "”不是交点法或积木法，按积木法载入",
                      Severity::Error);
     if (looksLikeOtherModel(file, byPoints)) {
         findings.add(file.name, file[0].line, 0,

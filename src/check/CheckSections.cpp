@@ -1,6 +1,7 @@
 #include "check/CheckSections.h"
 
 #include "base/Numbers.h"
+#include "base/ParameterFiles.h"
 #include "check/CheckRules.h"
 
 #include <algorithm>
@@ -9,8 +10,8 @@
 
 namespace {
 
-const FileShape kSuperelevation{.name = "超高参数.txt", .fields = 6, .closingRow = true};
-const FileShape kWidths{.name = "超高宽度参数.txt", .fields = 12, .closingRow = true};
+const FileShape kSuperelevation{.name = std::string(files::superelevation), .fields = 6, .closingRow = true};
+const FileShape kWidths{.name = std::string(files::widths), .fields = 12, .closingRow = true};
 
 /// Stakes written to the millimetre: a stretch may fall short of the next by that.
 constexpr double kStakeTolerance = 0.0011;
@@ -207,7 +208,8 @@ void CheckSections(const std::string& folder, const std::string& form, const Che
     const auto slopes = ReadChecked(folder, kSuperelevation, findings);
     stretches(slopes, 0, 3, road, breaks, findings);
     if (slopes.size() > 0 && form != "线性" && form != "三次抛物线")
-        findings.add("其他参数.txt", 2, 0, "超高类型“" + form + "”不是线性或三次抛物线，按三次抛物线计算");
+        findings.add(std::string(files::settings), 2, 0,
+                     "超高类型“" + form + "”不是线性或三次抛物线，按三次抛物线计算");
     ratios(slopes, {1, 2, 4, 5}, findings);
     const auto widths = ReadChecked(folder, kWidths, findings);
     stretches(widths, 0, 1, road, breaks, findings);

@@ -1,4 +1,6 @@
 #include "base/Numbers.h"
+
+#include "base/ParameterFiles.h"
 #include "base/RunTimeError.h"
 #include "check/CheckFiles.h"
 #include "check/CheckLines.h"
@@ -7,7 +9,7 @@ namespace {
 
 using std::to_string;
 
-constexpr const char* kName = "其他参数.txt";
+const std::string kName(files::settings);
 constexpr const char* kUnset = "未设置";
 constexpr std::size_t kLines = 5;
 

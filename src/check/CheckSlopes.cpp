@@ -1,4 +1,6 @@
 #include "base/Numbers.h"
+
+#include "base/ParameterFiles.h"
 #include "base/RunTimeError.h"
 #include "check/CheckRules.h"
 #include "check/CheckSections.h"
@@ -7,10 +9,10 @@
 
 namespace {
 
-const FileShape kFiles[] = {{.name = "左幅填方参数.txt", .fields = 30, .loaded = false},
-                            {.name = "右幅填方参数.txt", .fields = 30, .loaded = false},
-                            {.name = "左幅挖方参数.txt", .fields = 60, .loaded = false},
-                            {.name = "右幅挖方参数.txt", .fields = 60, .loaded = false}};
+const FileShape kFiles[] = {{.name = std::string(files::leftFill), .fields = 30, .loaded = false},
+                            {.name = std::string(files::rightFill), .fields = 30, .loaded = false},
+                            {.name = std::string(files::leftCut), .fields = 60, .loaded = false},
+                            {.name = std::string(files::rightCut), .fields = 60, .loaded = false}};
 
 }  // namespace
 

@@ -8,6 +8,7 @@
 #include "check/Check.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
+#include "engine/Chainage.h"
 #include "project/LoadTables.h"
 #include "project/Workspace.h"
 #include "tables/CalcTables.h"
@@ -91,7 +92,8 @@ int listAccuracy(const Call& call)
     if (const auto settings = ParameterFile(files::settings); FileExists(settings))
         lines = SplitLines(Utf8FromCp936(WithoutBlankLines(ReadBytes(settings))));
     try {
-        return deliverAccuracy(call, CheckAccuracy(tables, !lines.empty() && lines[0] == "交点法"), loaded.cutAtGap);
+        return deliverAccuracy(call, CheckAccuracy(tables, !lines.empty() && lines[0] == model::byIntersectionPoints),
+                               loaded.cutAtGap);
     } catch (const FileError&) {
         throw;
     } catch (const RunTimeError& error) {

@@ -62,7 +62,7 @@ std::string nameOf(const std::string& folder)
 bool holdsParameterFile(const std::string& folder)
 {
     return std::any_of(kPhoneFiles.begin(), kPhoneFiles.end(),
-                       [&](const PhoneFile& file) { return FileExists(folder + "/" + file.source); });
+                       [&](const PhoneFile& file) { return FileExists(folder + "/" + std::string(file.source)); });
 }
 
 /// Loads gProject. Nothing: refused, its text is on `err`.

@@ -89,7 +89,7 @@ std::string Culprit(const Call& call, const Refusal& refusal, std::string_view o
         const auto blame =
             std::find_if(std::begin(kBlames), std::end(kBlames), [&](auto& b) { return b.text == text; });
         option = text == message::kNotANumber ? unreadable(call)
-                 : text == message::kGap      ? inGap(call)
+                 : text == kStakeInGap        ? inGap(call)
                  : blame != std::end(kBlames) ? blame->option
                                               : "";
     }

@@ -27,7 +27,7 @@ std::optional<double> stakeOf(const Call& call, std::string_view option)
 {
     const double typed = numberOf(call, option, StakeNumber(call.args.value(option)));
     const auto stake = ResolveStake(typed, kDgdZb);
-    if (!stake) call.err << option << " " << call.args.value(option) << "：桩号不存在，请检查断链数据！\n";
+    if (!stake) call.err << option << " " << call.args.value(option) << "：" << kStakeInGap << '\n';
     return stake;
 }
 

@@ -149,7 +149,7 @@ FillIn FillInRow(const EditorTable& table, const GridText& grid, int row, MouseR
     bool inGap = false;
     attempt([&] { inGap = !startFromBlock(cells, source, added); });  // a text that is no number: nothing to compute
     if (inGap) {
-        result.refusal = Notice("桩号不存在，请检查断链数据！");
+        result.refusal = Notice(std::string(kStakeInGap));
         result.refreshBox = false;
     }
     return result;

@@ -1,6 +1,7 @@
 #include "editors/EditorTable.h"
 
 #include "base/Numbers.h"
+#include "base/ParameterFiles.h"
 #include "base/RunTimeError.h"
 
 #include <array>
@@ -64,7 +65,7 @@ const EditorTable& JdpqxTable()
     static const EditorTable table = completed({
         .stem = "Jdpqx",
         .caption = "平曲线交点法参数",
-        .file = "平曲线参数.txt",
+        .file = files::horizontal,
         .columns = columns(1500, 1500,
                            {{"交点编号", Any, "交点的名称，任意文字（不含逗号）"},
                             {"交点X坐标", Signed, kNorthTip},
@@ -92,7 +93,7 @@ const EditorTable& JmpqxTable()
     static const EditorTable table = completed({
         .stem = "Jmpqx",
         .caption = "平曲线积木法参数",
-        .file = "平曲线参数.txt",
+        .file = files::horizontal,
         .columns = columns(1500, 1500,
                            {{"起点里程", Signed, kStakeTip},
                             {"终点里程", Signed, kStakeTip},
@@ -112,7 +113,7 @@ const EditorTable& SqxTable()
     static const EditorTable table = completed({
         .stem = "Sqx",
         .caption = "竖曲线参数",
-        .file = "竖曲线参数.txt",
+        .file = files::vertical,
         .columns = columns(2300, 2300,
                            {{"变坡点里程", Signed, kStakeTip},
                             {"变坡点高程", Signed, kElevationTip},
@@ -135,7 +136,7 @@ const EditorTable& CgTable()
     static const EditorTable table = completed({
         .stem = "Cg",
         .caption = "超高参数",
-        .file = "超高参数.txt",
+        .file = files::superelevation,
         .columns = columns(1700, 1700,
                            {{"变化起点里程", Signed, kStakeTip},
                             {"起点左幅坡度", Signed, kCrossSlopeTip},
@@ -153,7 +154,7 @@ const EditorTable& CgkdTable()
     static const EditorTable table = completed({
         .stem = "Cgkd",
         .caption = "超高宽度参数",
-        .file = "超高宽度参数.txt",
+        .file = files::widths,
         .columns = columns(600, 1200,
                            {{"变化起点里程", Signed, kStakeTip},
                             {"变化终点里程", Signed, kStakeTip},
@@ -187,7 +188,7 @@ const EditorTable& DxdTable()
         return completed({
             .stem = "Dxd",
             .caption = "导线点设置",
-            .file = "导线点参数.txt",
+            .file = files::traverse,
             .columns = std::move(made),
             .required = 3,
             .canBlank = true,
@@ -203,7 +204,7 @@ const EditorTable& DlTable()
     static const EditorTable table = completed({
         .stem = "Dl",
         .caption = "断链参数",
-        .file = "断链参数.txt",
+        .file = files::breaks,
         .columns =
             columns(2000, 2000,
                     {{"来向里程", Signed, "断链点在来向（小里程）一侧的里程，单位米"},

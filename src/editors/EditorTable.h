@@ -2,6 +2,7 @@
 // What tells the eleven grid editors apart, as data: one table each. Everything else is the pattern of EditorForm.
 // Columns count from 0, the sequence column; texts are UTF-8.
 
+#include "base/ParameterFiles.h"
 #include <string>
 #include <string_view>
 #include <utility>
@@ -77,10 +78,10 @@ struct SlopeKind {
     int gradeLimit;         ///< 5 grades of fill, 10 of cut
     int settingsLine;       ///< of 其他参数.txt, counted from 0, that holds the grade count
 };
-inline constexpr SlopeKind kTfz{"Tfz", "左幅填方参数", "左幅填方参数.txt", "左幅", 5, 2};
-inline constexpr SlopeKind kTfy{"Tfy", "右幅填方参数", "右幅填方参数.txt", "右幅", 5, 2};
-inline constexpr SlopeKind kWfz{"Wfz", "左幅挖方参数", "左幅挖方参数.txt", "左幅", 10, 3};
-inline constexpr SlopeKind kWfy{"Wfy", "右幅挖方参数", "右幅挖方参数.txt", "右幅", 10, 3};
+inline constexpr SlopeKind kTfz{"Tfz", "左幅填方参数", files::leftFill, "左幅", 5, 2};
+inline constexpr SlopeKind kTfy{"Tfy", "右幅填方参数", files::rightFill, "右幅", 5, 2};
+inline constexpr SlopeKind kWfz{"Wfz", "左幅挖方参数", files::leftCut, "左幅", 10, 3};
+inline constexpr SlopeKind kWfy{"Wfy", "右幅挖方参数", files::rightCut, "右幅", 10, 3};
 
 /// The table for a grade count; without columns where it is outside 1 to the kind's limit.
 EditorTable SlopeTable(const SlopeKind& kind, int gradeCount);

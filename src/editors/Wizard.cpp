@@ -18,14 +18,12 @@
 
 namespace {
 
-constexpr const char* kSettings = "其他参数.txt";
 constexpr std::string_view kUnset = "未设置";
-constexpr std::string_view kByIntersectionPoints = "交点法", kByBlocks = "积木法";
 constexpr int kModelLine = 0, kCgLine = 1;
 
-std::string settingsPath() { return ParameterFile(kSettings); }
+std::string settingsPath() { return ParameterFile(files::settings); }
 
-Msg settingsDamaged() { return Notice("“" + std::string(kSettings) + "”不存在或不完整，请重新打开项目！"); }
+Msg settingsDamaged() { return Notice("“" + std::string(files::settings) + "”不存在或不完整，请重新打开项目！"); }
 
 /// ReplaceLine for each pair of number (from 1) and text, in one rewrite of the file.
 Outcome replaceLines(const std::vector<std::pair<std::size_t, std::string>>& changes)
@@ -67,7 +65,7 @@ WizardStep NextStep(int option)
     if (chosen.settingsLine < 0) return {chosen.form};
     const auto line = SettingsLine(chosen.settingsLine);
     if (!line) return {.message = settingsDamaged()};
-    if (chosen.settingsLine == kModelLine && *line == kByIntersectionPoints) return {"frmJdpqx"};
+    if (chosen.settingsLine == kModelLine && *line == model::byIntersectionPoints) return {"frmJdpqx"};
     if (*line != kUnset) return {chosen.form};
     switch (chosen.settingsLine) {
     case kModelLine:
@@ -81,7 +79,7 @@ WizardStep NextStep(int option)
 
 Outcome StorePqxModel(bool byIntersectionPoints)
 {
-    gPqxModel = byIntersectionPoints ? kByIntersectionPoints : kByBlocks;
+    gPqxModel = byIntersectionPoints ? model::byIntersectionPoints : model::byBlocks;
     return replaceLines({{1, gPqxModel}});
 }
 

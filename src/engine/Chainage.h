@@ -8,6 +8,9 @@
 
 struct Tables;
 
+/// What every box says of a stake that lies in a gap between two parts of the road.
+inline constexpr std::string_view kStakeInGap = "桩号不存在，请检查断链数据！";
+
 /// How a caller's stakes become continuous. The defaults are those of the single-point coordinate screen.
 struct ResolveRule {
     enum { AbsoluteTyped, Typed } start = AbsoluteTyped;    ///< the running value starts at |t| or at t itself

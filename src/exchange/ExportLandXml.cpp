@@ -125,7 +125,7 @@ private:
     void vertices()
     {
         const auto& settings = lines(files::settings);
-        if (settings.empty() || settings[0] != "交点法" || m_t.jdX.size() < 2) return;
+        if (settings.empty() || settings[0] != model::byIntersectionPoints || m_t.jdX.size() < 2) return;
         const auto& rows = lines(files::horizontal);
         m_xml.open("AlignPIs");
         for (std::size_t i = 0; i < m_t.jdX.size(); ++i) {

@@ -19,7 +19,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-constexpr std::string_view kVertices = "交点法", kBlocks = "积木法", kLinear = "线性", kUnset = "未设置";
+constexpr std::string_view kLinear = "线性", kUnset = "未设置";
 
 void shift(landxml::Alignment& road, double metres)
 {
@@ -175,7 +175,7 @@ private:
     void chooseModel(const Stations& stations, bool sloped)
     {
         if (auto lines = VertexLines(m_road, m_shape)) {
-            m_files[std::string(files::settings)] = settings(kVertices, sloped);
+            m_files[std::string(files::settings)] = settings(model::byIntersectionPoints, sloped);
             m_files[std::string(files::horizontal)] = std::move(*lines);
             m_compiled = Compile(m_files);
             m_deviation = DeviationOf(m_compiled.tables, m_shape);
@@ -186,7 +186,7 @@ private:
                 return;
             }
         }
-        m_files[std::string(files::settings)] = settings(kBlocks, sloped);
+        m_files[std::string(files::settings)] = settings(model::byBlocks, sloped);
         m_files[std::string(files::horizontal)] = BlockLines(m_shape, stations);
         m_compiled = Compile(m_files);
         m_deviation = DeviationOf(m_compiled.tables, m_shape);

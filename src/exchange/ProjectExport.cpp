@@ -2,6 +2,7 @@
 
 #include "base/FileBytes.h"
 #include "base/FilePath.h"
+#include "engine/Chainage.h"
 #include "exchange/ExchangeError.h"
 #include "exchange/ExportLandXml.h"
 #include "project/LoadTables.h"
@@ -44,9 +45,10 @@ std::string ProjectAsLandXml(const std::string& folder, const std::string& name,
 {
     const Tables tables = TablesOfProject(folder);
     const RoadFiles files = ReadRoadFiles(folder);
-    constexpr std::array kSlopes{"左幅填方参数.txt", "右幅填方参数.txt", "左幅挖方参数.txt", "右幅挖方参数.txt"};
-    if (std::any_of(kSlopes.begin(), kSlopes.end(), [&](const char* file) {
-            return FileExists(folder + "/" + file) && !ReadBytes(folder + "/" + file).empty();
+    constexpr std::array kSlopes{files::leftFill, files::rightFill, files::leftCut, files::rightCut};
+    if (std::any_of(kSlopes.begin(), kSlopes.end(), [&](std::string_view slope) {
+            const std::string file = folder + "/" + std::string(slope);
+            return FileExists(file) && !ReadBytes(file).empty();
         }))
         report.push_back("没有导出边坡参数：LandXML 没有位置");
     return LandXmlText(

@@ -17,7 +17,8 @@ constexpr double kShortest = 1e-5;
 double closingBehindEnd(const RoadFiles& road)
 {
     const auto settings = road.find(files::settings);
-    const bool vertices = settings != road.end() && !settings->second.empty() && settings->second[0] == "交点法";
+    const bool vertices =
+        settings != road.end() && !settings->second.empty() && settings->second[0] == model::byIntersectionPoints;
     return vertices ? 0.01 : 0.0001;
 }
 

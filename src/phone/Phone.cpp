@@ -91,7 +91,8 @@ std::vector<std::string> listed(const std::string& text)
 void copyFiles(const std::string& name, Undo& undo)
 {
     for (const auto& file : kPhoneFiles) {
-        const auto source = ParameterFile(file.source), target = PhoneProjectPath(name) + "/" + file.target;
+        const auto source = ParameterFile(file.source),
+                   target = PhoneProjectPath(name) + "/" + std::string(file.target);
         undo.willMake(source);
         const auto text = Utf8FromCp936(ReadBytesCreating(source));
         undo.willWrite(target);

@@ -2,28 +2,30 @@
 // The copy of a project for the phone: the same texts under short names, in UTF-16, in a folder of SJCS beside the
 // program; SJCS/XMMC.txt lists what is there. A snapshot: later changes of the project do not reach it.
 
+#include "base/ParameterFiles.h"
 #include "dialogs/Outcome.h"
 
 #include <array>
 #include <string>
+#include <string_view>
 
 /// A parameter file of the project and its name on the phone.
 struct PhoneFile {
-    const char* source;
-    const char* target;
+    std::string_view source;
+    std::string_view target;
 };
 inline constexpr std::array<PhoneFile, 11> kPhoneFiles{{
-    {"其他参数.txt", "QTCS.txt"},
-    {"导线点参数.txt", "DXD.txt"},
-    {"平曲线参数.txt", "PQX.txt"},
-    {"竖曲线参数.txt", "SQX.txt"},
-    {"超高参数.txt", "CG.txt"},
-    {"超高宽度参数.txt", "CGKD.txt"},
-    {"断链参数.txt", "DL.txt"},
-    {"左幅填方参数.txt", "ZFTF.txt"},
-    {"右幅填方参数.txt", "YFTF.txt"},
-    {"左幅挖方参数.txt", "ZFWF.txt"},
-    {"右幅挖方参数.txt", "YFWF.txt"},
+    {files::settings, "QTCS.txt"},
+    {files::traverse, "DXD.txt"},
+    {files::horizontal, "PQX.txt"},
+    {files::vertical, "SQX.txt"},
+    {files::superelevation, "CG.txt"},
+    {files::widths, "CGKD.txt"},
+    {files::breaks, "DL.txt"},
+    {files::leftFill, "ZFTF.txt"},
+    {files::rightFill, "YFTF.txt"},
+    {files::leftCut, "ZFWF.txt"},
+    {files::rightCut, "YFWF.txt"},
 }};
 
 /// A key that the box for the name takes: a digit, a letter or backspace (8).

@@ -4,6 +4,7 @@
 #include "base/Lines.h"
 #include "base/Numbers.h"
 #include "base/RunTimeError.h"
+#include "engine/Chainage.h"
 #include "project/LoadTables.h"
 #include "project/Workspace.h"
 
@@ -37,11 +38,10 @@ int gradesOf(const std::vector<std::string>& settings, std::size_t line)
 SlopeFiles slopesOf(const std::string& folder, const Tables& t)
 {
     const auto settings = SplitLines(bytesOf(folder + "/" + std::string(files::settings)));
-    const auto rows = [&](const char* file, std::size_t line) {
-        return readSlopes(bytesOf(folder + "/" + file), gradesOf(settings, line), t);
+    const auto rows = [&](std::string_view file, std::size_t line) {
+        return readSlopes(bytesOf(folder + "/" + std::string(file)), gradesOf(settings, line), t);
     };
-    return {rows("左幅填方参数.txt", 2), rows("右幅填方参数.txt", 2), rows("左幅挖方参数.txt", 3),
-            rows("右幅挖方参数.txt", 3)};
+    return {rows(files::leftFill, 2), rows(files::rightFill, 2), rows(files::leftCut, 3), rows(files::rightCut, 3)};
 }
 
 std::unique_ptr<OwnRoad> roadOf(const std::string& folder)

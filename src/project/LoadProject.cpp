@@ -4,6 +4,7 @@
 #include "base/ReplaceFile.h"
 #include "base/TextFile.h"
 #include "dialogs/Dialogs.h"
+#include "engine/Chainage.h"
 #include "project/Workspace.h"
 #include "tables/CalcTables.h"
 

@@ -31,7 +31,7 @@ public:
         scan(files::traverse, CompileTraversePoints);
         scan(files::breaks, CompileBreaks);
         ReduceBreaks(m_tables);
-        if (setting(0) == "交点法")
+        if (setting(0) == model::byIntersectionPoints)
             scan(files::horizontal,
                  [this](const Rows& rows, Tables& t) { CompileIntersectionPoints(rows, t, m_results); });
         else

@@ -48,9 +48,6 @@ private:
     void remember(const FileError& error);
 };
 
-/// The box of a load that a gap cuts short.
-inline constexpr std::string_view kStakeInGap = "桩号不存在，请检查断链数据！";
-
 /// The bytes of a file of the project, by its name in namespace files. @throws FileError
 using ProjectReader = std::function<std::string(std::string_view)>;
 

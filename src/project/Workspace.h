@@ -2,6 +2,7 @@
 // Where the application works: the folder of the program, the workspace 参数文件 beside it, the catalogues.
 // Only direct children of 参数文件 and SJCS are ever opened, written or deleted.
 
+#include "base/ParameterFiles.h"  // IWYU pragma: export
 #include "dialogs/Outcome.h"
 
 #include <cstddef>
@@ -17,17 +18,6 @@ inline std::string gProject;  ///< name of the current project, UTF-8; never cle
 /// Where the current project's files lie if not in the workspace: ParameterFile looks there while it is not empty.
 /// Set by programs that take a folder anywhere; the windows leave it empty.
 inline std::string gProjectFolder;
-
-/// The files of a project that the loader reads.
-namespace files {
-inline constexpr std::string_view settings = "其他参数.txt";
-inline constexpr std::string_view horizontal = "平曲线参数.txt";
-inline constexpr std::string_view vertical = "竖曲线参数.txt";
-inline constexpr std::string_view breaks = "断链参数.txt";
-inline constexpr std::string_view traverse = "导线点参数.txt";
-inline constexpr std::string_view superelevation = "超高参数.txt";
-inline constexpr std::string_view widths = "超高宽度参数.txt";
-}  // namespace files
 
 /// Folder of the running program, bytes as they are: a name that is no valid UTF-8 works too.
 /// @param name  as the program was called, for machines that do not tell

@@ -35,7 +35,7 @@ void Refuse(std::string_view text, std::string_view field, std::string_view titl
     throw Refused{refusal(text, field, title, icon)};
 }
 
-void RefuseGap() { Refuse(message::kGap, {}, message::kNotice); }
+void RefuseGap() { Refuse(kStakeInGap, {}, message::kNotice); }
 
 Refusal NotANumber() { return refusal(message::kNotANumber, {}, message::kError, Icon::Exclamation); }
 

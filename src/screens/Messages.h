@@ -12,7 +12,6 @@ inline constexpr std::string_view kSuccess = "成功";
 
 // Any handler
 inline constexpr std::string_view kNotANumber = "请输入正确的数值！";
-inline constexpr std::string_view kGap = "桩号不存在，请检查断链数据！";
 
 // Stakes
 inline constexpr std::string_view kNoStake = "计算里程不能为空！";

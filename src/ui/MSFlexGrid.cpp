@@ -210,28 +210,6 @@ int MSFlexGrid::heightForAllRows() const
            (width > sizeHint().width() ? horizontalScrollBar()->sizeHint().height() : 0);
 }
 
-/// Scrolled by rows to the end, a view puts the last row at its foot and cuts the top one: there is room for both.
-void MSFlexGrid::showTopRowWhole()
-{
-    const auto& bar = *verticalScrollBar();
-    if (verticalScrollMode() != ScrollPerItem || bar.maximum() == 0 || bar.value() != bar.maximum()) return;
-    const int before = verticalHeader()->offset();
-    verticalHeader()->setOffsetToSectionPosition(bar.value());
-    if (verticalHeader()->offset() != before) viewport()->update();
-}
-
-void MSFlexGrid::scrollContentsBy(int dx, int dy)
-{
-    QTableView::scrollContentsBy(dx, dy);
-    showTopRowWhole();
-}
-
-void MSFlexGrid::updateGeometries()
-{
-    QTableView::updateGeometries();
-    showTopRowWhole();
-}
-
 void MSFlexGrid::resizeEvent(QResizeEvent* event)
 {
     QTableView::resizeEvent(event);

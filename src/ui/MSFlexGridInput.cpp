@@ -8,8 +8,10 @@
 #include "ui/MSFlexGrid.h"
 
 #include <QContextMenuEvent>
+#include <QHeaderView>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QScrollBar>
 
 #include <utility>
 
@@ -110,4 +112,26 @@ bool MSFlexGrid::eventFilter(QObject* watched, QEvent* event)
             if (const int button = mouseButton(mouse->button())) emit MouseDown(button, at.x(), at.y());
         }
     return QTableView::eventFilter(watched, event);
+}
+
+/// Scrolled by rows to the end, a view puts the last row at its foot and cuts the top one: there is room for both.
+void MSFlexGrid::showTopRowWhole()
+{
+    const auto& bar = *verticalScrollBar();
+    if (verticalScrollMode() != ScrollPerItem || bar.maximum() == 0 || bar.value() != bar.maximum()) return;
+    const int before = verticalHeader()->offset();
+    verticalHeader()->setOffsetToSectionPosition(bar.value());
+    if (verticalHeader()->offset() != before) viewport()->update();
+}
+
+void MSFlexGrid::scrollContentsBy(int dx, int dy)
+{
+    QTableView::scrollContentsBy(dx, dy);
+    showTopRowWhole();
+}
+
+void MSFlexGrid::updateGeometries()
+{
+    QTableView::updateGeometries();
+    showTopRowWhole();
 }

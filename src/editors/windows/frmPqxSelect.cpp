@@ -1,5 +1,6 @@
 #include "editors/windows/frmPqxSelect.h"
 
+#include "base/ParameterFiles.h"
 #include "editors/Wizard.h"
 #include "editors/windows/frmJdpqx.h"
 #include "editors/windows/frmJmpqx.h"
@@ -7,7 +8,8 @@
 frmPqxSelect::frmPqxSelect(QWidget* parent)
     : ChoiceForm(
           {"frmPqxSelect", "optPqxSelectJd", "optPqxSelectJm", "cmdPqxSelectOk", "cmdPqxSelectCancel",
-           QStringLiteral("平曲线计算模型"), QStringLiteral("交点法"), QStringLiteral("积木法")},
+           QStringLiteral("平曲线计算模型"), fromUtf8(std::string(model::byIntersectionPoints)),
+           fromUtf8(std::string(model::byBlocks))},
           [this](bool byIntersectionPoints) {
               const Outcome stored = StorePqxModel(byIntersectionPoints);
               if (!stored) return stored;
