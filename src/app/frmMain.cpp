@@ -1,6 +1,7 @@
 #include "app/frmMain.h"
 
 #include "app/Icons.h"
+#include "app/ListMenu.h"
 #include "app/MenuCommands.h"
 #include "app/WaysOut.h"
 #include "app/frmNewProjects.h"
@@ -44,6 +45,8 @@ frmMain::frmMain()
     setWindowIcon(programIcon());
     makeCommands();
     layOut();
+    lstProjects->setContextMenuPolicy(Qt::CustomContextMenu);
+    on(lstProjects, &QWidget::customContextMenuRequested, [this](const QPoint& at) { showListMenu(at); });
     onIdle(lstProjects, &ListBox::DblClick, &frmMain::cmdOpenProjects_Click);
     on(cmdExit, &XPButton::Click, [this] { leave(); });
     WhenLoadHangs([this] { leaveOnlyTheWaysOut(); });
@@ -116,6 +119,27 @@ void frmMain::layOut()
     all->addLayout(lists, 1);
     fitToContent(*this, {680, 464});
     lstProjects->setFocus();
+}
+
+/// The menu of the project under the mouse, or of the selected one where the menu key was pressed; else of the list.
+void frmMain::showListMenu(const QPoint& at)
+{
+    if (m_hanging) return;
+    const auto* hit = lstProjects->itemAt(at);
+    const QString project = hit ? hit->text() : QString();
+    auto* menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("mnuProjects"));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    bool ofProject = false;
+    for (const auto& command : listCommands()) {
+        if (command.ofProject && !hit) continue;
+        if (ofProject && !command.ofProject) menu->addSeparator();
+        ofProject = command.ofProject;
+        auto* entry = menu->addAction(QString::fromUtf8(command.caption));
+        entry->setObjectName(QString::fromUtf8(command.name));
+        on(entry, &QAction::triggered, [this, run = command.run, project] { run(this, *lstProjects, project); });
+    }
+    menu->popup(lstProjects->viewport()->mapToGlobal(at));
 }
 
 void frmMain::Form_Load()

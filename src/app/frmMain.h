@@ -38,6 +38,7 @@ private:
     XPButton* button(const char* name, const QString& caption, Handler handler);
     void makeCommands();
     void layOut();
+    void showListMenu(const QPoint& at);
 
     void cmdNewProjects_Click();
     void cmdOpenProjects_Click();

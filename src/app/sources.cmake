@@ -3,6 +3,8 @@ set(sources
     Icons.h
     ListBox.cpp
     ListBox.h
+    ListMenu.cpp
+    ListMenu.h
     MenuCommands.cpp
     MenuCommands.h
     Start.cpp

@@ -23,6 +23,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
+/// The bytes of a file piece by piece; an empty one ends them.
+using Pieces = std::function<std::string()>;
+
 fs::path folderOf(const fs::path& file) { return file.has_parent_path() ? file.parent_path() : fs::path("."); }
 
 // Names of temporary files: ".vm", 16 digits that stand for the file's own name, "-", 8 letters by chance, ".tmp".
@@ -97,7 +100,12 @@ public:
 
     explicit operator bool() const { return m_opened.has_value(); }
     bool take(const struct stat& old) const { return takeOwner(old) && takeRights(old); }
-    bool write(std::string_view bytes) { return m_opened->write(bytes) && m_opened->flush() && m_opened->close(); }
+    bool write(const Pieces& next)
+    {
+        for (auto piece = next(); !piece.empty(); piece = next())
+            if (!m_opened->write(piece)) return false;
+        return m_opened->flush() && m_opened->close();
+    }
     bool replace()
     {
         if (::rename(m_path.c_str(), m_file.c_str()) != 0) return false;
@@ -165,11 +173,14 @@ private:
     bool m_wasPending;
 };
 
-void writeStraight(const std::string& path, std::string_view bytes)
+void writeStraight(const std::string& path, const Pieces& next)
 {
     const WithoutPipeSignal quiet;
     Descriptor file(filePath(path), O_WRONLY);
-    if (!file || !file.write(bytes) || !file.close()) fail(path, errno);
+    if (!file) fail(path, errno);
+    for (auto piece = next(); !piece.empty(); piece = next())
+        if (!file.write(piece)) fail(path, errno);
+    if (!file.close()) fail(path, errno);
 }
 
 /// The file at the end of all links, where it may be replaced.
@@ -185,7 +196,7 @@ fs::path replaceable(const std::string& path, struct stat& old)
     return real;
 }
 
-void replace(const std::string& path, std::string_view bytes, bool straight)
+void replace(const std::string& path, const Pieces& next, bool straight)
 {
     struct stat old {};
     const int why = lookFollowingLinks(filePath(path), old);
@@ -194,18 +205,18 @@ void replace(const std::string& path, std::string_view bytes, bool straight)
     fs::path file = filePath(path);
     if (exists) {
         if (S_ISDIR(old.st_mode)) fail(path, EISDIR);
-        if (!S_ISREG(old.st_mode)) return straight ? writeStraight(path, bytes) : fail(path, EINVAL);
+        if (!S_ISREG(old.st_mode)) return straight ? writeStraight(path, next) : fail(path, EINVAL);
         file = replaceable(path, old);
     }
     const SignalsHeld held;
     Beside beside(file, exists ? old.st_mode & 0777 : 0666);
-    if (!beside || (exists && !beside.take(old)) || !beside.write(bytes) || !beside.replace()) fail(path, errno);
+    if (!beside || (exists && !beside.take(old)) || !beside.write(next) || !beside.replace()) fail(path, errno);
     flushFolder(folderOf(file));
 }
 
 #else
 
-void replace(const std::string& path, std::string_view bytes, bool)
+void replace(const std::string& path, const Pieces& next, bool)
 {
     const auto file = filePath(path);
     std::error_code error;
@@ -213,7 +224,8 @@ void replace(const std::string& path, std::string_view bytes, bool)
         fail(path, std::make_error_code(std::errc::no_such_file_or_directory));
     const auto beside = folderOf(file) / nameByChance(beginningFor(file));
     std::ofstream out(beside, std::ios::binary);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    for (auto piece = next(); !piece.empty(); piece = next())
+        out.write(piece.data(), static_cast<std::streamsize>(piece.size()));
     out.close();
     if (!out.good()) error = std::make_error_code(std::errc::io_error);
     if (!error) fs::rename(beside, file, error);
@@ -227,6 +239,22 @@ void replace(const std::string& path, std::string_view bytes, bool)
 
 }  // namespace
 
-void WriteBytes(const std::string& path, std::string_view bytes) { replace(path, bytes, false); }
+namespace {
 
-void WriteResult(const std::string& path, std::string_view bytes) { replace(path, bytes, true); }
+/// All bytes as one piece.
+Pieces once(std::string_view bytes)
+{
+    return [bytes]() mutable {
+        const std::string all(bytes);
+        bytes = {};
+        return all;
+    };
+}
+
+}  // namespace
+
+void WriteBytes(const std::string& path, std::string_view bytes) { replace(path, once(bytes), false); }
+
+void WriteResult(const std::string& path, std::string_view bytes) { replace(path, once(bytes), true); }
+
+void WriteResult(const std::string& path, const std::function<std::string()>& next) { replace(path, next, true); }

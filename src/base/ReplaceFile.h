@@ -1,6 +1,7 @@
 #pragma once
 // The one way a file is replaced.
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -15,3 +16,6 @@ void WriteBytes(const std::string& path, std::string_view bytes);
 
 /// WriteBytes for a place that a person named for a result: a pipe or a device is written straight.
 void WriteResult(const std::string& path, std::string_view bytes);
+/// The same for a file too large to be held: `next` gives its bytes piece by piece, an empty piece ends them. What it
+/// throws goes through, and the file stays as it was.
+void WriteResult(const std::string& path, const std::function<std::string()>& next);

@@ -27,9 +27,10 @@ struct Command {
     std::span<const Option> options;  ///< of its own
     bool takesWords = false;          ///< words that are no options may follow
     bool needsProject = true;         ///< a project stands before the command
+    std::string_view alone = {};      ///< an option with which none does
     bool loads = true;                ///< and is loaded before it runs
-    /// What --format and the ending of -o may ask for; "" for a command without these options.
-    std::string_view forms = "table csv json xls";
+    /// What --format and the ending of -o may ask for; "" for a command without these options, or with a -o of its own.
+    std::string_view forms = "table csv json xls xlsx";
     /// 0, or 1 for a refusal, whose text is on `err`. @throws WrongUsage
     int (*run)(const Call&);
 };

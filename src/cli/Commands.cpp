@@ -10,7 +10,8 @@ std::span<const Command* const> Commands()
     static constexpr const Command* kAll[] = {
         &kCoordsCommand,     &kInverseCommand, &kStakeoutCommand, &kElevationCommand, &kCornersCommand,
         &kMainPointsCommand, &kPhoneCommand,   &kTraverseCommand, &kTablesCommand,    &kCheckCommand,
-        &kPlotCommand,       &kImportCommand,  &kExportCommand,   &kListCommand,      &kHelpCommand,
+        &kPlotCommand,       &kImportCommand,  &kExportCommand,   &kPointsCommand,    &kCompareCommand,
+        &kListCommand,       &kHelpCommand,
     };
     return kAll;
 }
@@ -31,14 +32,15 @@ std::span<const Option> CommonOptions(const Command& command)
     static constexpr Option kSheets[] = {
         kFormat,
         {"-o", "文件",
-         "写到文件：.xls 是和界面保存的一样的表格，.csv 可直接用电子表格打开，.json 是 JSON，其余同 --format"},
+         "写到文件：.xls 是和界面保存的一样的表格，.xlsx 里的数是数值，.csv 可直接用电子表格打开，.json 是 "
+         "JSON，其余同 --format"},
         kQuiet,
         kHelp};
     static constexpr Option kTexts[] = {
         kFormat, {"-o", "文件", "写到文件：.csv 和 .json 按扩展名，其余同 --format"}, kQuiet, kHelp};
     static constexpr Option kPlain[] = {kQuiet, kHelp};
     if (command.forms.empty()) return kPlain;
-    return command.forms.ends_with("xls") ? std::span<const Option>(kSheets) : kTexts;
+    return command.forms.find("xls") != std::string_view::npos ? std::span<const Option>(kSheets) : kTexts;
 }
 
 namespace {
@@ -66,7 +68,9 @@ std::string optionList(std::span<const Option> options)
 std::string usage(const Command& command, Way way)
 {
     std::string line =
-        "  velumark-calc " + std::string(command.needsProject ? "项目 " : "") + std::string(command.name);
+        "  velumark-calc " +
+        std::string(command.needsProject && (command.alone.empty() || !way.starts_with(command.alone)) ? "项目 " : "") +
+        std::string(command.name);
     if (command.takesWords) line += " [命令]";
     for (const auto& [name, required] : OptionsOf(way)) {
         const std::string option = withValue(*FindOption(command.options, name));

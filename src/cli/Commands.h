@@ -16,5 +16,7 @@ extern const Command kPlotCommand;
 extern const Command kCheckCommand;
 extern const Command kImportCommand;
 extern const Command kExportCommand;
+extern const Command kPointsCommand;
+extern const Command kCompareCommand;
 extern const Command kListCommand;
 extern const Command kHelpCommand;

@@ -101,6 +101,7 @@ struct CommandLine {
     Arguments global;
     std::string project;
     const Command* command = nullptr;
+    bool needsProject = true;
     std::vector<std::string> rest;
 };
 
@@ -124,6 +125,20 @@ CommandLine parse(const std::vector<std::string>& args)
     if (line.global.has("--help") || line.global.has("--version")) return line;
     std::string word = next(line.global.has("--folder") ? "命令" : "项目");
     const Command* command = FindCommand(word);
+    // With an option that asks for all projects, none stands before the command.
+    const auto alone = [&](const Command& c) {
+        return !c.alone.empty() &&
+               std::any_of(args.begin() + static_cast<std::ptrdiff_t>(i), args.end(), [&](const std::string& arg) {
+                   return arg == c.alone || arg.starts_with(std::string(c.alone) + "=");
+               });
+    };
+    if (command && alone(*command)) {
+        if (line.global.has("--folder")) throw WrongUsage(std::string(command->alone) + " 不和 --folder 一起用");
+        line.command = command;
+        line.needsProject = false;
+        line.rest.assign(args.begin() + static_cast<std::ptrdiff_t>(i), args.end());
+        return line;
+    }
     // A project may have the name of a command that works without one.
     const bool isProject = command && !command->takesWords && i < args.size() && FindCommand(args[i]);
     if (!line.global.has("--folder") && (isProject || !(command && !command->needsProject))) {
@@ -139,6 +154,8 @@ CommandLine parse(const std::vector<std::string>& args)
     }
     line.command = FindCommand(word);
     if (!line.command) throw WrongUsage("没有命令 " + word);
+    if (alone(*line.command)) throw WrongUsage(std::string(line.command->alone) + " 前面不写项目");
+    line.needsProject = line.command->needsProject;
     line.rest.assign(args.begin() + static_cast<std::ptrdiff_t>(i), args.end());
     return line;
 }
@@ -146,12 +163,16 @@ CommandLine parse(const std::vector<std::string>& args)
 /// Input files are never changed, also not by naming one for the result.
 void refuseSameFile(const Arguments& args)
 {
-    const std::string input = args.value("--file");
-    if (input.empty() || LookAt(input) != Look::Regular) return;
-    for (const char* option : {"-o", "--dxf"}) {
-        std::error_code error;
-        if (args.has(option) && std::filesystem::equivalent(filePath(input), filePath(args.value(option)), error))
-            throw WrongUsage(std::string(option) + " 和 --file 是同一个文件：" + args.value(option));
+    std::vector<std::pair<std::string, std::string>> inputs;
+    for (const char* option : {"--file", "--corners", "--setout"}) inputs.emplace_back(option, args.value(option));
+    for (const auto& word : args.words()) inputs.emplace_back("输入", word);
+    for (const auto& [name, input] : inputs) {
+        if (input.empty() || LookAt(input) != Look::Regular) continue;
+        for (const char* option : {"-o", "--dxf"}) {
+            std::error_code error;
+            if (args.has(option) && std::filesystem::equivalent(filePath(input), filePath(args.value(option)), error))
+                throw WrongUsage(std::string(option) + " 和 " + name + " 是同一个文件：" + args.value(option));
+        }
     }
 }
 
@@ -175,12 +196,12 @@ int run(const CommandLine& line, std::istream& in, std::ostream& out, std::ostre
         return kDone;
     }
     if (!words.empty() && !line.command->takesWords) throw WrongUsage("多余的参数：" + words.front());
-    const Format format = FormatOf(args, line.command->forms);
+    const Format format = line.command->forms.empty() ? Format::Table : FormatOf(args, line.command->forms);
     refuseSameFile(args);
     const Way way = line.command->ways.empty() ? Way() : args.choose(line.command->ways);
 
     std::optional<Loaded> loaded = Loaded{};
-    if (line.command->needsProject) loaded = openProject(line.global, line.project, line.command->loads, err);
+    if (line.needsProject) loaded = openProject(line.global, line.project, line.command->loads, err);
     if (!loaded) return kRefused;
     const int code = line.command->run({args, way, format, in, out, err});
     // A load that a gap cut short has said so; what was computed from half the tables is no success.

@@ -5,6 +5,7 @@
 #include "base/Lines.h"
 #include "base/Numbers.h"
 #include "cli/Commands.h"
+#include "cli/ProjectNames.h"
 #include "engine/Chainage.h"
 #include "project/LoadTables.h"
 #include "project/Workspace.h"
@@ -68,26 +69,6 @@ Project look(const std::string& name)
     return project;
 }
 
-/// The catalogue in its order, then folders that it does not name.
-std::vector<std::string> projectNames()
-{
-    std::vector<std::string> names;
-    const std::string catalogue = WorkspacePath() + "/项目名称.txt";
-    if (FileExists(catalogue))
-        for (const auto& line : SplitLines(ReadBytes(catalogue)))
-            if (!line.empty()) names.push_back(Utf8FromCp936(line));
-    std::set<std::string> unlisted;
-    std::error_code error;
-    for (std::filesystem::directory_iterator entry(filePath(WorkspacePath()), error), end; !error && entry != end;
-         entry.increment(error)) {
-        const auto name = entry->path().filename().u8string();
-        if (entry->is_directory(error)) unlisted.insert({name.begin(), name.end()});
-    }
-    for (const auto& name : names) unlisted.erase(name);
-    names.insert(names.end(), unlisted.begin(), unlisted.end());
-    return names;
-}
-
 int run(const Call& call)
 {
     if (!FolderExists(WorkspacePath())) {
@@ -95,7 +76,7 @@ int run(const Call& call)
         return kRefused;
     }
     GridText grid;
-    const auto names = projectNames();
+    const auto names = ProjectNames();
     grid.setCols(4);
     grid.setRows(static_cast<int>(names.size()) + 1);
     const auto put = [&grid](int row, const Project& project) {

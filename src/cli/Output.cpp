@@ -17,10 +17,13 @@
 
 namespace {
 
-constexpr std::pair<std::string_view, Format> kForms[] = {
-    {"table", Format::Table}, {"csv", Format::Csv}, {"json", Format::Json}, {"xls", Format::Sheet}};
+constexpr std::pair<std::string_view, Format> kForms[] = {{"table", Format::Table},
+                                                          {"csv", Format::Csv},
+                                                          {"json", Format::Json},
+                                                          {"xls", Format::Sheet},
+                                                          {"xlsx", Format::Workbook}};
 
-/// Endings of spreadsheets, of which .xls and .csv alone are written.
+/// Endings of spreadsheets, of which .xls, .xlsx and .csv alone are written.
 constexpr std::string_view kSpreadsheets[] = {".xls", ".xlsx", ".xlsm", ".xlsb", ".xlt", ".xltx", ".xltm",
                                               ".xlw", ".ods",  ".fods", ".ots",  ".et",  ".ett",  ".numbers"};
 
@@ -34,7 +37,7 @@ Format namedForm(const std::string& name, std::string_view forms)
 {
     std::vector<std::string_view> possible;
     for (const auto& [form, format] : kForms) {
-        if (format == Format::Sheet || !hasForm(forms, form)) continue;
+        if (format == Format::Sheet || format == Format::Workbook || !hasForm(forms, form)) continue;
         if (form == name) return format;
         possible.push_back(form);
     }
@@ -48,7 +51,7 @@ Format namedForm(const std::string& name, std::string_view forms)
 std::optional<Format> formOfEnding(const std::string& path, std::string_view forms)
 {
     for (const std::string_view ending : kSpreadsheets)
-        if (EndsWithNoCase(path, ending) && !(ending == ".xls" && hasForm(forms, "xls")))
+        if (EndsWithNoCase(path, ending) && !hasForm(forms, ending.substr(1)))
             throw WrongUsage("-o " + path + "：这个命令不写 " + std::string(ending) + " 文件");
     for (const auto& [form, format] : kForms)
         if (format != Format::Table && EndsWithNoCase(path, "." + std::string(form))) {
@@ -168,6 +171,7 @@ std::string Rendered(const OutputTable& table, Format format)
         return Json(table);
     case Format::Table:
     case Format::Sheet:
+    case Format::Workbook:
         break;
     }
     return AlignedTable(table.grid);

@@ -10,8 +10,8 @@
 #include <string_view>
 #include <vector>
 
-enum class Format { Table, Csv, Json, Sheet };
-/// How a result goes out: by --format, or by the ending of -o where that names a form (.csv, .json, .xls).
+enum class Format { Table, Csv, Json, Sheet, Workbook };
+/// How a result goes out: by --format, or by the ending of -o where that names a form (.csv, .json, .xls, .xlsx).
 /// @param forms  those of the command, separated by blanks: "table csv json xls"
 /// @throws WrongUsage for another form, a --format that the ending contradicts, and the ending of a spreadsheet that
 /// nobody here writes

@@ -6,7 +6,9 @@
 #include "base/RunTimeError.h"
 #include "cli/Culprit.h"
 #include "cli/Output.h"
+#include "exchange/Xlsx.h"
 #include "office/Xls.h"
+#include "project/Workspace.h"
 #include "screens/Handler.h"
 #include "tables/CalcTables.h"
 
@@ -127,16 +129,18 @@ int Results::finish()
         if (!grid.warning(row).empty()) m_call.err << "第" << row << "行结果：" << grid.warning(row) << '\n';
 
     const std::string path = m_call.args.value("-o");
-    const bool sheet = m_call.format == Format::Sheet, empty = m_rows.state.rows == 0;
+    const bool sheet = m_call.format == Format::Sheet, book = m_call.format == Format::Workbook,
+               empty = m_rows.state.rows == 0;
     const OutputTable table{grid, m_kind.typed};
     if (path.empty()) {
         // Headers without a row tell a person nothing; a program that reads CSV or JSON wants them.
         if (!empty || m_call.format != Format::Table) m_call.out << Rendered(table, m_call.format);
-    } else if (empty && (m_refused || sheet)) {
+    } else if (empty && (m_refused || sheet || book)) {
         refuse(std::string(message::kNothingToSave));
     } else if (!WriteOutput(m_call, path, [&] {
-                   return sheet ? XlsBytes(ResultSheet(m_kind.sheet, {grid, m_rows.state.rows, stationPick, own}))
-                                : FileBytes(path, table, m_call.format);
+                   return book    ? XlsxBytes({grid, gProject})
+                          : sheet ? XlsBytes(ResultSheet(m_kind.sheet, {grid, m_rows.state.rows, stationPick, own}))
+                                  : FileBytes(path, table, m_call.format);
                })) {
         m_refused = true;
     }

@@ -7,6 +7,7 @@
 #include "cli/Json.h"
 #include "cli/Output.h"
 #include "cli/Results.h"
+#include "exchange/Xlsx.h"
 #include "office/Dxf.h"
 #include "office/Xls.h"
 #include "tables/CalcTables.h"
@@ -192,6 +193,8 @@ int run(const Call& call)
         switch (call.format) {
         case Format::Sheet:
             return XlsBytes(sheet);
+        case Format::Workbook:
+            return XlsxBytes({grid, ""});
         case Format::Json:
             return asJson(table, sheet, n);
         case Format::Csv:

@@ -7,6 +7,7 @@ set(sources
     Commands.h
     Companion.cpp
     Companion.h
+    Compare.cpp
     Coords.cpp
     Corners.cpp
     Culprit.cpp
@@ -24,6 +25,9 @@ set(sources
     Output.h
     Phone.cpp
     Plot.cpp
+    Points.cpp
+    ProjectNames.cpp
+    ProjectNames.h
     Results.cpp
     Results.h
     Stakeout.cpp

@@ -1,6 +1,7 @@
 #include "exchange/ProjectExport.h"
 
 #include "base/FileBytes.h"
+#include "base/FileError.h"
 #include "base/FilePath.h"
 #include "engine/Chainage.h"
 #include "exchange/ExchangeError.h"

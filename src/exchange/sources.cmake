@@ -1,4 +1,6 @@
 set(sources
+    Compare.cpp
+    Compare.h
     Directions.cpp
     Directions.h
     ExchangeError.h
@@ -6,6 +8,15 @@ set(sources
     ExportLandXml.h
     ExportProfile.cpp
     ExportProfile.h
+    FieldFile.cpp
+    FieldFile.h
+    FieldPoints.cpp
+    FieldPoints.h
+    FieldRead.cpp
+    GaussKrueger.cpp
+    GaussKrueger.h
+    GridPoints.cpp
+    GridPoints.h
     Import.cpp
     Import.h
     ImportHorizontal.cpp
@@ -18,6 +29,8 @@ set(sources
     LandXmlRead.cpp
     LandXmlUnits.cpp
     LandXmlUnits.h
+    MapFile.cpp
+    MapFile.h
     Marks.h
     NumberText.cpp
     NumberText.h
@@ -33,6 +46,8 @@ set(sources
     Stations.h
     TakeOver.cpp
     TakeOver.h
+    Xlsx.cpp
+    Xlsx.h
     XmlText.cpp
     XmlText.h
     XmlWriter.cpp

@@ -133,9 +133,9 @@ TEST(Format, AgainstTheEndingOfTheFileIsWrongUsage)
 
 TEST(Format, ASpreadsheetThatNobodyWritesIsRefused)
 {
-    for (const char* ending : {".xlsx", ".XLSM", ".xlsb", ".ods", ".et", ".numbers"})
+    for (const char* ending : {".xlsb", ".XLSM", ".xlsb", ".ods", ".et", ".numbers"})
         EXPECT_NE(wrongForm({"-o", std::string("a") + ending}), "") << ending;
-    EXPECT_EQ(wrongForm({"-o", "结果.xlsx"}), "-o 结果.xlsx：这个命令不写 .xlsx 文件");
+    EXPECT_EQ(wrongForm({"-o", "结果.xlsx"}, "table csv json xls"), "-o 结果.xlsx：这个命令不写 .xlsx 文件");
     EXPECT_EQ(wrongForm({"-o", "a.xls"}, "table csv json"), "-o a.xls：这个命令不写 .xls 文件");
     EXPECT_EQ(wrongForm({"-o", "a.csv"}, "table json"), "-o a.csv：这个命令不写 .csv 文件");
 }

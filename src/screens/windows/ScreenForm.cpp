@@ -1,6 +1,7 @@
 #include "screens/windows/ScreenForm.h"
 
 #include "base/Numbers.h"
+#include "exchange/windows/Exchange.h"
 #include "tables/CalcTables.h"
 #include "ui/GridSink.h"
 #include "ui/Layout.h"
@@ -151,6 +152,7 @@ void ScreenForm::layOut(std::vector<ui::Piece> fields, std::vector<QWidget*> but
     grid->setHint(m_parts.hint);
     grid->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     grid->setLastColumnFills(true);
+    addSaveAs(*grid);
     wait = control<QLineEdit>(m_parts.wait);
     ui::placeWaitBox(wait, grid);
     fields.insert(fields.end(), {grid, ui::buttonRow(buttons)});

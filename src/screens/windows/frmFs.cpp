@@ -1,6 +1,7 @@
 #include "screens/windows/frmFs.h"
 
 #include "base/Numbers.h"
+#include "exchange/windows/Exchange.h"
 #include "screens/Fs.h"
 
 using namespace Qt::StringLiterals;
@@ -23,6 +24,7 @@ frmFs::frmFs()
     auto* butFsCalc = button("butFsCalc", u"计 算"_s);
     auto* butPlfs = button("butPlfs", u"批量反算"_s);
     layOut({ui::frame(u"测点"_s, point)}, {butFsCalc, butPlfs});
+    addComparison(*grid);
 
     on(butFsCalc, &XPButton::Click, [this] {
         run([in = FsInput{textOf(txtFsx), textOf(txtFsY)}](RowSink& rows) { return CalcFs(in, rows); });

@@ -1,0 +1,11 @@
+set(sources
+    Exchange.cpp
+    Exchange.h
+    Saying.h
+    frmDr.cpp
+    frmDr.h
+    frmDrBg.cpp
+    frmDrBg.h
+    frmScbj.cpp
+    frmScbj.h
+)
