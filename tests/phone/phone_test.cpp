@@ -109,7 +109,7 @@ TEST_F(Phone, EachTargetIsTheSameTextAsItsSource)
         const std::string name = sample == std::string("示例一") ? "one" : "two";
         ASSERT_EQ(ExportForPhone(name), PhoneExport::Added);
         for (const auto& file : kPhoneFiles) {
-            const auto target = sjcs(name + "/" + file.target);
+            const auto target = sjcs(name + "/" + std::string(file.target));
             EXPECT_TRUE(ProjectFolder::bytesOf(target).starts_with(kMark)) << file.target;
             EXPECT_EQ(iconv("UTF-16", "GBK", target), ProjectFolder::bytesOf(ParameterFile(file.source)))
                 << file.target;
