@@ -18,6 +18,7 @@
 #include "ui/DocumentWindow.h"
 #include "ui/Layout.h"
 #include "ui/Theme.h"
+#include "views/Views.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -50,6 +51,7 @@ frmMain::frmMain()
     onIdle(lstProjects, &ListBox::DblClick, &frmMain::cmdOpenProjects_Click);
     on(cmdExit, &XPButton::Click, [this] { leave(); });
     WhenLoadHangs([this] { leaveOnlyTheWaysOut(); });
+    new ViewKeys(this);
 }
 
 frmMain::~frmMain() { WhenLoadHangs({}); }

@@ -37,7 +37,7 @@ struct ProfileView {
     Stale stale = {};
 };
 /// Height of all bands, and width of their titles, mm.
-inline constexpr double kBandsHeight = 88, kBandTitles = 26;
+inline constexpr double kBandsHeight = 70, kBandTitles = 26;
 
 /// The elevations of the grade line between two stakes, lowest and highest; nothing without a profile.
 std::optional<std::pair<double, double>> heightsBetween(const Tables& t, double from, double to);

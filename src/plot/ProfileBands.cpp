@@ -27,11 +27,11 @@ public:
             void (Self::*draw)(double top, double height);
         };
         static constexpr std::array kBands{Band{"坡度(%)", "坡长(m)", 10, &Self::grades},
-                                           Band{"设计高程", "(m)", 15, &Self::elevations},
-                                           Band{"里程桩号", "", 18, &Self::stakes},
-                                           Band{"直线及平曲线", "上右 下左", 15, &Self::curvature},
-                                           Band{"超高(%)", "左蓝 右橙", 15, &Self::crossfalls},
-                                           Band{"路基宽度(m)", "上左 下右", 15, &Self::widths}};
+                                           Band{"设计高程", "(m)", 13, &Self::elevations},
+                                           Band{"里程桩号", "", 13, &Self::stakes},
+                                           Band{"直线及平曲线", "上右 下左", 12, &Self::curvature},
+                                           Band{"超高(%)", "左蓝 右橙", 12, &Self::crossfalls},
+                                           Band{"路基宽度(m)", "上左 下右", 10, &Self::widths}};
         double top = 0;
         for (const auto& band : kBands) {
             const double bottom = top - band.height, middle = top - band.height / 2;
@@ -153,7 +153,7 @@ private:
         double most = 0.02;
         for (const auto* column : {&m_t.cgA, &m_t.cgB})
             for (const double v : *column) most = std::max(most, std::abs(v));
-        const double scale = (height / 2 - 3.6) / most;
+        const double scale = (height / 2 - 3) / most;
         graph(Layer::Ground, {{0, middle}, {m_width, middle}});
         for (const int side : {-1, 1}) {
             std::vector<Point> points;
@@ -175,7 +175,7 @@ private:
         double most = 1;
         for (const auto* column : {&m_t.cgkdA, &m_t.cgkdB})
             for (const double v : *column) most = std::max(most, v);
-        const double scale = (height / 2 - 3.4) / most;
+        const double scale = (height / 2 - 3) / most;
         graph(Layer::Ground, {{0, middle}, {m_width, middle}});
         const auto width = [&](double s, int side) {
             const RoadSection section = sectionAt(m_t, s);

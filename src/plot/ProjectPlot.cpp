@@ -1,6 +1,8 @@
 #include "plot/ProjectPlot.h"
 
+#include "base/CodePage.h"
 #include "base/FileBytes.h"
+#include "base/FileError.h"
 #include "base/Lines.h"
 #include "base/Numbers.h"
 #include "base/RunTimeError.h"
@@ -60,6 +62,14 @@ std::unique_ptr<OwnRoad> roadOf(const std::string& folder)
         if (own->road->empty()) own->refusal = "这个项目没有平曲线参数";
     }
     return own;
+}
+
+std::vector<std::string> listedProjects()
+{
+    std::vector<std::string> names;
+    for (const auto& line : SplitLines(bytesOf(WorkspacePath() + "/项目名称.txt")))
+        if (!line.empty()) names.push_back(Utf8FromCp936(line));
+    return names;
 }
 
 Stale staleOf(const std::string& folder, const Tables& t)

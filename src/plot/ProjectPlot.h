@@ -22,6 +22,9 @@ struct OwnRoad {
 /// The road of a project's folder, whose files stay as they are. @param folder UTF-8
 std::unique_ptr<OwnRoad> roadOf(const std::string& folder);
 
+/// The projects of the catalogue, in its order; none where it cannot be read. UTF-8
+std::vector<std::string> listedProjects();
+
 /// Which groups the folder's files have no rows for although the tables hold some.
 Stale staleOf(const std::string& folder, const Tables& t);
 

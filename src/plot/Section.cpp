@@ -102,10 +102,9 @@ public:
         if (centre == m_section.points.end() || !centre->surface) return {};
         m_out.origin = {0, std::floor(*centre->surface)};
         surface();
-        if (m_view.slopes) slopes();
-        const Box box = extents(m_out);
-        axis(box, place(0, *centre->surface).y);
         levels();
+        if (m_view.slopes) slopes();
+        axis(extents(m_out), place(0, *centre->surface).y);
         const Box all = extents(m_out);
         const std::string title = "横断面  " + m_road.stakeText(m_section.stake);
         m_out.text(Layer::Levels, {{0, all.high.y + mm(6)}, mm(3), title, 0, Align::Centre});

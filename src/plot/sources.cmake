@@ -18,6 +18,8 @@ set(sources
     ProfileBands.h
     ProjectPlot.cpp
     ProjectPlot.h
+    ReadOut.cpp
+    ReadOut.h
     Road.cpp
     Road.h
     RoadTables.cpp

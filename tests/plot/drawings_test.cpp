@@ -60,6 +60,23 @@ TEST_F(PlotDrawings, ThePlanSaysWhatStandsAlongTheRoad)
     EXPECT_THAT(words, Contains(HasSubstr("终点 K18+553.408")));
 }
 
+TEST_F(PlotDrawings, AWindowHasTheNumbersOfItsGridAtItsEdges)
+{
+    const Sample sample("示例一");
+    const Road road(shared.tables);
+    PlanView view;
+    view.mm = 0.5;
+    const Point middle = road.poseAt(13690 - 32.36)->at;
+    view.window = Box{middle, middle}.grown(80);
+    view.room = {view.window.low,
+                 {view.window.high.x, view.window.low.y},
+                 view.window.high,
+                 {view.window.low.x, view.window.high.y}};
+    const auto words = wordsOf(Plan(road).picture(view));
+    EXPECT_THAT(words, Contains("X 2857000"));
+    EXPECT_THAT(words, Contains("Y 513900"));
+}
+
 TEST_F(PlotDrawings, ADrawingMovesNothingShared)
 {
     const Sample sample("示例一");

@@ -39,6 +39,9 @@
 #include "tools/windows/frmQljs.h"
 #include "tools/windows/frmZbzfs.h"
 #include "ui/Theme.h"
+#include "views/frmHdm.h"
+#include "views/frmPmt.h"
+#include "views/frmZdm.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>
@@ -175,6 +178,22 @@ inline void showScreens(const Seen& seen)
     open<frmZdcs>(seen);
 }
 
+inline void showViews(const Seen& seen)
+{
+    open<frmPmt>(seen, [](auto& form) {
+        shown(form);
+        type(form, {{"txtLc", "13690"}});
+        click(form, "cmdZd");
+    });
+    open<frmZdm>(seen);
+    open<frmHdm>(seen, [](auto& form) {
+        shown(form);
+        check(form, "cheLm");
+        type(form, {{"txtLmhd", "0.62"}, {"txtLc", "12800"}});
+        click(form, "cmdZd");
+    });
+}
+
 inline void showEditors(const Seen& seen)
 {
     open<frmSelect>(seen);
@@ -248,6 +267,7 @@ inline void forEveryWindow(const every_window::Seen& seen)
     open<frmNewProjects>(seen, [](auto& form) { type(form, {{"txtNewProjects", "滨河路"}}); });
     open<frmSjName>(seen, [](auto& form) { type(form, {{"txtsjName", "binhe"}}); });
     showScreens(seen);
+    showViews(seen);
     showEditors(seen);
     showTools(seen);
     setDialogs(nullptr);

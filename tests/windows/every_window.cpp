@@ -211,6 +211,7 @@ private slots:
         forEveryWindow([&](QWidget& window) {
             for (const auto& fault : brokenBorders(window)) broken << window.objectName() + u' ' + fault;
         });
+        for (const auto& fault : broken) qWarning("%s", qPrintable(fault));
         QCOMPARE(broken, QStringList());
     }
 

@@ -1,0 +1,51 @@
+#pragma once
+// What the three views share: the line about the data, the read-out, the export of sheets and drawings.
+
+#include "plot/Drawings.h"
+#include "plot/ProjectPlot.h"
+#include "ui/Form.h"
+
+#include <QComboBox>
+#include <QLabel>
+
+#include <memory>
+
+class QMenu;
+class XPButton;
+
+class ViewForm : public Form {
+    Q_OBJECT
+public:
+    /// Writes the drawing as the path's ending says: .dxf, .svg, .pdf, .png. What fails is said. False: not written.
+    bool exportTo(const QString& path);
+
+protected:
+    ViewForm(const QString& name, const QString& caption, plot::Order::Kind kind);
+
+    void Form_Load() override;
+    /// The road of the tables anew, after whatever may have changed them.
+    virtual void reload();
+    /// What is drawn beside the defaults of the road.
+    virtual plot::Order order() const;
+
+    const plot::Road& road() const { return *m_road; }
+    const plot::Stale& stale() const { return m_stale; }
+    const plot::SlopeFiles& slopes() const { return m_slopes; }
+    void say(const QString& text) { m_readOut->setText(text); }
+    static std::string folder();
+
+    /// The row of scale, paper, export and back that every view ends with.
+    QLayout* endRow();
+    QLabel *m_notice, *m_readOut;
+
+private:
+    void ask(const QString& extension);
+    static bool write(const QString& path, const std::string& bytes);
+
+    plot::Order::Kind m_kind;
+    std::unique_ptr<plot::Road> m_road;
+    plot::Stale m_stale;
+    plot::SlopeFiles m_slopes;
+    QComboBox *m_scale, *m_paper;
+    XPButton *m_export, *m_back;
+};

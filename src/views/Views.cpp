@@ -1,0 +1,55 @@
+#include "views/Views.h"
+
+#include "tables/CalcTables.h"
+#include "ui/Form.h"
+#include "ui/MSFlexGrid.h"
+#include "ui/RunHandler.h"
+#include "views/frmHdm.h"
+#include "views/frmPmt.h"
+#include "views/frmZdm.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+
+void openPlan(QWidget* caller)
+{
+    // The first grid that names points, if the form has one.
+    MSFlexGrid* results = nullptr;
+    for (auto* grid : caller ? caller->findChildren<MSFlexGrid*>() : QList<MSFlexGrid*>())
+        if (!results && grid->isVisible()) results = grid;
+    frmPmt form(results);
+    QObject::connect(&form, &frmPmt::profileWanted, &form, [&](double stake) { openProfile(&form, stake); });
+    QObject::connect(&form, &frmPmt::sectionWanted, &form, [&](double stake) { openSection(&form, stake); });
+    form.showModal(caller);
+}
+
+void openProfile(QWidget* caller, std::optional<double> stake)
+{
+    frmZdm form(stake);
+    form.showModal(caller);
+}
+
+void openSection(QWidget* caller, std::optional<double> stake)
+{
+    frmHdm form(stake);
+    form.showModal(caller);
+}
+
+ViewKeys::ViewKeys(QObject* parent) : QObject(parent) { qApp->installEventFilter(this); }
+
+bool ViewKeys::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress || !watched->isWidgetType()) return false;
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (key->modifiers() != Qt::NoModifier || key->key() < Qt::Key_F6 || key->key() > Qt::Key_F8 || key->isAutoRepeat())
+        return false;
+    auto* form = qobject_cast<Form*>(static_cast<QWidget*>(watched)->window());
+    // Nothing to see before a road has been opened, and no view over itself.
+    if (!form || !(gElemCount > 0 || gSqxCount > 0) || qobject_cast<ViewForm*>(form)) return false;
+    runHandler([&] {
+        if (key->key() == Qt::Key_F6) openPlan(form);
+        if (key->key() == Qt::Key_F7) openProfile(form);
+        if (key->key() == Qt::Key_F8) openSection(form);
+    });
+    return true;
+}

@@ -1,0 +1,24 @@
+set(sources
+    DrawingArea.cpp
+    DrawingArea.h
+    PicturePainter.cpp
+    PicturePainter.h
+    PlanArea.cpp
+    PlanArea.h
+    ProfileArea.cpp
+    ProfileArea.h
+    SectionArea.cpp
+    SectionArea.h
+    TypedStake.cpp
+    TypedStake.h
+    ViewForm.cpp
+    ViewForm.h
+    Views.cpp
+    Views.h
+    frmHdm.cpp
+    frmHdm.h
+    frmPmt.cpp
+    frmPmt.h
+    frmZdm.cpp
+    frmZdm.h
+)

@@ -1,0 +1,444 @@
+// Plan, profile and cross-section in their windows: what mouse, wheel and keys do, what leaves as a file, and that
+// nothing shared moves.
+
+#include "controls/XPButton.h"
+#include "editors/windows/frmJdpqx.h"
+#include "engine/Route.h"
+#include "project/LoadProject.h"
+#include "screens/windows/frmDgdZb.h"
+#include "support/ProjectFolder.h"
+#include "support/QtTests.h"
+#include "support/ScriptedDialogs.h"
+#include "support/Windows.h"
+#include "ui/MSFlexGrid.h"
+#include "views/PicturePainter.h"
+#include "views/PlanArea.h"
+#include "views/ProfileArea.h"
+#include "views/TypedStake.h"
+#include "views/Views.h"
+#include "views/frmHdm.h"
+#include "views/frmPmt.h"
+#include "views/frmZdm.h"
+
+#include <QClipboard>
+#include <QWheelEvent>
+
+#include <filesystem>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The samples as a workspace, 示例一 loaded.
+struct Samples {
+    ProjectFolder folder;
+    Samples()
+    {
+        for (const char* name : {"示例一", "示例二"})
+            fs::copy(fs::path(VM_SOURCE_DIR "/samples") / name, ProjectPath(name));
+        std::ofstream(WorkspacePath() + "/项目名称.txt", std::ios::binary | std::ios::trunc)
+            << Cp936FromUtf8("示例一\r\n示例二\r\n");
+        load("示例一");
+    }
+    static void load(const char* name)
+    {
+        gProject = name;
+        LoadProject();
+    }
+    std::map<std::string, std::string> files() const
+    {
+        std::map<std::string, std::string> all;
+        for (const auto& entry : fs::recursive_directory_iterator(WorkspacePath()))
+            if (entry.is_regular_file()) all[entry.path().string()] = ProjectFolder::bytesOf(entry.path().string());
+        return all;
+    }
+};
+
+void shown(QWidget& window)
+{
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+}
+
+QPointF screenOf(const PlanArea& area, double stake, double offset)
+{
+    const auto p = pointAt(shared.tables, stake, 90, offset);
+    const plot::Road road(shared.tables);
+    return area.onScreen(road.local(p->x, p->y));
+}
+
+void wheel(QWidget& widget, QPointF at, int steps)
+{
+    QWheelEvent event(at, widget.mapToGlobal(at), {}, {0, 120 * steps}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                      false);
+    QApplication::sendEvent(&widget, &event);
+}
+
+QString readOut(const QWidget& form) { return named<QLabel>(form, "lblReadOut").text(); }
+QString pinned(const QWidget& form) { return named<QLabel>(form, "lblPinned").text(); }
+
+}  // namespace
+
+class tst_Views : public QObject {
+    Q_OBJECT
+private slots:
+    void theTableListsEveryElement()
+    {
+        Samples samples;
+        frmPmt form;
+        shown(form);
+        const auto& grid = named<MSFlexGrid>(form, "MsfgPmt");
+        QCOMPARE(grid.Rows() - 1,
+                 39);  // four for each of ten points and the first straight, less two spirals of no length
+        QCOMPARE(grid.TextMatrix(2, 1), QStringLiteral("缓和曲线"));
+        QCOMPARE(grid.TextMatrix(2, 2), QStringLiteral("K12+364.042"));
+        QCOMPARE(grid.TextMatrix(2, 4), QStringLiteral("60.000"));
+        QCOMPARE(grid.TextMatrix(2, 6), QStringLiteral("158.745"));  // root of 60 times 420
+        QCOMPARE(grid.TextMatrix(3, 5), QStringLiteral("右420"));
+    }
+
+    void theCursorReadsAndAClickPins()
+    {
+        Samples samples;
+        frmPmt form;
+        shown(form);
+        type(form, "txtLc", "K12+480");
+        click(form, "cmdZd");
+        QVERIFY(pinned(form).contains(u"K12+480.000"));
+        const QPoint at = screenOf(form.area(), 12480, 3).toPoint();
+        QTest::mouseMove(&form.area(), at);
+        QTRY_VERIFY(readOut(form).contains(u"K12+4"));
+        QVERIFY(readOut(form).contains(u"右"));
+        QVERIFY(readOut(form).contains(u"圆曲线 R=右420"));
+        QVERIFY(readOut(form).contains(u"高程 "));
+        QTest::mouseClick(&form.area(), Qt::LeftButton, {}, at);
+        const QString kept = pinned(form);
+        QTest::mouseMove(&form.area(), at + QPoint(60, 40));
+        QCOMPARE(pinned(form), kept);
+    }
+
+    void theWheelZoomsToTheCursorAndADragPans()
+    {
+        Samples samples;
+        frmPmt form;
+        shown(form);
+        auto& area = form.area();
+        const QPointF at(area.width() / 3.0, area.height() / 4.0);
+        const plot::Point before = area.local(at);
+        const double scale = area.scale();
+        wheel(area, at, 3);
+        QVERIFY(area.scale() > 1.9 * scale);
+        QVERIFY(plot::length(area.local(at) - before) < 1e-6);
+        const plot::Point gripped = area.local({100, 100});
+        QTest::mousePress(&area, Qt::LeftButton, {}, {100, 100});
+        QTest::mouseMove(&area, {140, 120});
+        QTest::mouseMove(&area, {160, 130});
+        QTest::mouseRelease(&area, Qt::LeftButton, {}, {160, 130});
+        QVERIFY(plot::length(area.local({160, 130}) - gripped) < 1e-6);
+        QVERIFY(pinned(form).isEmpty());  // a drag is no click
+        QTest::keyClick(&area, Qt::Key_Home);
+        QVERIFY(std::abs(area.scale() - scale) < 1e-9);
+    }
+
+    void aStakeThatIsNoneIsSaid()
+    {
+        Samples samples;
+        frmPmt form;
+        shown(form);
+        ScriptedDialogs dialogs;
+        for (const char* text : {"abc", "", "K13+400", "99999"}) {  // 13400 is left out by a break
+            type(form, "txtLc", text);
+            click(form, "cmdZd");
+        }
+        QCOMPARE(dialogs.messages, std::vector<Msg>(4, {"桩号不在线路上！", "注意", Icon::Exclamation}));
+    }
+
+    void enterInTheBoxGoesThere()
+    {
+        Samples samples;
+        frmPmt form;
+        shown(form);
+        auto& box = named<QLineEdit>(form, "txtLc");
+        box.setFocus();
+        QTest::keyClicks(&box, QStringLiteral("15000"));
+        QTest::keyClick(&box, Qt::Key_Return);
+        QVERIFY(pinned(form).contains(u"K15+000.000"));
+        QVERIFY(form.isVisible());
+    }
+
+    void thePickedElementIsThePickedRow()
+    {
+        Samples samples;
+        frmPmt form;
+        shown(form);
+        auto& grid = named<MSFlexGrid>(form, "MsfgPmt");
+        type(form, "txtLc", "12480");
+        click(form, "cmdZd");
+        QTest::mouseClick(&form.area(), Qt::LeftButton, {}, screenOf(form.area(), 12470, 0).toPoint());
+        QCOMPARE(grid.Row(), 3);
+        grid.setRow(30);
+        emit grid.RowColChange();
+        const plot::Road road(shared.tables);
+        const auto middle = form.area().onScreen(road.elements()[29].box.centre());
+        QVERIFY(form.area().rect().contains(middle.toPoint()));
+    }
+
+    void aDoubleClickOpensTheEditorAtItsRow()
+    {
+        Samples samples;
+        ScriptedDialogs dialogs;
+        frmPmt form;
+        shown(form);
+        type(form, "txtLc", "14286");  // the fourth intersection point
+        click(form, "cmdZd");
+        int row = 0;
+        QString name, caption;
+        QTimer::singleShot(400, &form, [&] {
+            auto* editor = QApplication::activeModalWidget();
+            if (!editor) return;
+            name = editor->objectName();
+            auto& grid = named<MSFlexGrid>(*editor, "MsfgJdpqx");
+            row = grid.Row();
+            caption = grid.TextMatrix(row, 1);
+            editor->close();
+        });
+        const auto at = screenOf(form.area(), 14250, 0).toPoint();
+        QTest::mouseDClick(&form.area(), Qt::LeftButton, {}, at);
+        QCOMPARE(name, QStringLiteral("frmJdpqx"));
+        QCOMPARE(row, 4);
+        QCOMPARE(caption, QStringLiteral("JD4"));
+    }
+
+    void aRowOfTheResultsShowsAndIsPickedBack()
+    {
+        Samples samples;
+        ScriptedDialogs dialogs;
+        frmDgdZb screen;
+        shown(screen);
+        for (const char* stake : {"12340", "12400", "12460"}) {
+            type(screen, "txtDgdZbFylc", stake);
+            click(screen, "butDgdCalc");
+        }
+        auto& grid = named<MSFlexGrid>(screen, "MsfgDgdzb");
+        QCOMPARE(grid.Rows(), 4);
+        frmPmt form(&grid);
+        shown(form);
+        type(form, "txtLc", "12400");
+        click(form, "cmdZd");
+        grid.setRow(3);
+        QTest::mouseClick(&form.area(), Qt::LeftButton, {}, screenOf(form.area(), 12400, 0).toPoint());
+        QCOMPARE(grid.Row(), 2);
+        form.close();
+        dialogs.no();  // the screen asks about its rows
+        screen.close();
+    }
+
+    void aSecondRoadIsLaidBeside()
+    {
+        Samples samples;
+        const auto files = samples.files();
+        const Shared before = shared;
+        frmPmt form;
+        shown(form);
+        auto& list = named<QComboBox>(form, "comDj");
+        QCOMPARE(list.count(), 3);
+        const auto alone = form.area().grab().toImage();
+        list.setCurrentIndex(2);
+        emit list.activated(2);
+        QVERIFY(form.area().grab().toImage() != alone);
+        QCOMPARE(samples.files(), files);
+        QVERIFY(shared == before);
+    }
+
+    void drawingsLeaveInFourForms()
+    {
+        Samples samples;
+        frmPmt plan;
+        frmZdm profile;
+        frmHdm section;
+        for (ViewForm* form :
+             {static_cast<ViewForm*>(&plan), static_cast<ViewForm*>(&profile), static_cast<ViewForm*>(&section)}) {
+            shown(*form);
+            for (const auto& [extension, start] :
+                 {std::pair{"svg", "<?xml"}, {"dxf", "  0\r\nSECTION"}, {"pdf", "%PDF"}, {"png", "\x89PNG"}}) {
+                const QString path = QString::fromStdString(samples.folder.root()) + QStringLiteral("/图.") +
+                                     QString::fromUtf8(extension);
+                QVERIFY(form->exportTo(path));
+                QVERIFY(ProjectFolder::bytesOf(path.toStdString()).starts_with(start));
+            }
+            form->close();
+        }
+    }
+
+    void anExistingFileIsAskedAbout()
+    {
+        Samples samples;
+        frmPmt form;
+        shown(form);
+        ScriptedDialogs dialogs;
+        const std::string path = samples.folder.root() + "/图.svg";
+        dialogs.save(samples.folder.root() + "/图");
+        named<QAction>(form, "svg").trigger();
+        QVERIFY(fs::exists(path));
+        std::ofstream(path, std::ios::trunc) << "old";
+        dialogs.save(path).no();
+        named<QAction>(form, "svg").trigger();
+        QCOMPARE(ProjectFolder::bytesOf(path), std::string("old"));
+        dialogs.save("/no/such/folder/图.svg");
+        named<QAction>(form, "svg").trigger();
+        QCOMPARE(dialogs.last().icon, Icon::Exclamation);
+    }
+
+    void theProfileReadsLeftCentreAndRight()
+    {
+        Samples samples;
+        frmZdm form;
+        shown(form);
+        auto& area = form.area();
+        QTest::mouseMove(&area, {area.width() / 2, area.height() / 3});
+        QTRY_VERIFY(readOut(form).contains(u"左边缘"));
+        QVERIFY(readOut(form).contains(u"中桩") && readOut(form).contains(u"右边缘"));
+        const double wide = area.to() - area.from();
+        const QPointF at(area.width() / 2.0, 100);
+        const double stake = area.stakeAt(at);
+        wheel(area, at, 4);
+        QVERIFY(area.to() - area.from() < wide / 2);
+        QVERIFY(std::abs(area.stakeAt(at) - stake) < 1e-6);
+        type(form, "txtLc", "15000");
+        click(form, "cmdZd");
+        QVERIFY(pinned(form).contains(u"K15+000.000"));
+        QVERIFY(area.from() < 14968 && area.to() > 14968);  // continuous: 32.36 m less
+    }
+
+    void theSectionMovesBySliderAndKeys()
+    {
+        Samples samples;
+        frmHdm form(12100.0);
+        shown(form);
+        QCOMPARE(form.stake(), 12100.0);
+        auto& area = named<QWidget>(form, "picHdm");
+        QTest::keyClick(&area, Qt::Key_Right);
+        QCOMPARE(form.stake(), 12101.0);
+        QTest::keyClick(&area, Qt::Key_PageDown);
+        QCOMPARE(form.stake(), 12111.0);
+        named<QSlider>(form, "sldLc").setValue(400);
+        QCOMPARE(form.stake(), 12400.0);
+        auto& grid = named<MSFlexGrid>(form, "MsfgHdm");
+        QCOMPARE(grid.Rows(), 6);
+        named<QCheckBox>(form, "cheLm").setChecked(true);
+        type(form, "txtLmhd", "0.5");
+        QVERIFY(std::abs(grid.TextMatrix(1, 3).toDouble() - grid.TextMatrix(1, 4).toDouble() - 0.5) < 1e-9);
+        click(form, "cmdFz");
+        QVERIFY(QApplication::clipboard()->text().contains(QStringLiteral("中桩\tK12+400.000\t0.000")));
+        ScriptedDialogs dialogs;
+        dialogs.save(samples.folder.root() + "/点.csv");
+        click(form, "cmdDcd");
+        QVERIFY(ProjectFolder::bytesOf(samples.folder.root() + "/点.csv").find("右路基边缘,K12+400.000,5.000") !=
+                std::string::npos);
+    }
+
+    void nothingSharedMoves()
+    {
+        Samples samples;
+        const Shared before = shared;
+        const auto files = samples.files();
+        frmPmt plan;
+        frmZdm profile;
+        frmHdm section;
+        for (QWidget* form :
+             {static_cast<QWidget*>(&plan), static_cast<QWidget*>(&profile), static_cast<QWidget*>(&section)}) {
+            shown(*form);
+            type(*form, "txtLc", "14000");
+            click(*form, "cmdZd");
+            auto& area = *form->findChild<DrawingArea*>();
+            for (const QPoint at : {QPoint(50, 50), QPoint(200, 90), QPoint(300, 160)}) {
+                QTest::mouseMove(&area, at);
+                QTest::mouseClick(&area, Qt::LeftButton, {}, at);
+                wheel(area, at, 2);
+                (void)area.grab();
+            }
+            form->close();
+        }
+        QVERIFY(shared == before);
+        QCOMPARE(samples.files(), files);
+        QCOMPARE(gProject, std::string("示例一"));
+    }
+
+    void staleGroupsAreSaidInAmber()
+    {
+        Samples samples;
+        samples.folder.project("空项目");
+        LoadProject();  // keeps what the project before left
+        frmPmt form;
+        shown(form);
+        const auto& notice = named<QLabel>(form, "lblNotice");
+        QVERIFY(notice.isVisible());
+        QVERIFY(notice.text().contains(u"空项目") && notice.text().contains(u"平曲线"));
+        Samples::load("示例一");
+        frmPmt fresh;
+        shown(fresh);
+        QVERIFY(!named<QLabel>(fresh, "lblNotice").isVisible());
+    }
+
+    void keysOpenTheViewsOnceThereIsARoad()
+    {
+        {
+            ProjectFolder empty;
+            frmDgdZb screen;
+            ViewKeys keys(nullptr);
+            shown(screen);
+            QTest::keyClick(&screen, Qt::Key_F6);
+            QVERIFY(!QApplication::activeModalWidget() || QApplication::activeModalWidget() == &screen);
+            screen.close();
+        }
+        Samples samples;
+        ScriptedDialogs dialogs;
+        ViewKeys keys(nullptr);
+        frmDgdZb screen;
+        shown(screen);
+        for (const auto& [key, name] :
+             {std::pair{Qt::Key_F6, "frmPmt"}, {Qt::Key_F7, "frmZdm"}, {Qt::Key_F8, "frmHdm"}}) {
+            QString seen;
+            QTimer::singleShot(200, &screen, [&] {
+                auto* view = QApplication::activeModalWidget();
+                if (!view || view == &screen) return;
+                seen = view->objectName();
+                view->close();
+            });
+            QTest::keyClick(&screen, key);
+            QCOMPARE(seen, QString::fromUtf8(name));
+        }
+        screen.close();
+    }
+
+    void withoutAnAlignmentTheViewsSaySo()
+    {
+        ProjectFolder folder;
+        frmPmt plan;
+        frmZdm profile;
+        frmHdm section;
+        ScriptedDialogs dialogs;
+        for (ViewForm* form :
+             {static_cast<ViewForm*>(&plan), static_cast<ViewForm*>(&profile), static_cast<ViewForm*>(&section)}) {
+            shown(*form);
+            (void)form->grab();
+            QVERIFY(!form->exportTo(QStringLiteral("/tmp/none.svg")));
+            form->close();
+        }
+        QCOMPARE(dialogs.messages.size(), 3u);
+        QVERIFY(dialogs.messages[0].text.starts_with("没有平曲线参数"));
+    }
+
+    void typedStakes()
+    {
+        Samples samples;
+        QCOMPARE(typedStake("12500"), std::optional(12500.0));
+        QCOMPARE(typedStake(" K12+500.5 "), std::optional(12500.5));
+        QCOMPARE(typedStake("13420"), std::optional(13420 - 32.36));
+        QVERIFY(!typedStake("13400"));
+        QVERIFY(!typedStake("K+"));
+    }
+};
+
+VM_QT_TEST(tst_Views)
+#include "tst_Views.moc"
