@@ -174,7 +174,10 @@ Deviation DeviationOf(const Tables& tables, const Shape& shape)
         while (i <= static_cast<std::size_t>(tables.elemCount) && tables.elemLc[i] <= middle) ++i;
         double start = std::numeric_limits<double>::infinity(), end = start;
         if (i <= static_cast<std::size_t>(tables.elemCount) && tables.elemLc[i - 1] <= middle) {
-            const CurvePoint a = pointOn(tables, i, from), b = pointOn(tables, i, to);
+            const bool atRow = std::abs(from - tables.elemLc[i - 1]) < 1e-9;
+            const CurvePoint a =
+                atRow ? CurvePoint{tables.elemX[i - 1], tables.elemY[i - 1]} : pointOn(tables, i, from);
+            const CurvePoint b = pointOn(tables, i, to);
             start = std::hypot(a.x - e.x, a.y - e.y);
             end = std::hypot(b.x - e.endX, b.y - e.endY);
         }

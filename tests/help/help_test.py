@@ -61,7 +61,7 @@ def main():
             faults.append("a picture without words")
     # Two forms share a chapter with their other side; everything else that a menu or the wizard opens has its own.
     shared = {"frmTfy": "frmTfz", "frmWfy": "frmWfz", "frmCg": "frmSelectCg"}
-    forms = {path.stem for path in (source / "src").glob("*/frm*.h")} - {"frmJgwDrawing"}
+    forms = {path.stem for path in (source / "src").rglob("frm*.h")} - {"frmJgwDrawing"}
     for form in sorted(forms):
         if shared.get(form, form) not in page.ids:
             faults.append("no chapter for " + form)

@@ -100,6 +100,7 @@ void frmScbj::print(const std::string& path) const
         html += u"</tr>"_s;
     }
     QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
     QPdfWriter writer(&buffer);
     writer.setPageSize(QPageSize(QPageSize::A4));
     writer.setPageOrientation(QPageLayout::Landscape);
