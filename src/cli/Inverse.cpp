@@ -3,6 +3,7 @@
 #include "cli/Culprit.h"
 #include "cli/ProjectNames.h"
 #include "cli/Results.h"
+#include "engine/FootRun.h"
 #include "engine/Route.h"
 #include "engine/XYToStake.h"
 #include "exchange/Compare.h"
@@ -80,13 +81,14 @@ int run(const Call& call)
 {
     if (call.args.has("--all")) return everyRoad(call);
     Results results(call, kInverseResult);
+    FootRun feet;
     const auto solve = [&](const std::string& line) {
         bool found = true;
         const bool went = results.press(
             [&] {
                 return Handle(Trap::Words, [&] {
                     const BatchLine point = ParseBatchLine(line, kFsFields);
-                    found = AddFsPoint(point[0], point[1], results.rows());
+                    found = AddFsPoint(feet, point[0], point[1], results.rows());
                 });
             },
             "--at");

@@ -113,7 +113,7 @@ public:
                 break;
             case Step::Ends:
                 if (!roundsAlike(here.k, here.boundK) || !roundsAlike(offset, open)) return std::nullopt;
-                return FastEnd{here.k, offset};
+                return FastEnd{here.k, offset, round};
             case Step::Open:
                 return std::nullopt;
             }

@@ -16,6 +16,7 @@ std::size_t nearestCandidate(const Tables& t, const FastRoute& route, Target to)
 /// Where the walk from the start of an element ends: values that round to the plain way's thousandths.
 struct FastEnd {
     double stake = 0, offset = 0;  ///< m
+    int corrections = 0;           ///< rounds before the last
 };
 /// Nothing: a bound leaves two results open, or the walk does something unusual.
 std::optional<FastEnd> fastWalk(const Tables& t, const FastRoute& route, Target to, std::size_t element);

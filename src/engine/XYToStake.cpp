@@ -262,6 +262,8 @@ std::optional<Foot> fastFoot(const Tables& t, Target to)
         return std::nullopt;
     }
     settle(t, end->stake, end->offset, foot);
+    foot.leavesMiddle = true;
+    foot.leavesCorrection = end->corrections > 0;
     return foot;
 }
 
@@ -270,7 +272,10 @@ std::optional<Foot> fastFoot(const Tables& t, Target to)
 Foot footOf(const Tables& t, double x, double y, double lastX, double lastY)
 {
     if (auto foot = fastFoot(t, {x, y})) return std::move(*foot);
-    return footWithTraces(t, {x, y}, startOfRoute(t), lastX, lastY);
+    TracedFoot foot = footWithTraces(t, {x, y}, startOfRoute(t), lastX, lastY);
+    foot.leavesMiddle = foot.x.has_value();
+    foot.leavesCorrection = foot.corrected.has_value();
+    return foot;
 }
 
 namespace {

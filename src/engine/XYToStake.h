@@ -28,6 +28,8 @@ struct Foot {
     double stake = 0;                   ///< continuous stake, m, to 3 decimals
     std::size_t element = 0;            ///< the element that the walk started on, counted from 1; 0: none was picked
     std::optional<RunTimeError> error;  ///< Overflow where the walk does not settle; then no stake, no texts
+    bool leavesMiddle = false;          ///< XYToStake would leave the middle of a candidate in gOutX, gOutY, gOutDist
+    bool leavesCorrection = false;      ///< and the stake of a correction round in gInLc
 };
 
 /// Stake and offset of a point: an element is picked, then the stake walks along the tangent from row 0 or from there

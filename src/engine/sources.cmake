@@ -11,6 +11,8 @@ set(sources
     FastFoot.h
     FastRoute.cpp
     FastRoute.h
+    FootRun.cpp
+    FootRun.h
     Route.cpp
     Route.h
     RoutePoint.h

@@ -64,7 +64,7 @@ protected:
 #ifdef __SANITIZE_ADDRESS__
     static constexpr int kInputs = 2'000;  // the bits are settled without the sanitizers
 #else
-    static constexpr int kInputs = 100'000 / 8;
+    static constexpr int kInputs = 16'000 / 8;
 #endif
     std::mt19937_64 random{GetParam()};
 

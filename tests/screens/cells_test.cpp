@@ -79,7 +79,8 @@ TEST_F(Cells, ShowWhatTheirTextsSay)
                        .station = {.typed = true, .pick = {}, .x = "2857000", .y = "513000.5"}},
                       points.rows);
             StakeToXY(stake, 90, offset);
-            AddFsPoint(gOutX + pick(-1e-3, 1e-3), gOutY, inverse.rows);
+            FootRun feet;
+            AddFsPoint(feet, gOutX + pick(-1e-3, 1e-3), gOutY, inverse.rows);
             JgwInput boxes;
             boxes.skewed = i % 2 == 0;
             if (structures.count < 50) AddJgwLine({stake, 2, 3, 4, 5}, boxes, structures, corners.rows);
@@ -100,7 +101,8 @@ TEST_F(Cells, TheSecondPassOfAnOverlapIsNegative)
     setBreaks({{10120, 10100}});
     Screen inverse(kInverseColumns);
     StakeToXY(10130, 270, 2.5);
-    AddFsPoint(gOutX, gOutY, inverse.rows);
+    FootRun feet;
+    AddFsPoint(feet, gOutX, gOutY, inverse.rows);
     EXPECT_EQ(inverse.row(1)[3], "-K10+110.000");
     EXPECT_EQ(inverse.grid.text().shown(1, 3), -10110);
     EXPECT_EQ(inverse.grid.text().shown(1, 4), -2.5);
