@@ -57,7 +57,7 @@ int run(const Call& call)
     return results.finish();
 }
 
-constexpr Way kWays[] = {"--at [--side] [--offset] [--skew] [--station]", "--file [--station]"};
+constexpr Way kWays[] = {"--at [--side] [--offset] [--skew] [--station]", "--file [--station] [--no-limit]"};
 constexpr Option kOptions[] = {
     {"--at", "桩号", "里程，12345.678 或 K12+345.678；断链重复段的第二次读数前面加负号"},
     {"--side", "left|right", "左边桩或右边桩，和 --offset 一起用"},
@@ -65,6 +65,7 @@ constexpr Option kOptions[] = {
     {"--skew", "夹角", "从前进方向顺时针到偏距方向的角度，度.分秒，45.3000 是 45度30分"},
     kStationOption,
     {"--file", "文件", "每行一个点：桩号,偏距[,夹角]，偏距负数为左；- 为标准输入"},
+    kNoLimitOption,
 };
 
 }  // namespace

@@ -45,8 +45,8 @@ int run(const Call& call)
     return results.finish();
 }
 
-constexpr Way kWays[] = {"--at [--offset] [--thickness]", "--from --to --step [--offset] [--thickness]",
-                         "--file [--thickness]"};
+constexpr Way kWays[] = {"--at [--offset] [--thickness]", "--from --to --step [--offset] [--thickness] [--no-limit]",
+                         "--file [--thickness] [--no-limit]"};
 constexpr Option kOptions[] = {
     {"--at", "桩号", "计算里程"},
     {"--from", "桩号", "开始里程"},
@@ -55,6 +55,7 @@ constexpr Option kOptions[] = {
     {"--offset", "偏距", "米；--at 时负数为左、正数为右，批量时左右都算"},
     {"--thickness", "厚度", "扣除的路面厚度，米"},
     {"--file", "文件", "每行一个点：桩号,偏距，偏距负数为左；- 为标准输入"},
+    kNoLimitOption,
 };
 
 }  // namespace

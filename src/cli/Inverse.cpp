@@ -103,11 +103,12 @@ int run(const Call& call)
     return results.finish();
 }
 
-constexpr Way kWays[] = {"--at", "--file", "--all"};
+constexpr Way kWays[] = {"--at", "--file [--no-limit]", "--all"};
 constexpr Option kOptions[] = {
     {"--at", "X,Y", "点的坐标，米"},
     {"--file", "文件", "每行一个点：X,Y；- 为标准输入"},
     {"--all", "X,Y", "在工作目录的全部线路里找，偏距最小的在前；前面不写项目"},
+    kNoLimitOption,
 };
 
 }  // namespace

@@ -51,7 +51,9 @@ const ResultKind kCornerResult{kCornerColumns, kJgwExport, kCornerTyped};
 const ResultKind kMainPointResult{kMainPointColumns, kZdcsExport, kMainPointTyped};
 
 Results::Results(const Call& call, const ResultKind& kind) : m_call(call), m_kind(kind), m_grid(Headers(kind.columns))
-{}
+{
+    if (call.args.has("--no-limit")) m_stream.emplace(call, Headers(kind.columns), kind.typed);
+}
 
 void Results::refuse(const std::string& text)
 {
@@ -123,6 +125,10 @@ void Results::pressLines(const std::function<bool(const std::string& line)>& lin
 
 int Results::finish()
 {
+    if (m_stream) {
+        m_stream->end();
+        return m_refused ? kRefused : kDone;
+    }
     m_grid.setRows(m_rows.state.rows + 1);  // a row that did not fit any more is none
     const GridText& grid = m_grid.text();
     for (int row = 0; row < grid.rows() && !m_call.args.has("--quiet"); ++row)

@@ -3,6 +3,7 @@
 
 #include "cli/Command.h"
 #include "cli/Output.h"
+#include "cli/StreamedRows.h"
 #include "dialogs/ResultTable.h"
 #include "screens/Columns.h"
 #include "screens/Export.h"
@@ -28,18 +29,21 @@ class Results {
 public:
     Results(const Call& call, const ResultKind& kind);
 
-    RowSink& rows() { return m_rows; }
+    RowSink& rows() { return m_stream ? static_cast<RowSink&>(*m_stream) : m_rows; }
     /// Runs a handler; a refusal goes to standard error with the option that was refused, and the exit code will be 1.
     /// @param option  the one to name whatever is refused, "" to look for it  @return whether it went through
     bool press(const std::function<Outcome()>& handler, std::string_view option = {});
     /// Runs when a screen has checked its boxes and is about to walk; may refuse.
-    void beforeWalk(std::function<void()> check) { m_rows.beforeWalk = std::move(check); }
+    void beforeWalk(std::function<void()> check)
+    {
+        (m_stream ? m_stream->beforeWalk : m_rows.beforeWalk) = std::move(check);
+    }
     /// One press for each line of the file that --file names ("-": standard input); blank lines are left out, a refused
     /// line is named and the run goes on. Ends at the most rows that a screen counts, or where `line` returns false.
     void pressLines(const std::function<bool(const std::string& line)>& line);
     /// Something to say about the row, or the line at hand, that makes the exit code 1.
     void refuse(const std::string& text);
-    bool full() const { return m_rows.state.rows == INT16_MAX; }
+    bool full() const { return !m_stream && m_rows.state.rows == INT16_MAX; }
 
     // What the sheet's computed columns need, see ExportData.
     std::string stationPick;
@@ -64,7 +68,8 @@ private:
         std::function<void()> beforeWalk;
     };
     WalkTable m_rows{m_grid};
-    std::string m_place;  // of the line at hand, for messages
+    std::optional<StreamedRows> m_stream;  ///< instead of m_rows: --no-limit
+    std::string m_place;                   // of the line at hand, for messages
     bool m_refused = false;
 };
 

@@ -35,7 +35,8 @@ int run(const Call& call)
     return results.finish();
 }
 
-constexpr Way kWays[] = {"--from --to --step [--offset] [--skew] [--station]", "--file [--station]"};
+constexpr Way kWays[] = {"--from --to --step [--offset] [--skew] [--station] [--no-limit]",
+                         "--file [--station] [--no-limit]"};
 constexpr Option kOptions[] = {
     {"--from", "桩号", "开始里程"},
     {"--to", "桩号", "结束里程；不足一个间距的零头没有单独的一行"},
@@ -44,6 +45,7 @@ constexpr Option kOptions[] = {
     {"--skew", "夹角", "度.分秒；给出时边桩换成一个斜交点"},
     kStationOption,
     {"--file", "文件", "每行一个点：桩号,偏距，偏距负数为左；- 为标准输入"},
+    kNoLimitOption,
 };
 
 }  // namespace

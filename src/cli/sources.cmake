@@ -31,6 +31,8 @@ set(sources
     Results.cpp
     Results.h
     Stakeout.cpp
+    StreamedRows.cpp
+    StreamedRows.h
     Tables.cpp
     Traverse.cpp
 )
