@@ -2,10 +2,18 @@
 
 #include "app/ListBox.h"
 #include "exchange/windows/Exchange.h"
+#include "ui/Fields.h"
+#include "views/Views.h"
 
 std::span<const ListCommand> listCommands()
 {
     static constexpr ListCommand kAll[] = {
+        {"mnuPmt", "线路平面图", true,
+         [](QWidget* caller, ListBox&, const QString& project) { lookAtPlan(caller, toUtf8(project)); }},
+        {"mnuZdm", "纵断面图", true,
+         [](QWidget* caller, ListBox&, const QString& project) { lookAtProfile(caller, toUtf8(project)); }},
+        {"mnuHdm", "横断面图", true,
+         [](QWidget* caller, ListBox&, const QString& project) { lookAtSection(caller, toUtf8(project)); }},
         {"mnuExport", "导出…", true,
          [](QWidget* caller, ListBox&, const QString& project) { ExportProject(caller, project); }},
         {"mnuImport", "导入…", false,

@@ -15,7 +15,17 @@ void PlanDrawing::gridText(Point at, std::string text, double rotation, Align al
 
 void PlanDrawing::gridTexts()
 {
-    for (const auto& text : m_gridTexts) m_labels.put(m_texts, Layer::Legend, text, mm(0.6));
+    for (const auto& text : m_gridTexts) {
+        if (m_labels.put(m_texts, Layer::Legend, text, mm(0.6)) || m_view.crosses || m_all) continue;
+        Text across = text;  // at the other end of its line
+        if (text.align == Align::Centre) {
+            across.at.y = m_window.high.y - mm(2);
+        } else {
+            across.at.x = m_window.high.x - mm(1);
+            across.align = Align::Right;
+        }
+        m_labels.put(m_texts, Layer::Legend, across, mm(0.6));
+    }
 }
 
 void PlanDrawing::stakeTexts()

@@ -4,7 +4,7 @@
 #include "base/RunTimeError.h"
 #include "engine/Chainage.h"
 
-std::optional<double> typedStake(std::string text)
+std::optional<double> typedStake(const Tables& t, std::string text)
 {
     text = std::string(Trim(text));
     const bool minus = text.starts_with("-");
@@ -18,5 +18,5 @@ std::optional<double> typedStake(std::string text)
             typed = ParseNumber(text);
     });
     if (!read) return {};
-    return ResolveStake(minus ? -typed : typed, kDgdZb);
+    return ResolveStake(t, minus ? -typed : typed, kDgdZb);
 }

@@ -4,5 +4,7 @@
 #include <optional>
 #include <string>
 
+struct Tables;
+
 /// The continuous stake; nothing for a text that is none and for one in the numbers that a jump skips.
-std::optional<double> typedStake(std::string text);
+std::optional<double> typedStake(const Tables& t, std::string text);

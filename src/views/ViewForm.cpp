@@ -6,8 +6,6 @@
 #include "dialogs/Dialogs.h"
 #include "dialogs/FileBox.h"
 #include "plot/Svg.h"
-#include "project/Workspace.h"
-#include "tables/CalcTables.h"
 #include "ui/Layout.h"
 #include "ui/Theme.h"
 #include "views/PicturePainter.h"
@@ -21,7 +19,7 @@
 namespace {
 
 /// The groups that do not stem from the project at hand.
-QString noticeOf(const plot::Stale& stale)
+QString noticeOf(const plot::Stale& stale, const std::string& project)
 {
     QStringList groups;
     const std::pair<bool, const char*> all[] = {{stale.horizontal, "平曲线"}, {stale.breaks, "断链"},
@@ -31,17 +29,18 @@ QString noticeOf(const plot::Stale& stale)
         if (is) groups << QString::fromUtf8(name);
     if (groups.isEmpty()) return {};
     return QStringLiteral("“%1”没有%2参数，沿用以前打开的项目的数据")
-        .arg(fromUtf8(gProject), groups.join(QStringLiteral("、")));
+        .arg(fromUtf8(project), groups.join(QStringLiteral("、")));
 }
 
 constexpr double kScales[] = {100, 200, 500, 1000, 2000, 5000, 10000, 20000, 50000};
 
 }  // namespace
 
-ViewForm::ViewForm(const QString& name, const QString& caption, plot::Order::Kind kind)
+ViewForm::ViewForm(const QString& name, const QString& caption, plot::Order::Kind kind, ViewSource source)
     : Form(name, caption), m_notice(control<QLabel>("lblNotice")), m_readOut(control<QLabel>("lblReadOut")),
-      m_kind(kind), m_road(std::make_unique<plot::Road>(shared.tables)), m_scale(control<QComboBox>("comBl")),
-      m_paper(control<QComboBox>("comTz")), m_export(control<XPButton>("cmdDc", QStringLiteral("导 出"))),
+      m_kind(kind), m_source(std::move(source)), m_road(std::make_unique<plot::Road>(*m_source.tables)),
+      m_scale(control<QComboBox>("comBl")), m_paper(control<QComboBox>("comTz")),
+      m_export(control<XPButton>("cmdDc", QStringLiteral("导 出"))),
       m_back(control<XPButton>("cmdBack", QStringLiteral("返 回")))
 {
     m_notice->setAutoFillBackground(true);
@@ -89,16 +88,14 @@ QLayout* ViewForm::endRow()
     return row;
 }
 
-std::string ViewForm::folder() { return gProjectFolder.empty() ? ProjectPath(gProject) : gProjectFolder; }
-
 void ViewForm::Form_Load() { reload(); }
 
 void ViewForm::reload()
 {
-    m_road = std::make_unique<plot::Road>(shared.tables);
-    m_stale = plot::staleOf(folder(), shared.tables);
-    m_slopes = plot::slopesOf(folder(), shared.tables);
-    const QString notice = noticeOf(m_stale);
+    m_road = std::make_unique<plot::Road>(*m_source.tables);
+    m_stale = plot::staleOf(m_source.folder, *m_source.tables);
+    m_slopes = plot::slopesOf(m_source.folder, *m_source.tables);
+    const QString notice = noticeOf(m_stale, m_source.project);
     m_notice->setText(notice);
     m_notice->setVisible(!notice.isEmpty());
 }
@@ -106,7 +103,7 @@ void ViewForm::reload()
 plot::Order ViewForm::order() const
 {
     plot::Order order = plot::orderOf(*m_road, m_kind);
-    order.project = gProject;
+    order.project = m_source.project;
     order.stale = m_stale;
     order.paper = m_paper->currentIndex() == 0 ? plot::kA3 : plot::kA4;
     if (const int index = m_scale->currentIndex(); index > 0) order.scale = kScales[index - 1];

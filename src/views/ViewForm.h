@@ -3,6 +3,8 @@
 
 #include "plot/Drawings.h"
 #include "plot/ProjectPlot.h"
+#include "project/Workspace.h"
+#include "tables/CalcTables.h"
 #include "ui/Form.h"
 
 #include <QComboBox>
@@ -13,6 +15,14 @@
 class QMenu;
 class XPButton;
 
+/// Where a view takes its road from.
+struct ViewSource {
+    const Tables* tables = &shared.tables;
+    std::string project = gProject;
+    std::string folder = gProjectFolder.empty() ? ProjectPath(gProject) : gProjectFolder;
+    bool open() const { return tables == &shared.tables; }  ///< the open project, not another one that is looked at
+};
+
 class ViewForm : public Form {
     Q_OBJECT
 public:
@@ -20,7 +30,7 @@ public:
     bool exportTo(const QString& path);
 
 protected:
-    ViewForm(const QString& name, const QString& caption, plot::Order::Kind kind);
+    ViewForm(const QString& name, const QString& caption, plot::Order::Kind kind, ViewSource source);
 
     void Form_Load() override;
     /// The road of the tables anew, after whatever may have changed them.
@@ -32,7 +42,7 @@ protected:
     const plot::Stale& stale() const { return m_stale; }
     const plot::SlopeFiles& slopes() const { return m_slopes; }
     void say(const QString& text) { m_readOut->setText(text); }
-    static std::string folder();
+    const ViewSource& source() const { return m_source; }
 
     /// The row of scale, paper, export and back that every view ends with.
     QLayout* endRow();
@@ -43,6 +53,7 @@ private:
     static bool write(const QString& path, const std::string& bytes);
 
     plot::Order::Kind m_kind;
+    ViewSource m_source;
     std::unique_ptr<plot::Road> m_road;
     plot::Stale m_stale;
     plot::SlopeFiles m_slopes;

@@ -1,5 +1,6 @@
 #include "views/Views.h"
 
+#include "dialogs/Dialogs.h"
 #include "tables/CalcTables.h"
 #include "ui/Form.h"
 #include "ui/MSFlexGrid.h"
@@ -33,6 +34,33 @@ void openSection(QWidget* caller, std::optional<double> stake)
 {
     frmHdm form(stake);
     form.showModal(caller);
+}
+
+namespace {
+
+template <class View, class First>
+void lookAt(QWidget* caller, const std::string& project)
+{
+    const auto own = plot::roadOf(ProjectPath(project));
+    if (!own->refusal.empty()) {
+        dialogs().box({own->refusal, "注意", Icon::Exclamation});
+        return;
+    }
+    View form(First{}, ViewSource{&own->tables, project, ProjectPath(project)});
+    form.setWindowTitle(form.windowTitle() + QStringLiteral(" - ") + fromUtf8(project));
+    form.showModal(caller);
+}
+
+}  // namespace
+
+void lookAtPlan(QWidget* caller, const std::string& project) { lookAt<frmPmt, MSFlexGrid*>(caller, project); }
+void lookAtProfile(QWidget* caller, const std::string& project)
+{
+    lookAt<frmZdm, std::optional<double>>(caller, project);
+}
+void lookAtSection(QWidget* caller, const std::string& project)
+{
+    lookAt<frmHdm, std::optional<double>>(caller, project);
 }
 
 ViewKeys::ViewKeys(QObject* parent) : QObject(parent) { qApp->installEventFilter(this); }

@@ -33,8 +33,8 @@ constexpr std::array<std::pair<const char*, int>, 6> kColumns{
 
 }  // namespace
 
-frmHdm::frmHdm(std::optional<double> stake)
-    : ViewForm(QStringLiteral("frmHdm"), QStringLiteral("横断面图"), plot::Order::Section),
+frmHdm::frmHdm(std::optional<double> stake, ViewSource source)
+    : ViewForm(QStringLiteral("frmHdm"), QStringLiteral("横断面图"), plot::Order::Section, std::move(source)),
       m_area(control<SectionArea>("picHdm")), m_stake(control<QLineEdit>("txtLc")),
       m_thickness(control<QLineEdit>("txtLmhd")), m_pavement(control<QCheckBox>("cheLm", QStringLiteral("扣路面厚度"))),
       m_slopesShown(control<QCheckBox>("cheBp", QStringLiteral("边坡示意"))), m_slider(control<QSlider>("sldLc")),
@@ -169,7 +169,7 @@ plot::Order frmHdm::order() const
 
 void frmHdm::cmdZd_Click()
 {
-    const auto stake = typedStake(toUtf8(m_stake->text()));
+    const auto stake = typedStake(*source().tables, toUtf8(m_stake->text()));
     if (!stake || *stake < m_from || *stake > m_to) {
         dialogs().box({"桩号不在纵断面上！", "注意", Icon::Exclamation});
         m_stake->setFocus();

@@ -12,7 +12,7 @@ class SectionArea;
 class frmHdm : public ViewForm {
     Q_OBJECT
 public:
-    explicit frmHdm(std::optional<double> stake = {});
+    explicit frmHdm(std::optional<double> stake = {}, ViewSource source = {});
 
     double stake() const { return m_at; }
 

@@ -45,8 +45,8 @@ int columnOf(const MSFlexGrid& grid, const QString& header)
 
 }  // namespace
 
-frmPmt::frmPmt(MSFlexGrid* results)
-    : ViewForm(QStringLiteral("frmPmt"), QStringLiteral("线路平面图"), plot::Order::Plan),
+frmPmt::frmPmt(MSFlexGrid* results, ViewSource source)
+    : ViewForm(QStringLiteral("frmPmt"), QStringLiteral("线路平面图"), plot::Order::Plan, std::move(source)),
       m_area(control<PlanArea>("picPmt")), m_elements(control<MSFlexGrid>("MsfgPmt")), m_results(results),
       m_stake(control<QLineEdit>("txtLc")), m_other(control<QComboBox>("comDj")), m_pinned(control<QLabel>("lblPinned"))
 {
@@ -204,7 +204,7 @@ void frmPmt::comDj_Click(int index)
 
 void frmPmt::cmdZd_Click()
 {
-    const auto stake = typedStake(toUtf8(m_stake->text()));
+    const auto stake = typedStake(*source().tables, toUtf8(m_stake->text()));
     const auto pose = stake ? road().poseAt(*stake) : std::nullopt;
     if (!pose) {
         dialogs().box({"桩号不在线路上！", "注意", Icon::Exclamation});
@@ -268,7 +268,7 @@ void frmPmt::pickElement(std::size_t element, bool fromTable)
 /// The editor of the alignment over this window, at the row that the element stems from.
 void frmPmt::openEditor(std::size_t element)
 {
-    if (element >= road().elements().size()) return;
+    if (element >= road().elements().size() || !source().open()) return;
     const std::size_t row = road().elements()[element].row;
     std::string model;
     try {

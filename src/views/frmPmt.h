@@ -13,7 +13,7 @@ class frmPmt : public ViewForm {
     Q_OBJECT
 public:
     /// @param results  a result grid whose points are shown, and whose row follows the picked point; nullptr: none
-    explicit frmPmt(MSFlexGrid* results = nullptr);
+    explicit frmPmt(MSFlexGrid* results = nullptr, ViewSource source = {});
 
     PlanArea& area() const { return *m_area; }
 

@@ -18,8 +18,8 @@ constexpr double kTimes[] = {1, 2, 5, 10, 20, 50, 100};
 
 }  // namespace
 
-frmZdm::frmZdm(std::optional<double> stake)
-    : ViewForm(QStringLiteral("frmZdm"), QStringLiteral("纵断面图"), plot::Order::Profile),
+frmZdm::frmZdm(std::optional<double> stake, ViewSource source)
+    : ViewForm(QStringLiteral("frmZdm"), QStringLiteral("纵断面图"), plot::Order::Profile, std::move(source)),
       m_area(control<ProfileArea>("picZdm")), m_stake(control<QLineEdit>("txtLc")),
       m_exaggeration(control<QComboBox>("comFd")), m_pinned(control<QLabel>("lblPinned")), m_at(stake)
 {
@@ -106,7 +106,7 @@ void frmZdm::say(std::optional<double> stake)
 
 void frmZdm::cmdZd_Click()
 {
-    const auto stake = typedStake(toUtf8(m_stake->text()));
+    const auto stake = typedStake(*source().tables, toUtf8(m_stake->text()));
     const plot::Order all = plot::orderOf(road(), plot::Order::Profile);
     if (!stake || *stake < all.from || *stake > all.to) {
         dialogs().box({"桩号不在纵断面上！", "注意", Icon::Exclamation});

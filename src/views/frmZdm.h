@@ -9,7 +9,7 @@ class QLineEdit;
 class frmZdm : public ViewForm {
     Q_OBJECT
 public:
-    explicit frmZdm(std::optional<double> stake = {});
+    explicit frmZdm(std::optional<double> stake = {}, ViewSource source = {});
 
     ProfileArea& area() const { return *m_area; }
 

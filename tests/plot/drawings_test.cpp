@@ -77,6 +77,21 @@ TEST_F(PlotDrawings, AWindowHasTheNumbersOfItsGridAtItsEdges)
     EXPECT_THAT(words, Contains("Y 513900"));
 }
 
+TEST_F(PlotDrawings, TheNumbersAtTheEdgesStandBesideWhatIsBlocked)
+{
+    const Sample sample("示例一");
+    const Road road(shared.tables);
+    PlanView view;
+    view.mm = 2.3;
+    const Point middle = road.poseAt(13690 - 32.36)->at;
+    view.window = {middle - Point{148, 122}, middle + Point{149, 123}};
+    const Point low = view.window.low, high = view.window.high;
+    view.room = {low, {high.x, low.y}, high, {low.x, high.y}};
+    view.blocked = {{low, {low.x + 130, low.y}, {low.x + 130, low.y + 33}, {low.x, low.y + 33}},
+                    {{low.x, high.y - 62}, {low.x + 133, high.y - 62}, {low.x + 133, high.y}, {low.x, high.y}}};
+    EXPECT_THAT(wordsOf(Plan(road).picture(view)), Contains(testing::StartsWith("X 285")));
+}
+
 TEST_F(PlotDrawings, ADrawingMovesNothingShared)
 {
     const Sample sample("示例一");

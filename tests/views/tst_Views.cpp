@@ -411,6 +411,32 @@ private slots:
         screen.close();
     }
 
+    void aProjectThatIsNotOpenIsLookedAt()
+    {
+        Samples samples;
+        const Shared before = shared;
+        const auto files = samples.files();
+        ScriptedDialogs dialogs;
+        QWidget caller;
+        QString words;
+        int rows = 0;
+        QTimer::singleShot(300, &caller, [&] {
+            auto* view = QApplication::activeModalWidget();
+            if (!view) return;
+            words = view->objectName();
+            rows = named<MSFlexGrid>(*view, "MsfgPmt").Rows() - 1;
+            view->close();
+        });
+        lookAtPlan(&caller, "示例二");
+        QCOMPARE(words, QStringLiteral("frmPmt"));
+        QCOMPARE(rows, 17);  // blocks of its file
+        lookAtProfile(&caller, "没有");
+        QCOMPARE(dialogs.messages.size(), 1u);
+        QVERIFY(shared == before);
+        QCOMPARE(gProject, std::string("示例一"));
+        QCOMPARE(samples.files(), files);
+    }
+
     void withoutAnAlignmentTheViewsSaySo()
     {
         ProjectFolder folder;
@@ -432,11 +458,11 @@ private slots:
     void typedStakes()
     {
         Samples samples;
-        QCOMPARE(typedStake("12500"), std::optional(12500.0));
-        QCOMPARE(typedStake(" K12+500.5 "), std::optional(12500.5));
-        QCOMPARE(typedStake("13420"), std::optional(13420 - 32.36));
-        QVERIFY(!typedStake("13400"));
-        QVERIFY(!typedStake("K+"));
+        QCOMPARE(typedStake(shared.tables, "12500"), std::optional(12500.0));
+        QCOMPARE(typedStake(shared.tables, " K12+500.5 "), std::optional(12500.5));
+        QCOMPARE(typedStake(shared.tables, "13420"), std::optional(13420 - 32.36));
+        QVERIFY(!typedStake(shared.tables, "13400"));
+        QVERIFY(!typedStake(shared.tables, "K+"));
     }
 };
 
