@@ -61,7 +61,7 @@ void frmScbj::compute()
         MsfgScbj->setRows(1);
         for (int c = 0; c < m_rows.cols(); ++c) {
             MsfgScbj->setTextMatrix(0, c, fromUtf8(m_rows.text(0, c)));
-            MsfgScbj->setColWidth(c, c == 0 ? 700 : c == 5 ? 1600 : 1350);
+            MsfgScbj->setColWidth(c, c == 0 ? 700 : c == 5 ? 1500 : c == 2 || c == 3 ? 1350 : 950);
             MsfgScbj->setColAlignment(c, Qt::AlignCenter);
         }
         for (int r = 1; r < m_rows.rows(); ++r) {
