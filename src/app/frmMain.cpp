@@ -15,6 +15,7 @@
 #include "phone/windows/frmSjName.h"
 #include "project/LoadProject.h"
 #include "project/Workspace.h"
+#include "screens/windows/RoadLine.h"
 #include "ui/DocumentWindow.h"
 #include "ui/Layout.h"
 #include "ui/Theme.h"
@@ -39,7 +40,7 @@ frmMain::frmMain()
       Label2(control<QLabel>("Label2", QStringLiteral("手机版参数"))), lstSj(control<ListBox>("lstSj")),
       butZh(button("butZh", QStringLiteral("转 换"), &frmMain::butZh_Click)),
       butDel(button("butDel", QStringLiteral("移 除"), &frmMain::butDel_Click)),
-      cmdExit(control<XPButton>("cmdExit", QStringLiteral("退出程序")))
+      cmdExit(control<XPButton>("cmdExit", QStringLiteral("退出程序"))), m_road(control<RoadLine>("lblRoad"))
 {
     setModal(false);
     setWindowFlags(Qt::Window);
@@ -60,7 +61,9 @@ template <class Sender, class Signal>
 void frmMain::onIdle(Sender* sender, Signal signal, Handler handler)
 {
     on(sender, signal, [this, handler] {
-        if (!m_hanging) (this->*handler)();
+        if (m_hanging) return;
+        (this->*handler)();
+        m_road->refresh();
     });
 }
 
@@ -87,7 +90,9 @@ void frmMain::makeCommands()
         } else {
             action = parent->addAction(commandIcon(command.name), caption);
             on(action, &QAction::triggered, [this, open = command.open] {
-                if (!m_hanging) open(this);
+                if (m_hanging) return;
+                open(this);
+                m_road->refresh();
             });
         }
         action->setObjectName(QString::fromUtf8(command.name));
@@ -119,6 +124,10 @@ void frmMain::layOut()
     all->setMenuBar(m_menuBar);
     all->addWidget(tbarMain);
     all->addLayout(lists, 1);
+    auto* line = new QHBoxLayout;
+    line->setContentsMargins(theme::kMargin, 0, theme::kMargin, theme::kGrid);
+    line->addWidget(m_road, 1);
+    all->addLayout(line);
     fitToContent(*this, {680, 464});
     lstProjects->setFocus();
 }
@@ -139,7 +148,10 @@ void frmMain::showListMenu(const QPoint& at)
         ofProject = command.ofProject;
         auto* entry = menu->addAction(QString::fromUtf8(command.caption));
         entry->setObjectName(QString::fromUtf8(command.name));
-        on(entry, &QAction::triggered, [this, run = command.run, project] { run(this, *lstProjects, project); });
+        on(entry, &QAction::triggered, [this, run = command.run, project] {
+            run(this, *lstProjects, project);
+            m_road->refresh();
+        });
     }
     menu->popup(lstProjects->viewport()->mapToGlobal(at));
 }
@@ -168,7 +180,10 @@ bool frmMain::refuseNoSelection(const ListBox& list)
 void frmMain::cmdNewProjects_Click()
 {
     frmNewProjects dialog;
-    on(&dialog, &frmNewProjects::created, [this](const QString& name) { lstProjects->AddItem(name); });
+    on(&dialog, &frmNewProjects::created, [this](const QString& name) {
+        lstProjects->AddItem(name);
+        lstProjects->scrollToBottom();  // the selection stays
+    });
     dialog.showModal(this);
 }
 
@@ -177,6 +192,7 @@ void frmMain::cmdOpenProjects_Click()
     if (refuseNoSelection(*lstProjects)) return;
     gProject = Trim(toUtf8(lstProjects->Text()));
     LoadProject();
+    m_road->refresh();
     // Said whatever the load met, a stake in a chainage gap included.
     showBox(QStringLiteral("打开项目成功！"), QString(), Icon::Information);
     for (auto* action : m_needProject) action->setEnabled(true);

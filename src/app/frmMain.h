@@ -15,6 +15,7 @@
 
 class QMenuBar;
 class QToolBar;
+class RoadLine;
 class WaysOut;
 class XPButton;
 
@@ -61,6 +62,7 @@ private:
     QLabel* Label2;
     ListBox* lstSj;
     XPButton *butZh, *butDel, *cmdExit;
+    RoadLine* m_road;
     QList<QAction*> m_needProject;  ///< enabled by the first project that is opened, never disabled again
     bool m_hanging = false;         ///< a load never comes back
     std::unique_ptr<WaysOut> m_waysOut;

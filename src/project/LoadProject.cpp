@@ -5,6 +5,7 @@
 #include "base/TextFile.h"
 #include "dialogs/Dialogs.h"
 #include "engine/Chainage.h"
+#include "project/OpenRoad.h"
 #include "project/Workspace.h"
 #include "tables/CalcTables.h"
 
@@ -43,8 +44,12 @@ Loaded loadOpenProject()
     Loaded met;
     cleanFiles(met);
     upgradeSettings(met);
-    const auto read = [](std::string_view file) { return ReadBytesCreating(ParameterFile(file)); };
+    OpenRoad::Files asRead;
+    const auto read = [&asRead](std::string_view file) {
+        return asRead[std::string(file)] = ReadBytesCreating(ParameterFile(file));
+    };
     met = loadTables(read, shared.tables, shared.results, std::move(met));
+    openRoad.remember(met, std::move(asRead));
     if (met.cutAtGap) dialogs().box({std::string(kStakeInGap), "注意", Icon::Exclamation});
     return met;
 }

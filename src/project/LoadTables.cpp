@@ -67,6 +67,7 @@ private:
             throw NeverEnds{{std::string(file), static_cast<int>(rows.lines.rend() - text)}};
         }
         rows.last = static_cast<std::int16_t>(last);
+        m_met.compiled.emplace_back(file);
         compile(rows, m_tables);
     }
 

@@ -29,6 +29,9 @@ struct Loaded {
     /// The last line with text of a table file that has no comma in any line: the rows of such a file are looked for
     /// without end. Nothing behind it was read.
     std::optional<Place> neverEnds;
+    /// The files whose rows went into the tables, in their order. Where the load was cut at a gap, the last of them is
+    /// the one that holds the stake, and stands in the tables in part.
+    std::vector<std::string> compiled = {};
 
     /// Runs one statement as attempt does, and remembers the file that it could not read.
     template <class Statement>

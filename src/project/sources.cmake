@@ -8,6 +8,8 @@ set(sources
     LoadProject.h
     LoadTables.cpp
     LoadTables.h
+    OpenRoad.cpp
+    OpenRoad.h
     Workspace.cpp
     Workspace.h
 )

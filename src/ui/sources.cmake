@@ -29,6 +29,8 @@ set(sources
     PinnedColumn.h
     Platform.cpp
     Platform.h
+    QuietLine.cpp
+    QuietLine.h
     QtDialogs.cpp
     QtDialogs.h
     RunHandler.cpp

@@ -8,6 +8,7 @@
 // Texts are UTF-8 and go to disk in code page 936; bytes() and writeBytes() leave them as they are.
 
 #include "base/CodePage.h"
+#include "project/OpenRoad.h"
 #include "project/Workspace.h"
 #include "tables/CalcTables.h"
 
@@ -28,6 +29,7 @@ public:
     ProjectFolder(std::initializer_list<File> files = {}, const std::string& name = "测试")
     {
         shared = {};
+        openRoad = {};
         m_root = std::filesystem::temp_directory_path() / ("velumark-" + std::to_string(std::random_device{}()));
         std::filesystem::create_directories(m_root);
         gAppPath = m_root.string();
@@ -41,6 +43,7 @@ public:
         std::error_code ignored;
         std::filesystem::remove_all(m_root, ignored);
         shared = {};
+        openRoad = {};
         gAppPath.clear();
         gProject.clear();
         gProjectFolder.clear();

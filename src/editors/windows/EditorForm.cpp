@@ -6,6 +6,7 @@
 #include "controls/FormScaling.h"
 #include "dialogs/FileBox.h"
 #include "project/LoadProject.h"
+#include "screens/windows/RoadLine.h"
 #include "tables/CalcTables.h"
 #include "ui/MSFlexGrid.h"
 
@@ -188,6 +189,7 @@ void EditorForm::cmdSave_Click()
         dialogs().box({"数据保存成功！", "", Icon::Information});
         Edited = false;
         if (m_table.loadsProject) LoadProject();
+        m_road->refresh();
     });
 }
 

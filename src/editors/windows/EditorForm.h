@@ -16,6 +16,7 @@ class QBoxLayout;
 class QKeyEvent;
 class QLayout;
 class QLineEdit;
+class RoadLine;
 class XPButton;
 
 class EditorForm : public Form {
@@ -83,6 +84,7 @@ private:
     QLayout* makeFrames();
 
     EditorTable m_table;
+    RoadLine* m_road = nullptr;
     MSFlexGrid* m_grid = nullptr;
     QLineEdit* m_box = nullptr;
     std::vector<QLineEdit*> m_frameBoxes;

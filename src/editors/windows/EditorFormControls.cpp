@@ -6,6 +6,7 @@
 #include "controls/XPButton.h"
 #include "dialogs/FileBox.h"
 #include "editors/windows/EditorForm.h"
+#include "screens/windows/RoadLine.h"
 #include "tables/CalcTables.h"
 #include "ui/Layout.h"
 #include "ui/MSFlexGrid.h"
@@ -52,6 +53,8 @@ void EditorForm::makeControls()
     auto* all = new QVBoxLayout(this);
     all->setContentsMargins(theme::kMargin, theme::kMargin, theme::kMargin, theme::kMargin);
     all->setSpacing(theme::kGrid);
+    m_road = control<RoadLine>("lblRoad");
+    all->addWidget(m_road);
     if (!m_table.frames.empty()) all->addLayout(makeFrames());
 
     m_grid = control<MSFlexGrid>(toUtf8(named("Msfg", m_table.stem)).c_str());

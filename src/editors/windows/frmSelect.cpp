@@ -20,6 +20,7 @@
 #include "editors/windows/frmWfy.h"
 #include "editors/windows/frmWfz.h"
 #include "project/LoadProject.h"
+#include "screens/windows/RoadLine.h"
 #include "ui/Layout.h"
 #include "ui/Theme.h"
 
@@ -78,7 +79,10 @@ frmSelect::frmSelect(QWidget* parent) : Form(QStringLiteral("frmSelect"), QStrin
     on(next, &XPButton::Click, [this] { cmdSelectNext_Click(); });
     on(back, &XPButton::Click, [this] { cmdSelectBack_Click(); });
 
-    ui::arrange(*this, {frame, ui::buttonRow({next, back})});
+    frame->setMinimumWidth(336);
+    m_road = control<RoadLine>("lblRoad");
+    m_road->setLines(2);
+    ui::arrange(*this, {m_road, frame, ui::buttonRow({next, back})});
     setMinimumWidth(360);
 }
 
@@ -107,6 +111,7 @@ void frmSelect::cmdSelectNext_Click()
         if (step.message) dialogs().box(*step.message);
         for (const auto& [name, show] : kForms)
             if (name == step.form) show(this);
+        m_road->refresh();
     } catch (const FileError& error) {  // the settings, which decide what opens
         dialogs().box(FileBox(error));
     }

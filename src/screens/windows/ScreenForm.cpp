@@ -46,6 +46,7 @@ void ScreenForm::Form_Load()
         grid->setColAlignment(col, Qt::AlignCenter);
     }
     results->state = {};
+    road->refresh();
 }
 
 void ScreenForm::Form_Unload()
@@ -155,6 +156,8 @@ void ScreenForm::layOut(std::vector<ui::Piece> fields, std::vector<QWidget*> but
     addSaveAs(*grid);
     wait = control<QLineEdit>(m_parts.wait);
     ui::placeWaitBox(wait, grid);
+    road = control<RoadLine>("lblRoad");
+    fields.insert(fields.begin(), road);
     fields.insert(fields.end(), {grid, ui::buttonRow(buttons)});
     ui::arrange(*this, fields);
 

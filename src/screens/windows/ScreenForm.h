@@ -7,6 +7,7 @@
 #include "screens/Columns.h"
 #include "screens/Export.h"
 #include "screens/Station.h"
+#include "screens/windows/RoadLine.h"
 #include "ui/Form.h"
 #include "ui/Layout.h"
 #include "ui/MSFlexGrid.h"
@@ -79,6 +80,7 @@ protected:
     /// The whole window: these fields, the grid, and a row of these buttons with those that every screen has.
     void layOut(std::vector<ui::Piece> fields, std::vector<QWidget*> buttons);
 
+    RoadLine* road = nullptr;  ///< above the fields
     MSFlexGrid* grid = nullptr;
     std::optional<ResultTable> results;  ///< the rows of the grid
     XPButton *del = nullptr, *saving = nullptr, *back = nullptr;

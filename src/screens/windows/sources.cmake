@@ -1,4 +1,6 @@
 set(sources
+    RoadLine.cpp
+    RoadLine.h
     ScreenForm.cpp
     ScreenForm.h
     frmDgdGc.cpp
