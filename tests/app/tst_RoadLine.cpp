@@ -10,11 +10,15 @@
 #include "editors/windows/frmTfz.h"
 #include "project/LoadProject.h"
 #include "screens/windows/RoadLine.h"
+#include "screens/windows/frmDgdGc.h"
+#include "screens/windows/frmDgdZb.h"
 #include "screens/windows/frmZdcs.h"
 #include "support/ProjectFolder.h"
 #include "support/QtTests.h"
 #include "support/ScriptedDialogs.h"
+#include "support/SharedDiff.h"
 #include "support/Windows.h"
+#include "ui/MSFlexGrid.h"
 #include "ui/Theme.h"
 
 #include <QImage>
@@ -50,6 +54,20 @@ void hasTheLine()
     QCOMPARE(line(window).toolTip(), kRoad);
     QCOMPARE(line(window).focusPolicy(), Qt::NoFocus);
     QVERIFY(!line(window).doubtful());
+}
+
+/// Tool tip of a row computed now, and its texts.
+QString tipOfRow(Workspace& w, QString* texts = nullptr)
+{
+    frmDgdZb window;
+    window.show();
+    type(window, "txtDgdZbFylc", "12100");
+    click(window, "butDgdCalc");
+    const auto& grid = named<MSFlexGrid>(window, "MsfgDgdzb");
+    for (int col = 0; texts && col < grid.Cols(); ++col) *texts += grid.TextMatrix(1, col) + u'|';
+    w.dialogs.no();
+    window.close();
+    return grid.warning(1);
 }
 
 /// Colour of the line left of its text.
@@ -163,6 +181,55 @@ private slots:
         const auto* last = list.item(list.count() - 1);
         QCOMPARE(last->text(), u"最新"_s);
         QVERIFY(list.viewport()->rect().contains(list.visualItemRect(last)));
+    }
+
+    void rowsOfAnotherRoadAreAmber()
+    {
+        Workspace w;
+        LoadProject();
+        QCOMPARE(tipOfRow(w), QString());
+        w.folder.project("空项目", {{"其他参数.txt", "积木法\r\n"}});
+        LoadProject();
+        QCOMPARE(tipOfRow(w), u"此项目没有平曲线参数，沿用“示例一”的数据"_s);
+    }
+
+    void rowsOfAFileThatChangedAreAmber()
+    {
+        Workspace w;
+        LoadProject();
+        w.folder.write("平曲线参数.txt", "12000,18000,10,20,30,0,0\r\n");
+        QCOMPARE(tipOfRow(w), u"平曲线参数.txt 已修改，尚未重新读入"_s);
+        LoadProject();
+        QCOMPARE(tipOfRow(w), QString());
+    }
+
+    void anElevationHangsOnTheProfileAndAPointDoesNot()
+    {
+        Workspace w;
+        w.folder.write("竖曲线参数.txt", "12000,10\r\n13000,12,900\r\n18000,11\r\n");
+        LoadProject();
+        w.folder.write("竖曲线参数.txt", "12000,20\r\n13000,12,900\r\n18000,11\r\n");
+        QCOMPARE(tipOfRow(w), QString());
+        frmDgdGc window;
+        window.show();
+        type(window, "txtDgdGcFylc", "12100");
+        click(window, "butDgdGcCalc");
+        QCOMPARE(named<MSFlexGrid>(window, "MsfgDgdGc").warning(1), u"竖曲线参数.txt 已修改，尚未重新读入"_s);
+        w.dialogs.no();
+        window.close();
+    }
+
+    void theTextsOfARowAreTheSameWithAndWithoutADoubt()
+    {
+        Workspace w;
+        LoadProject();
+        QString plain, doubted;
+        tipOfRow(w, &plain);
+        const Shared after = shared;
+        w.folder.write("平曲线参数.txt", "");
+        QVERIFY(!tipOfRow(w, &doubted).isEmpty());
+        QCOMPARE(doubted, plain);
+        QCOMPARE(differences(shared, after), "");
     }
 
     void aLongLineDoesNotWidenItsWindow()

@@ -2,13 +2,50 @@
 
 #include "base/Numbers.h"
 #include "exchange/windows/Exchange.h"
+#include "project/OpenRoad.h"
+#include "screens/Rows.h"
 #include "tables/CalcTables.h"
 #include "ui/GridSink.h"
 #include "ui/Layout.h"
 
 #include <QHBoxLayout>
 
+#include <algorithm>
+#include <utility>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Hands rows on; each has the doubt about the road among its warnings.
+class DoubtedRows : public RowSink {
+public:
+    DoubtedRows(RowSink& rows, std::string doubt) : m_rows(rows), m_doubt(std::move(doubt)) {}
+
+    void clear() override { m_rows.clear(); }
+    void row(ResultRow row) override
+    {
+        row.warning = warning::Join(m_doubt, row.warning);
+        m_rows.row(std::move(row));
+    }
+    void changed() override { m_rows.changed(); }
+    bool abandoned() override { return m_rows.abandoned(); }
+
+private:
+    RowSink& m_rows;
+    std::string m_doubt;
+};
+
+/// What a row of these columns hangs on: the profile where it has an elevation, else the alignment.
+std::string doubtOf(std::span<const GridColumn> columns, bool pickedStation)
+{
+    const RoadDoubts doubts = lookAtRoad();
+    const bool elevations =
+        std::any_of(columns.begin(), columns.end(), [](const auto& c) { return c.header == "高 程"; });
+    return warning::Join(elevations ? doubts.profile : doubts.alignment, pickedStation ? doubts.traverse : "");
+}
+
+}  // namespace
 
 ScreenForm::ScreenForm(const ScreenParts& parts) : Form(QString::fromUtf8(parts.form), parts.caption), m_parts(parts) {}
 
@@ -16,7 +53,9 @@ void ScreenForm::run(const std::function<Outcome(RowSink&)>& handler)
 {
     Outcome outcome;
     {
-        GridSink rows(*grid, *results);
+        const bool picked = station.pick && !station.typed->isChecked() && station.pick->ListIndex() >= 0;
+        GridSink shown(*grid, *results);
+        DoubtedRows rows(shown, doubtOf(m_parts.columns, picked));
         outcome = handler(rows);
     }
     if (outcome.refusal) refuse(*outcome.refusal);
