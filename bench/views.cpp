@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QImage>
 
+#include <chrono>
 #include <random>
 
 namespace {
