@@ -1,5 +1,6 @@
 #pragma once
-// What this program gets by new, counted and bounded; check_bounds_test.cpp holds the operators.
+// What this program gets by new, counted and bounded; CountedMemory.cpp holds the operators, for the programs that link
+// it.
 
 #include <atomic>
 #include <cstddef>
