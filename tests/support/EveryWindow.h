@@ -21,6 +21,10 @@
 #include "editors/windows/frmTfz.h"
 #include "editors/windows/frmWfy.h"
 #include "editors/windows/frmWfz.h"
+#include "exchange/ProjectExport.h"
+#include "exchange/windows/frmDr.h"
+#include "exchange/windows/frmDrBg.h"
+#include "exchange/windows/frmScbj.h"
 #include "office/windows/DrawingWindow.h"
 #include "office/windows/SheetWindow.h"
 #include "phone/Phone.h"
@@ -194,6 +198,21 @@ inline void showViews(const Seen& seen)
     });
 }
 
+inline void showExchange(const Seen& seen)
+{
+    std::vector<std::string> report;
+    frmDr import(landxml::File::fromBytes(ProjectAsLandXml(ProjectPath("示例一"), "示例一", report)));
+    type(import, {{"txtDrMc", "滨河路"}});
+    show(seen, import);
+    frmDrBg told(QStringLiteral("导出报告"), {fromUtf8(report.empty() ? "没有不能带走的内容" : report[0])});
+    show(seen, told);
+    frmScbj compared(shared.tables, {{"A1", 2856486.512, 512730.907, {}}, {"A2", 2856540.203, 512815.415, 52.31}});
+    type(compared, {{"txtScbjPm", "0.02"}, {"txtScbjGc", "0.02"}});
+    shown(compared);
+    click(compared, "butScbjCalc");
+    show(seen, compared);
+}
+
 inline void showEditors(const Seen& seen)
 {
     open<frmSelect>(seen);
@@ -268,6 +287,7 @@ inline void forEveryWindow(const every_window::Seen& seen)
     open<frmSjName>(seen, [](auto& form) { type(form, {{"txtsjName", "binhe"}}); });
     showScreens(seen);
     showViews(seen);
+    showExchange(seen);
     showEditors(seen);
     showTools(seen);
     setDialogs(nullptr);

@@ -13,7 +13,10 @@
 #include <QBuffer>
 #include <QPageLayout>
 #include <QPdfWriter>
+#include <QScreen>
 #include <QTextDocument>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -30,7 +33,8 @@ frmScbj::frmScbj(const Tables& tables, std::vector<MeasuredPoint> measured)
         ui::fitDigits(box, 8);
     }
     MsfgScbj->setLastColumnFills(true);
-    MsfgScbj->setMinimumSize(1000, 360);
+    // Every column at once, as far as the screen is wide enough.
+    MsfgScbj->setMinimumSize(std::min(1000, screen()->availableSize().width() - 80), 300);
     ui::arrange(*this,
                 {ui::frame(u"限差"_s, ui::fieldLine({{u"点位（米）"_s, txtScbjPm}, {u"高差（米）"_s, txtScbjGc}})),
                  MsfgScbj, ui::buttonRow({butScbjFy, butScbjCalc, butScbjSave, butScbjBack})});
