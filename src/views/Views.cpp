@@ -12,6 +12,25 @@
 #include <QApplication>
 #include <QKeyEvent>
 
+#include <type_traits>
+
+namespace {
+
+/// The plan's buttons open the two others, of the same road, at the pinned stake.
+void offerOthers(frmPmt& plan, const ViewSource& source)
+{
+    QObject::connect(&plan, &frmPmt::profileWanted, &plan, [&plan, source](double stake) {
+        frmZdm profile(stake, source);
+        profile.showModal(&plan);
+    });
+    QObject::connect(&plan, &frmPmt::sectionWanted, &plan, [&plan, source](double stake) {
+        frmHdm section(stake, source);
+        section.showModal(&plan);
+    });
+}
+
+}  // namespace
+
 void openPlan(QWidget* caller)
 {
     // The first grid that names points, if the form has one.
@@ -19,8 +38,7 @@ void openPlan(QWidget* caller)
     for (auto* grid : caller ? caller->findChildren<MSFlexGrid*>() : QList<MSFlexGrid*>())
         if (!results && grid->isVisible()) results = grid;
     frmPmt form(results);
-    QObject::connect(&form, &frmPmt::profileWanted, &form, [&](double stake) { openProfile(&form, stake); });
-    QObject::connect(&form, &frmPmt::sectionWanted, &form, [&](double stake) { openSection(&form, stake); });
+    offerOthers(form, {});
     form.showModal(caller);
 }
 
@@ -46,7 +64,9 @@ void lookAt(QWidget* caller, const std::string& project)
         dialogs().box({own->refusal, "注意", Icon::Exclamation});
         return;
     }
-    View form(First{}, ViewSource{&own->tables, project, ProjectPath(project)});
+    const ViewSource source{&own->tables, project, ProjectPath(project)};
+    View form(First{}, source);
+    if constexpr (std::is_same_v<View, frmPmt>) offerOthers(form, source);
     form.setWindowTitle(form.windowTitle() + QStringLiteral(" - ") + fromUtf8(project));
     form.showModal(caller);
 }

@@ -24,6 +24,7 @@
 #include <QTimer>
 
 #include <array>
+#include <tuple>
 
 namespace {
 
@@ -87,6 +88,13 @@ frmPmt::frmPmt(MSFlexGrid* results, ViewSource source)
         }
     }
     top->addStretch(1);
+    for (const auto& [name, caption, wanted] : {std::tuple{"cmdZdm", QStringLiteral("纵断面"), &frmPmt::profileWanted},
+                                                {"cmdHdm", QStringLiteral("横断面"), &frmPmt::sectionWanted}}) {
+        auto* button = control<XPButton>(name, caption);
+        button->setToolTip(QStringLiteral("打开定点处的%1").arg(caption));
+        top->addWidget(button);
+        on(button, &XPButton::Click, [this, signal = wanted] { emit(this->*signal)(stakeAtHand()); });
+    }
     auto* both = new QSplitter(Qt::Horizontal, this);
     both->addWidget(m_area);
     both->addWidget(m_elements);

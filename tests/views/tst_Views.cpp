@@ -21,6 +21,7 @@
 #include "views/frmZdm.h"
 
 #include <QClipboard>
+#include <QSignalSpy>
 #include <QWheelEvent>
 
 #include <filesystem>
@@ -115,6 +116,20 @@ private slots:
         const QString kept = pinned(form);
         QTest::mouseMove(&form.area(), at + QPoint(60, 40));
         QCOMPARE(pinned(form), kept);
+    }
+
+    void theButtonsAskForTheOtherViewsAtThePin()
+    {
+        Samples samples;
+        frmPmt form;
+        shown(form);
+        QSignalSpy profile(&form, &frmPmt::profileWanted), section(&form, &frmPmt::sectionWanted);
+        type(form, "txtLc", "K12+480");
+        click(form, "cmdZd");
+        click(form, "cmdZdm");
+        click(form, "cmdHdm");
+        QCOMPARE(profile, QList<QVariantList>{{12480.0}});
+        QCOMPARE(section, QList<QVariantList>{{12480.0}});
     }
 
     void theWheelZoomsToTheCursorAndADragPans()
