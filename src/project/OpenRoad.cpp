@@ -81,7 +81,7 @@ std::string settingChanged(int index)
     if (read == openRoad.files.end() ||
         lineOf(bytesNow(files::settings, read->second), index) == lineOf(read->second, index))
         return "";
-    return std::string(files::settings) + " 已修改，尚未重新读入";
+    return std::string(files::settings).append(" 已修改，尚未重新读入");
 }
 
 std::string unreadableSettings()
@@ -90,7 +90,7 @@ std::string unreadableSettings()
     const std::string path = openRoad.folder + std::string(files::settings);
     const bool fails =
         std::any_of(failed.begin(), failed.end(), [&](const FileError& error) { return error.path() == path; });
-    return fails ? std::string(files::settings) + " 无法读取" : "";
+    return fails ? std::string(files::settings).append(" 无法读取") : "";
 }
 
 std::string leftOpen()
