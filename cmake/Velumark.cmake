@@ -30,7 +30,8 @@ target_compile_options(vm_flags INTERFACE -Wall -Wextra -Wconversion -Wshadow -W
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # Warnings of GCC 12 that optimised library code sets off by itself: "text" + string, a variant moved, a text
     # assigned.
-    target_compile_options(vm_flags INTERFACE -Wno-restrict -Wno-maybe-uninitialized -Wno-stringop-overflow)
+    target_compile_options(vm_flags INTERFACE -Wno-restrict -Wno-maybe-uninitialized -Wno-stringop-overflow
+                                              -Wno-array-bounds)
 endif()
 if(VM_SANITIZE)   # the libraries and the programs: tests/CMakeLists.txt takes the compile options away from its own code
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)

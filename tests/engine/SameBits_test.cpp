@@ -61,11 +61,7 @@ public:
     ~SameBits() override { shared = {}; }
 
 protected:
-#ifdef __SANITIZE_ADDRESS__
-    static constexpr int kInputs = 2'000;  // the bits are settled without the sanitizers
-#else
     static constexpr int kInputs = 16'000 / 8;
-#endif
     std::mt19937_64 random{GetParam()};
 
     double draw(double from, double to) { return std::uniform_real_distribution<double>(from, to)(random); }

@@ -6,6 +6,7 @@
 #include "engine/Element.h"
 #include "engine/FastRoute.h"
 #include "support/PlainRoute.h"
+#include "support/Sanitized.h"
 #include "support/Tables.h"
 
 #include <cmath>
@@ -18,12 +19,8 @@
 /// sanitizers, which do not change the bits.
 inline int sweepCalls(int shards)
 {
-#ifdef __SANITIZE_ADDRESS__
-    return 10'000 / shards;
-#else
     const char* wanted = std::getenv("VM_LONG");
-    return (wanted ? std::atoi(wanted) : 100'000) / shards;
-#endif
+    return (sanitized() ? 10'000 : wanted ? std::atoi(wanted) : 100'000) / shards;
 }
 
 class Sweep {
