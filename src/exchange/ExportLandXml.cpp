@@ -212,9 +212,9 @@ private:
         m_xml.close();
     }
 
-    void say(std::string line)
+    void say(std::string_view line)
     {
-        if (m_road.report) m_road.report->push_back(std::move(line));
+        if (m_road.report) m_road.report->emplace_back(line);
     }
 
     const LandXmlRoad& m_road;

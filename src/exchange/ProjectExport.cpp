@@ -51,7 +51,7 @@ std::string ProjectAsLandXml(const std::string& folder, const std::string& name,
             const std::string file = folder + "/" + std::string(slope);
             return FileExists(file) && !ReadBytes(file).empty();
         }))
-        report.push_back("没有导出边坡参数：LandXML 没有位置");
+        report.emplace_back("没有导出边坡参数：LandXML 没有位置");
     return LandXmlText(
         {.name = name, .files = files, .tables = tables, .written = newest(folder, files), .report = &report});
 }

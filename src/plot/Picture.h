@@ -109,7 +109,7 @@ struct Text {
     Align align = Align::Left;
 };
 struct Entity {
-    Layer layer;
+    Layer layer{};
     std::variant<Polyline, Arc, Fill, Text> shape;
 };
 
@@ -117,13 +117,20 @@ struct Picture {
     Point origin;  ///< what the coordinates count from
     std::vector<Entity> entities;
 
-    void line(Layer layer, Point a, Point b) { entities.push_back({layer, Polyline{{a, b}}}); }
+    template <class Shape>
+    void put(Layer layer, Shape shape)
+    {
+        Entity& entity = entities.emplace_back();
+        entity.layer = layer;
+        entity.shape.template emplace<Shape>(std::move(shape));
+    }
+    void line(Layer layer, Point a, Point b) { put(layer, Polyline{{a, b}}); }
     void polyline(Layer layer, std::vector<Point> points, bool closed = false)
     {
-        entities.push_back({layer, Polyline{std::move(points), closed}});
+        put(layer, Polyline{std::move(points), closed});
     }
-    void circle(Layer layer, Point centre, double radius) { entities.push_back({layer, Arc{centre, radius}}); }
-    void text(Layer layer, Text text) { entities.push_back({layer, std::move(text)}); }
+    void circle(Layer layer, Point centre, double radius) { put(layer, Arc{centre, radius}); }
+    void text(Layer layer, Text text) { put(layer, std::move(text)); }
     void add(const Picture& other) { entities.insert(entities.end(), other.entities.begin(), other.entities.end()); }
 };
 
