@@ -49,7 +49,8 @@ std::string map(const Call& call, MapForm form, std::vector<std::string>& report
         add(run);
     }
     if (args.has("--gk")) road.projection = GaussKruegerOfText(args.value("--gk"));
-    if (form == MapForm::Kml && !road.projection) report.emplace_back("KML 应是经纬度：没有给 --gk，写的是项目自己的坐标");
+    if (form == MapForm::Kml && !road.projection)
+        report.emplace_back("KML 应是经纬度：没有给 --gk，写的是项目自己的坐标");
     return MapText(road, form);
 }
 
