@@ -1,20 +1,22 @@
 #pragma once
 // The numbers that a person reads in the texts of a result, for tests of the numbers that go beside them.
 
-#include "base/Numbers.h"
-#include "base/RunTimeError.h"
-
+#include <cstdlib>
 #include <optional>
+#include <regex>
 #include <string>
 #include <string_view>
 
 namespace as_read {
 
 /// K12+345.678 as 12345.678 is stakeOf; 左5米 as -5 and 中桩 as 0 offsetOf; 45度30分00秒 as 45.5 angleOf.
+/// Read by the C library, not by the program's own reader.
 inline std::optional<double> numberOf(std::string_view text)
 {
-    std::optional<double> value;
-    attempt([&] { value = ParseNumber(text); });
+    const std::string whole(text);
+    char* end = nullptr;
+    const double value = std::strtod(whole.c_str(), &end);
+    if (whole.empty() || *end != '\0') return std::nullopt;
     return value;
 }
 
@@ -47,27 +49,12 @@ inline std::optional<double> offsetOf(std::string_view text)
 /// Degrees, minutes and seconds behind each other, each with its sign of one kind or the other.
 inline std::optional<double> angleOf(std::string_view text)
 {
-    constexpr struct {
-        std::string_view word, mark;
-        double parts;
-    } kUnits[] = {{"度", "°", 1}, {"分", "′", 60}, {"秒", "″", 3600}};
-    const bool negative = text.starts_with('-');
-    if (negative) text.remove_prefix(1);
-    double degrees = 0;
-    for (const auto& [word, mark, parts] : kUnits) {
-        auto unit = word;
-        auto end = text.find(word);
-        if (end == std::string_view::npos) {
-            unit = mark;
-            end = text.find(mark);
-        }
-        if (end == std::string_view::npos) return std::nullopt;
-        const auto number = numberOf(text.substr(0, end));
-        if (!number) return std::nullopt;
-        degrees += *number / parts;
-        text.remove_prefix(end + unit.size());
-    }
-    return negative ? -degrees : degrees;
+    static const std::regex kAngle("(-?)([0-9.]+)(?:度|°)([0-9.]+)(?:分|′)([0-9.]+)(?:秒|″)");
+    std::smatch parts;
+    const std::string whole(text);
+    if (!std::regex_match(whole, parts, kAngle)) return std::nullopt;
+    const double degrees = std::stod(parts[2]) + std::stod(parts[3]) / 60 + std::stod(parts[4]) / 3600;
+    return parts[1].length() > 0 ? -degrees : degrees;
 }
 
 /// By the header of the column.
