@@ -1,11 +1,15 @@
 #include "base/Numbers.h"
 
+#include "base/Digits.h"
 #include "base/RunTimeError.h"
 #include "base/Trig.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <locale>
+#include <optional>
 #include <sstream>
 
 std::string_view Trim(std::string_view text)
@@ -15,32 +19,40 @@ std::string_view Trim(std::string_view text)
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+namespace {
+
+/// A whole number below 10^15 at the end of a text.
+void append(std::string& text, std::uint64_t whole)
+{
+    char buffer[20];
+    text.append(buffer, std::to_chars(buffer, buffer + sizeof buffer, whole).ptr);
+}
+
+}  // namespace
+
 std::string NumText(double value)
 {
     if (value == 0) return "0";
     if (!std::isfinite(value)) return std::isnan(value) ? "nan" : value < 0 ? "-inf" : "inf";
 
-    // Fifteen significant digits as d.dddddde+xx, then the point put in its place.
-    char buffer[32];
-    const auto end =
-        std::to_chars(buffer, buffer + sizeof buffer, std::abs(value), std::chars_format::scientific, 14).ptr;
-    std::string digits(1, buffer[0]);
-    digits.append(buffer + 2, 14);
-    int exponent = 0;
-    const char* sign = buffer + 17;
-    std::from_chars(sign + (*sign == '+'), end, exponent);
-    digits.erase(digits.find_last_not_of('0') + 1);
-
-    const int count = static_cast<int>(digits.size());
-    const int point = exponent + 1;  // digits before the point
     std::string text = value < 0 ? "-" : "";
+    const double magnitude = std::abs(value);
+    if (magnitude < 1e15 && static_cast<double>(static_cast<std::uint64_t>(magnitude)) == magnitude) {
+        append(text, static_cast<std::uint64_t>(magnitude));
+        return text;
+    }
+    const auto [digits, exponent] = FifteenDigits(magnitude);
+    int count = 15;
+    while (digits[count - 1] == '0') --count;
+    const int point = exponent + 1;  // digits before the point
     if (point <= 0) {
-        text += '.' + std::string(static_cast<std::size_t>(-point), '0') + digits;
+        text += '.';
+        text.append(static_cast<std::size_t>(-point), '0').append(digits, static_cast<std::size_t>(count));
     } else if (point >= count) {
-        text += digits + std::string(static_cast<std::size_t>(point - count), '0');
+        text.append(digits, static_cast<std::size_t>(count)).append(static_cast<std::size_t>(point - count), '0');
     } else {
-        text +=
-            digits.substr(0, static_cast<std::size_t>(point)) + '.' + digits.substr(static_cast<std::size_t>(point));
+        text.append(digits, static_cast<std::size_t>(point)) += '.';
+        text.append(digits + point, digits + count);
     }
     return text;
 }
@@ -69,7 +81,7 @@ double ParseNumber(std::string_view text)
 
 double Round(double value, int decimals)
 {
-    const double scale = trig::power(10, decimals);
+    const double scale = decimals == 3 ? 1000 : trig::power(10, decimals);
     return std::nearbyint(checked(value * scale)) / scale;
 }
 
@@ -80,15 +92,32 @@ std::string LeadingZeroText(double value)
     return value < 0 ? "-0" + NumText(magnitude) : "0" + NumText(value);
 }
 
+namespace {
+
+/// Thousandths that a text of fifteen digits shows with three decimals to spare; nothing for more.
+std::optional<double> thousandthsOf(double value)
+{
+    const double thousandths = std::nearbyint(std::abs(value) * 1000);
+    return thousandths < 1e12 ? std::optional(thousandths) : std::nullopt;
+}
+
+}  // namespace
+
 std::string FormatFixed3(double value)
 {
-    const double v = std::abs(Round(value, 3));
-    const double whole = std::floor(v);
     std::string text = std::signbit(value) && value != 0 ? "-" : "";
-    text += whole == 0 ? "0" : NumText(whole);
-
+    if (const auto thousandths = thousandthsOf(value)) {
+        const auto n = static_cast<std::uint64_t>(*thousandths);
+        append(text, n / 1000);
+        for (const char c : {'.', static_cast<char>('0' + n / 100 % 10), static_cast<char>('0' + n / 10 % 10),
+                             static_cast<char>('0' + n % 10)})
+            text += c;
+        return text;
+    }
+    const double v = std::abs(Round(value, 3));
+    text += NumText(std::floor(v));
     const std::string scaled = NumText(v * 1000);
-    const double f = ParseNumber(scaled.size() > 3 ? std::string_view(scaled).substr(scaled.size() - 3) : scaled);
+    const double f = ParseNumber(std::string_view(scaled).substr(scaled.size() - 3));
     if (f == 0) return text + ".000";
     if (f < 10) return text + ".00" + NumText(f);
     if (f < 100) return text + ".0" + NumText(f);
@@ -97,25 +126,18 @@ std::string FormatFixed3(double value)
 
 double Fixed3(double value)
 {
-    // A whole number of thousandths that fifteen digits hold: its text and back is one division, rounded once.
-    const double thousandths = std::nearbyint(std::abs(value) * 1000);
-    if (thousandths < 1e12) return value == 0 ? 0 : std::copysign(thousandths / 1000, value);
+    // Its text and back is one division, rounded once.
+    if (const auto thousandths = thousandthsOf(value))
+        return value == 0 ? 0 : std::copysign(*thousandths / 1000, value);
     return ParseNumber(FormatFixed3(value));
 }
 
 namespace {
 
-/// A whole-number text with the plus of the kilometre: 345 is 0+345, 12345 is 12+345.
-std::string kilometres(const std::string& whole)
+void appendTwoDigits(std::string& text, double value)
 {
-    if (whole.size() >= 4) return whole.substr(0, whole.size() - 3) + '+' + whole.substr(whole.size() - 3);
-    return "0+" + std::string(3 - whole.size(), '0') + whole;
-}
-
-std::string twoDigits(double value)
-{
-    const std::string text = NumText(value);
-    return value < 10 ? "0" + text : text;
+    if (value < 10) text += '0';
+    text += NumText(value);
 }
 
 /// Kept on purpose: a part of 0 is not padded, so 10.5 degrees read 10°30′0″.
@@ -130,13 +152,15 @@ std::string secondsPart(double value)
 std::string FormatStake(double stake)
 {
     const std::string t = NumText(checked(std::abs(stake)));
-    const std::string sign = stake < 0 ? "-K" : "K";
-    const auto point = t.find('.');
-    if (point == std::string::npos) return sign + kilometres(t) + ".000";
-    std::string decimals = t.substr(point);
-    if (decimals.size() == 2) decimals += "00";
-    if (decimals.size() == 3) decimals += "0";
-    return sign + kilometres(t.substr(0, point)) + decimals;
+    const auto point = std::min(t.find('.'), t.size());
+    std::string text = stake < 0 ? "-K" : "K";
+    if (point > 3)
+        text.append(t, 0, point - 3).append(1, '+').append(t, point - 3, 3);
+    else
+        text.append("0+").append(3 - point, '0').append(t, 0, point);
+    text.append(point < t.size() ? std::string_view(t).substr(point) : ".");
+    if (const auto decimals = t.size() - point; decimals < 4) text.append(point < t.size() ? 4 - decimals : 3, '0');
+    return text;
 }
 
 namespace {
@@ -173,7 +197,13 @@ DmsParts takeApart(double& dms)
 std::string FormatDms(double& dms)
 {
     const auto [d, m, s] = takeApart(dms);
-    return NumText(d) + "度" + twoDigits(m) + "分" + twoDigits(s) + "秒";
+    std::string text;
+    text.reserve(16);
+    text.append(NumText(d)).append("度");
+    appendTwoDigits(text, m);
+    text.append("分");
+    appendTwoDigits(text, s);
+    return text.append("秒");
 }
 
 double DegreesOfDmsText(double dms)

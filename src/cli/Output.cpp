@@ -112,13 +112,24 @@ bool looksLikeFormula(const std::string& text)
            !isNumberOrAngle(text);
 }
 
-std::string quoted(const std::string& text)
+/// Bytes that a cell of a .csv may need quotes for, or that a formula begins with.
+constexpr auto kSpecial = [] {
+    std::array<bool, 256> special{};
+    for (const char c : std::string_view(",\"\r\n=+-@\t\xEF")) special[static_cast<unsigned char>(c)] = true;
+    return special;
+}();
+
+void appendQuoted(std::string& csv, const std::string& text)
 {
-    const bool formula = looksLikeFormula(text);
-    if (!formula && text.find_first_of(",\"\r\n") == std::string::npos) return text;
-    std::string result = formula ? "\"'" : "\"";
-    for (const char c : text) result.append(c == '"' ? 2 : 1, c);
-    return result + "\"";
+    const bool plain = std::none_of(text.begin(), text.end(), [](unsigned char c) { return kSpecial[c]; });
+    const bool formula = !plain && looksLikeFormula(text);
+    if (plain || (!formula && text.find_first_of(",\"\r\n") == std::string::npos)) {
+        csv += text;
+        return;
+    }
+    csv += formula ? "\"'" : "\"";
+    for (const char c : text) csv.append(c == '"' ? 2 : 1, c);
+    csv += '"';
 }
 
 }  // namespace
@@ -156,7 +167,10 @@ std::string Csv(const GridText& grid, std::string_view lineEnd)
 {
     std::string csv;
     for (int row = 0; row < grid.rows(); ++row) {
-        for (int col = 0; col < grid.cols(); ++col) csv += (col ? "," : "") + quoted(grid.text(row, col));
+        for (int col = 0; col < grid.cols(); ++col) {
+            if (col > 0) csv += ',';
+            appendQuoted(csv, grid.text(row, col));
+        }
         csv += lineEnd;
     }
     return csv;

@@ -86,7 +86,7 @@ void addCorners(double nominal, double continuous, const Structure& structure, c
     const std::string note = warning::OffRoute(continuous);
     for (std::size_t i = 0; i < corners.size(); ++i) {
         std::vector<Cell> cells{StakeCell(nominal), std::string(kCornerNames[i]), structure.angleCell};
-        for (auto& cell : SeenFromStation(corners[i].x, corners[i].y)) cells.push_back(std::move(cell));
+        AddSeenFromStation(cells, corners[i].x, corners[i].y);
         cells.push_back(tangent);
         rows.row({std::move(cells), i == 0 ? warning::Join(remark, note) : note});
     }

@@ -29,19 +29,26 @@ Cell SideCell(const char* side, double length)
 
 Cell CentreCell() { return {"中桩", {0, ShownNumber::As::Exact}}; }
 
-std::vector<Cell> SeenFromStation(double x, double y)
+void AddSeenFromStation(std::vector<Cell>& cells, double x, double y)
 {
     const double dx = x - gStationX, dy = y - gStationY;
-    return {DmsCellOf(Azimuth(dx, dy)), Fixed3Cell(Distance(dx, dy)), Fixed3Cell(x), Fixed3Cell(y)};
+    cells.push_back(DmsCellOf(Azimuth(dx, dy)));
+    cells.push_back(Fixed3Cell(Distance(dx, dy)));
+    cells.push_back(Fixed3Cell(x));
+    cells.push_back(Fixed3Cell(y));
 }
 
 Cell TangentCell() { return DmsCellOf(DegToDms4(gOutFwj)); }
 
-void AddCoordinateRow(RowSink& rows, const PointToLayOut& point, const std::string& remark)
+void AddCoordinateRow(RowSink& rows, PointToLayOut point, const std::string& remark)
 {
     StakeToXY(point.stake, point.skew, point.offset);
-    std::vector<Cell> cells{StakeCell(point.typed), point.side, point.angle};
-    for (auto& cell : SeenFromStation(gOutX, gOutY)) cells.push_back(std::move(cell));
+    std::vector<Cell> cells;
+    cells.reserve(8);
+    cells.push_back(StakeCell(point.typed));
+    cells.push_back(std::move(point.side));
+    cells.push_back(std::move(point.angle));
+    AddSeenFromStation(cells, gOutX, gOutY);
     cells.push_back(TangentCell());
     rows.row({std::move(cells), warning::Join(remark, warning::OffRoute(point.stake))});
 }

@@ -27,10 +27,10 @@ struct PointToLayOut {
 };
 /// StakeToXY, then one row of the coordinate columns: seen from the station, rounded coordinates, tangent.
 /// @param remark  a warning that the caller knows of, or ""
-void AddCoordinateRow(RowSink& rows, const PointToLayOut& point, const std::string& remark = {});
+void AddCoordinateRow(RowSink& rows, PointToLayOut point, const std::string& remark = {});
 
 /// The four columns that every coordinate row has: azimuth and distance from the station, X, Y.
-std::vector<Cell> SeenFromStation(double x, double y);
+void AddSeenFromStation(std::vector<Cell>& cells, double x, double y);
 /// The tangent azimuth that StakeToXY left.
 Cell TangentCell();
 

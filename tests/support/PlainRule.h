@@ -4,11 +4,11 @@
 
 #include "base/Trig.h"
 #include "engine/Route.h"
+#include "support/PlainNumbers.h"
 #include "support/PlainRoute.h"
 #include "tables/CalcTables.h"
 
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <optional>
 #include <string>
@@ -17,50 +17,6 @@
 namespace plain {
 
 inline constexpr double pi = 3.1415926;
-
-inline std::string num(double x)
-{
-    char text[64];
-    std::snprintf(text, sizeof text, "%.15g", x == 0 ? 0.0 : x);
-    std::string s = text;
-    if (s.starts_with("0.")) s.erase(0, 1);
-    if (s.starts_with("-0.")) s.erase(1, 1);
-    return s;
-}
-
-inline std::string fixed3(double x)
-{
-    char text[64];
-    std::snprintf(text, sizeof text, "%.3f", std::abs(std::nearbyint(x * 1000) / 1000));
-    return (x < 0 ? "-" : "") + std::string(text);
-}
-
-inline std::string stake(double x)
-{
-    std::string whole = num(std::abs(x)), decimals;
-    if (const auto point = whole.find('.'); point != std::string::npos) {
-        decimals = whole.substr(point + 1);
-        whole.erase(point);
-    }
-    while (whole.size() < 4) whole.insert(0, "0");
-    while (decimals.size() < 3) decimals += "0";
-    return (x < 0 ? "-K" : "K") + whole.substr(0, whole.size() - 3) + "+" + whole.substr(whole.size() - 3) + "." +
-           decimals;
-}
-
-inline std::string dms(double x)
-{
-    x = (x < 0 ? x + 360 : x > 360 ? x - 360 : x) + 1e-10;
-    int d = static_cast<int>(std::floor(x));
-    int m = static_cast<int>(std::floor((x - d) * 100));
-    int s = static_cast<int>(std::floor(x * 10000 - d * 10000.0 - m * 100));
-    if (s == 60) s = 0, ++m;
-    if (m == 60) m = 0, ++d;
-    if (d > 360) d -= 360;
-    char text[64];
-    std::snprintf(text, sizeof text, "%d度%02d分%02d秒", d, m, s);
-    return text;
-}
 
 inline double degrees(double packed)
 {
