@@ -12,6 +12,7 @@ int list(const Call& call, const landxml::File& file)
 {
     GridText grid;
     const auto roads = file.alignments();
+    const auto metres = [](std::optional<double> value) { return value ? FixedText(*value, 3) : std::string(); };
     constexpr std::string_view kHeaders[] = {"线路", "起点桩号", "长度", "单元", "纵断面"};
     grid.setRows(static_cast<int>(roads.size()) + 1);
     grid.setCols(5);
@@ -19,8 +20,8 @@ int list(const Call& call, const landxml::File& file)
     for (int r = 1; r < grid.rows(); ++r) {
         const auto& road = roads[static_cast<std::size_t>(r - 1)];
         int c = 0;
-        for (const auto& text : {road.name, FixedText(road.staStart, 3), FixedText(road.length, 3),
-                                 std::to_string(road.elements), std::string(road.profile ? "有" : "无")})
+        for (const auto& text : {road.name, metres(road.staStart), metres(road.length), std::to_string(road.elements),
+                                 std::string(road.profile ? "有" : "无")})
             grid.setText(r, c++, text);
     }
     const OutputTable table{grid};

@@ -27,7 +27,7 @@ void shift(landxml::Alignment& road, double metres)
     for (auto& element : road.elements)
         if (element.station) *element.station += metres;
     for (auto& equation : road.equations) {
-        equation.internal += metres;
+        if (equation.internal) *equation.internal += metres;
         equation.ahead += metres;
         if (equation.back) *equation.back += metres;
     }
@@ -47,7 +47,8 @@ Lines settings(std::string_view model, bool superelevation)
 Lines breakLines(const Stations& stations)
 {
     Lines lines;
-    for (const auto& b : stations.breaks()) lines.push_back(ShortestText(b.back) + "," + ShortestText(b.ahead));
+    for (const auto& b : stations.breaks())
+        if (b.back != b.ahead) lines.push_back(ShortestText(b.back) + "," + ShortestText(b.ahead));
     return lines;
 }
 
@@ -86,6 +87,9 @@ public:
                                 " 开始，小于 0 的桩号不能输入；可以用 --shift 给全部桩号加上整米数");
         if (!takeTyped()) compute();
         reportElements();
+        if (m_road.length && std::abs(*m_road.length - m_length) > kMillimetre)
+            m_report.push_back("线路的 length 是 " + FixedText(*m_road.length, 3) + "，各单元的长度之和是 " +
+                               FixedText(m_length, 3));
         for (const auto& line : m_road.leftOut) m_report.push_back(line);
         return {std::move(m_files), std::move(m_report)};
     }

@@ -215,6 +215,8 @@ std::vector<std::string> SuperelevationLines(const landxml::Alignment& road, con
                                           : "全超高坡度是 0"));
             continue;
         }
+        if (std::abs(*s.slope) < 0.2)
+            report.push_back(place + "的全超高坡度是 " + ShortestText(*s.slope) + "%，请检查：文件里应是百分数");
         const auto slopes = curveSlopes(s, side);
         if (!points.empty() && slopes.front().station < points.back().station - kMillimetre) {
             report.push_back("没有导入" + place + "：与前一个超高重叠");

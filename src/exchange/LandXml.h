@@ -28,8 +28,7 @@ struct Element {
 
 /// A station equation. Stations of the file are internal: they count on from the start without regard to it.
 struct Equation {
-    double internal = 0;
-    std::optional<double> back;
+    std::optional<double> internal, back;  ///< one of them stands
     double ahead = 0;
 };
 
@@ -53,6 +52,7 @@ struct Superelevation {
 struct Alignment {
     std::string name;
     double staStart = 0;
+    std::optional<double> length;  ///< as written
     std::vector<Element> elements;
     std::vector<Equation> equations;
     std::optional<Profile> profile;
@@ -72,7 +72,7 @@ enum class AngleUnit { Radians, Grads, Degrees, Dms };
 
 struct Summary {
     std::string name;
-    double staStart = 0, length = 0;
+    std::optional<double> staStart, length;  ///< as far as they stand
     std::size_t elements = 0;
     bool profile = false;
 };
@@ -91,7 +91,7 @@ public:
     /// By its place in alignments(). @throws ExchangeError that names the element
     Alignment alignment(std::size_t index) const;
     const std::vector<std::string>& remarks() const;  ///< about units, and what of the file is not carried
-    AngleUnit directionUnit() const;
+    AngleUnit directionUnit() const;  ///< radians where it does not stand; what is not known is a remark
 
 private:
     File() = default;

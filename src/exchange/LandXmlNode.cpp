@@ -1,5 +1,7 @@
 #include "exchange/LandXmlNode.h"
 
+#include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <cmath>
 
@@ -8,6 +10,8 @@ using pugi::xml_node;
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n";
+/// Programs write infinity as a large number too: over a kilometre this radius leaves a straight by 0.05 mm.
+constexpr double kStraight = 1e10;
 
 double numberOf(std::string_view text, const std::string& place)
 {
@@ -42,6 +46,21 @@ xml_node ChildOf(const xml_node& node, std::string_view name)
     return {};
 }
 
+std::string TextOf(const xml_node& node)
+{
+    std::string text;
+    for (const auto& piece : node.children())
+        if (piece.type() == pugi::node_pcdata || piece.type() == pugi::node_cdata) text += piece.value();
+    return text;
+}
+
+std::string WordOf(const xml_node& node, const char* name)
+{
+    std::string word(trimmed(node.attribute(name).as_string()));
+    std::transform(word.begin(), word.end(), word.begin(), [](unsigned char c) { return std::tolower(c); });
+    return word;
+}
+
 bool IsBlankText(std::string_view text) { return trimmed(text).empty(); }
 
 std::vector<double> NumbersOf(std::string_view text, const std::string& place)
@@ -68,8 +87,10 @@ double RadiusOf(const xml_node& node, const char* name, const std::string& place
     const auto attribute = node.attribute(name);
     if (!attribute) throw ExchangeError(place + "：缺少 " + name);
     const auto text = trimmed(attribute.as_string());
-    if (text == "INF" || text == "-INF" || text == "+INF") return 0;
+    std::string word = WordOf(node, name);
+    if (word.starts_with('+') || word.starts_with('-')) word.erase(0, 1);
+    if (word == "inf" || word == "infinity" || word == "infinite") return 0;
     const double value = numberOf(text, place + "的 " + name);
     if (value < 0) throw ExchangeError(place + "：" + name + " 是负数，转向应由 rot 给出");
-    return value;
+    return value < kStraight ? value : 0;
 }

@@ -1,6 +1,7 @@
 #include "exchange/Shape.h"
 
 #include "base/Trig.h"
+#include "engine/RoutePoint.h"
 #include "exchange/Directions.h"
 #include "exchange/ExchangeError.h"
 #include "exchange/NumberText.h"
@@ -17,6 +18,9 @@ using landxml::Point;
 namespace {
 
 constexpr double kPiTrue = std::numbers::pi, kDegree = kPiTrue / 180;
+
+/// A piece of no more has no direction that its points could give, m.
+constexpr double kNothing = 1e-4;
 
 double distance(const Point& a, const Point& b) { return std::hypot(b.north - a.north, b.east - a.east); }
 double direction(const Point& a, const Point& b) { return trig::atan2(b.east - a.east, b.north - a.north); }
@@ -96,35 +100,74 @@ private:
 
     void curve(const Element& e, ShapeElement& solved)
     {
-        const double fromStart = distance(*e.center, e.start), fromEnd = distance(*e.center, e.end);
+        const double side = e.clockwise ? 1 : -1, chord = distance(e.start, e.end);
+        const Point center = e.center ? *e.center : centerOf(e, side);
+        const double fromStart = distance(center, e.start), fromEnd = distance(center, e.end);
         if (fromStart == 0) throw ExchangeError(e.place + "：圆心和起点是同一点");
         if (const double off = std::abs(fromStart - fromEnd); off > kMillimetre) find(e, "起点和终点到圆心的距离", off);
         const double radius = agreed(e, e.radius, fromStart, "radius ");
-        const double side = e.clockwise ? 1 : -1;
-        const double sweep = turned(side * (direction(*e.center, e.end) - direction(*e.center, e.start)));
+        const double sweep = turned(side * (direction(center, e.end) - direction(center, e.start)));
         // A length of a whole turn tells an arc that comes back to its start from one that never left it.
         const bool whole =
             e.length && std::abs(*e.length - 2 * kPiTrue * radius) < std::abs(*e.length - sweep * radius);
-        solved.length = agreed(e, e.length, (whole ? 2 * kPiTrue : sweep) * radius, "length ");
-        solved.r1 = solved.r2 = side * radius;
-        const double chord = distance(e.start, e.end);
-        solved.az = chord > 1 && !whole ? direction(e.start, e.end) - side * solved.length / radius / 2
-                                        : direction(*e.center, e.start) + side * kPiTrue / 2;
+        const double length = agreed(e, e.length, (whole ? 2 * kPiTrue : sweep) * radius, "length ");
+        const auto misfit = [&](double r, double l) {
+            return std::abs(2 * r * std::abs(trig::sin(l / r / 2)) - chord);
+        };
+        // A centre of few digits moves the radius: what is written is taken where it meets both ends better.
+        const bool written = e.radius && e.length && std::abs(*e.radius - radius) <= kMostMisfit &&
+                             std::abs(*e.length - length) <= kMostMisfit &&
+                             misfit(*e.radius, *e.length) <= misfit(radius, length);
+        const double r = written ? *e.radius : radius;
+        solved.length = written ? *e.length : length;
+        solved.r1 = solved.r2 = side * r;
+        solved.az = chord > 1 && !whole ? direction(e.start, e.end) - side * solved.length / r / 2
+                                        : direction(center, e.start) + side * kPiTrue / 2;
+    }
+
+    /// Where a file leaves the centre out: beside the chord, beyond it for an arc of more than half a turn.
+    Point centerOf(const Element& e, double side)
+    {
+        const double chord = distance(e.start, e.end), r = *e.radius, az = direction(e.start, e.end);
+        if (chord == 0 || chord > 2 * r + kMillimetre)
+            throw ExchangeError(e.place + "：缺少 Center，由起点、终点和 radius 求不出圆心");
+        m_reading.shape.findings.push_back(e.place + "：缺少 Center，圆心由 radius 和 length 求出");
+        const double away = std::sqrt(std::max(0.0, r * r - chord * chord / 4));
+        const double right = side * (e.length.value_or(0) > kPiTrue * r ? -away : away);
+        return {(e.start.north + e.end.north) / 2 - right * trig::sin(az),
+                (e.start.east + e.end.east) / 2 + right * trig::cos(az)};
     }
 
     void spiral(const Element& e, ShapeElement& solved)
     {
         const double side = e.clockwise ? 1 : -1;
-        solved.length = *e.length;
-        if (solved.length <= 0) throw ExchangeError(e.place + "：length 应大于 0");
         solved.r1 = side * *e.radiusStart;
         solved.r2 = side * *e.radiusEnd;
+        solved.length = e.length ? *e.length : lengthOf(e, solved);
+        if (solved.length <= 0) throw ExchangeError(e.place + "：length 应大于 0");
         const TruePoint end = TrueElementEnd({}, solved.length, solved.r1, solved.r2);
         solved.az = direction(e.start, e.end) - trig::atan2(end.y, end.x);
         if (!e.pi) return;
         const double tangent = distance(e.start, *e.pi);
         const double off = std::abs(tangent * trig::sin(smallest(direction(e.start, *e.pi) - solved.az)));
         if (off > 0.01) find(e, "PI 与起点切线", off);
+    }
+
+    /// Where a file leaves the length of a spiral out: the one that spans the chord.
+    double lengthOf(const Element& e, const ShapeElement& solved)
+    {
+        const double chord = distance(e.start, e.end);
+        const double bend = (std::abs(curvature(solved.r1)) + std::abs(curvature(solved.r2))) / 2;
+        const auto spans = [&](double length) {
+            const TruePoint end = TrueElementEnd({}, length, solved.r1, solved.r2);
+            return std::hypot(end.x, end.y) >= chord;
+        };
+        // The chord grows with the length as long as the whole turn stays below half a circle.
+        double low = chord, high = bend > 0 ? kPiTrue / bend : chord * 2;
+        if (high < low || !spans(high)) throw ExchangeError(e.place + "：缺少 length");
+        for (int i = 0; i < 60; ++i) (spans((low + high) / 2) ? high : low) = (low + high) / 2;
+        m_reading.shape.findings.push_back(e.place + "：缺少 length，由两端和半径求出 " + FixedText(high, 4) + " 米");
+        return high;
     }
 
     /// The file's own station of an element where it agrees with the lengths before it.
@@ -155,7 +198,10 @@ private:
             m_reading.shape.turnAt = solved.place;
         }
         const bool curved = solved.r1 != 0 || solved.r2 != 0 || before.r1 != 0 || before.r2 != 0;
-        m_reading.kinks += curved && turn > kDegree;
+        if (!curved || turn <= kDegree) return;
+        ++m_reading.kinks;
+        m_reading.shape.findings.push_back(solved.place + "：起点的切线与前一个单元的终点转了 " +
+                                           FixedText(turn / kDegree, 2) + " 度，请检查 rot");
     }
 
     Reading& m_reading;
@@ -178,7 +224,7 @@ Reading read(const landxml::Alignment& road, bool exchange)
             if (e.pi) e.pi = exchanged(*e.pi);
         }
         // What has no length is no element: programs leave such pieces where two curves touch.
-        if (distance(e.start, e.end) == 0 && e.length.value_or(0) <= kMillimetre) continue;
+        if (distance(e.start, e.end) <= kNothing && e.length.value_or(0) <= kNothing) continue;
         solver.add(e, i);
     }
     return reading;

@@ -43,9 +43,9 @@ Stations::Stations(const landxml::Alignment& road, double length, const std::vec
         if (same == more.end())
             left.push_back({equation.internal, equation.back, equation.ahead});
         else if (report)
-            report->push_back("文件里 " + FixedText(equation.internal, 3) + " 处的断链（去向里程 " +
-                              ShortestText(equation.ahead) + "）由给出的 " + ShortestText(same->back) + " → " +
-                              ShortestText(same->ahead) + " 代替");
+            report->push_back("文件里 " + FixedText(equation.internal.value_or(equation.back.value_or(0)), 3) +
+                              " 处的断链（去向里程 " + ShortestText(equation.ahead) + "）由给出的 " +
+                              ShortestText(same->back) + " → " + ShortestText(same->ahead) + " 代替");
     }
     for (const auto& b : more) left.push_back({std::nullopt, b.back, b.ahead});
     double amount = 0;

@@ -7,6 +7,7 @@
 #include "project/Workspace.h"
 
 #include <cmath>
+#include <optional>
 #include <string_view>
 
 namespace {
@@ -60,10 +61,15 @@ std::size_t FindAlignment(const landxml::File& file, const std::string& name)
     if (roads.empty()) throw ExchangeError("文件里没有线路（Alignment）");
     if (name.empty() && roads.size() == 1) return 0;
     std::string list;
+    std::optional<std::size_t> found;
     for (std::size_t i = 0; i < roads.size(); ++i) {
-        if (roads[i].name == name && !name.empty()) return i;
+        if (roads[i].name == name && !name.empty()) {
+            if (found) throw ExchangeError("文件里有几条线路都叫“" + name + "”，请先改名，或在窗口里导入");
+            found = i;
+        }
         list += (list.empty() ? "" : "、") + roads[i].name;
     }
+    if (found) return *found;
     throw ExchangeError((name.empty() ? "文件里有几条线路，请选择一条：" : "文件里没有线路“" + name + "”，有：") +
                         list);
 }

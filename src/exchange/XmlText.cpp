@@ -83,15 +83,14 @@ std::string XmlAsUtf8(std::string bytes)
 {
     if (bytes.starts_with("\xFF\xFE")) return fromUtf16(std::string_view(bytes).substr(2), false);
     if (bytes.starts_with("\xFE\xFF")) return fromUtf16(std::string_view(bytes).substr(2), true);
-    if (bytes.starts_with(std::string_view("<\0?\0", 4))) return fromUtf16(bytes, false);
-    if (bytes.starts_with(std::string_view("\0<\0?", 4))) return fromUtf16(bytes, true);
+    if (bytes.size() > 1 && (bytes[0] == 0) != (bytes[1] == 0)) return fromUtf16(bytes, bytes[0] == 0);
     if (bytes.starts_with("\xEF\xBB\xBF")) bytes.erase(0, 3);
-    const std::string name = declared(bytes);
+    const std::string name = declared(bytes);  // UTF-16 can't be true here: programs name it and write UTF-8
     if (isOneOf(name, {"gb2312", "gbk", "gb18030", "cp936", "936", "windows-936", "x-gbk"}))
         bytes = Utf8FromCp936(bytes);
     else if (isOneOf(name, {"iso-8859-1", "latin1", "windows-1252"}))
         bytes = fromLatin(bytes);
-    else if (!isOneOf(name, {"", "utf-8", "utf8", "us-ascii", "ascii"}))
+    else if (!isOneOf(name, {"", "utf-8", "utf8", "us-ascii", "ascii"}) && !name.starts_with("utf-16"))
         throw ExchangeError("不认识的编码“" + name + "”，请先把文件另存为 UTF-8");
     if (const auto bad = FirstBadByte(bytes); bad != std::string::npos)
         throw ExchangeError("第" + std::to_string(LineOfOffset(bytes, bad)) +

@@ -24,9 +24,12 @@ set(sources
     ImportProfile.cpp
     ImportProfile.h
     LandXml.h
+    LandXmlGeometry.cpp
     LandXmlNode.cpp
     LandXmlNode.h
+    LandXmlProfile.cpp
     LandXmlRead.cpp
+    LandXmlReader.h
     LandXmlUnits.cpp
     LandXmlUnits.h
     MapFile.cpp
