@@ -11,6 +11,7 @@
 #include "controls/FormScaling.h"
 #include "controls/XPButton.h"
 #include "dialogs/FileBox.h"
+#include "dialogs/Messages.h"
 #include "phone/Phone.h"
 #include "phone/windows/frmSjName.h"
 #include "project/LoadProject.h"
@@ -173,7 +174,7 @@ void frmMain::fill(ListBox& list, const std::vector<std::string>& names)
 bool frmMain::refuseNoSelection(const ListBox& list)
 {
     if (!list.Text().isEmpty()) return false;
-    showBox(QStringLiteral("请选择一个项目！"), QStringLiteral("注意"));
+    dialogs().box(Notice("请选择一个项目！"));
     return true;
 }
 
@@ -201,7 +202,7 @@ void frmMain::cmdOpenProjects_Click()
 void frmMain::cmdProjectsDel_Click()
 {
     if (refuseNoSelection(*lstProjects)) return;
-    if (!dialogs().box({"确定要删除线路参数？", "注意", Icon::Question, Msg::YesNo, Msg::No})) return;
+    if (!dialogs().box(Question("确定要删除线路参数？"))) return;
     tellFileErrors([this] {
         const Outcome done = DeleteProject(lstProjects->ListIndex(), toUtf8(lstProjects->Text()));
         if (!done) refuse(*done.refusal);
@@ -221,7 +222,7 @@ void frmMain::butZh_Click()
 void frmMain::butDel_Click()
 {
     if (refuseNoSelection(*lstSj)) return;
-    if (!dialogs().box({"确定要删除手机版参数？", "注意", Icon::Question, Msg::YesNo, Msg::No})) return;
+    if (!dialogs().box(Question("确定要删除手机版参数？"))) return;
     tellFileErrors([this] {
         const Outcome done = RemovePhoneProject(lstSj->ListIndex(), lstSj->count(), toUtf8(lstSj->Text()));
         if (!done) refuse(*done.refusal);

@@ -17,6 +17,9 @@ std::optional<double> ShownNumber::shown() const
     case As::Dms:
         value = DegreesOfDmsText(number);
         break;
+    case As::Degrees:
+        value = DegreesOfSecondsText(number);
+        break;
     }
     return minus ? -value : value;
 }

@@ -15,12 +15,13 @@ struct ShownNumber {
         Shortest,  ///< by NumText or FormatStake: up to 15 digits
         Fixed3,    ///< by FormatFixed3
         Dms,       ///< packed dd.mmss, by FormatDms: whole seconds
+        Degrees,   ///< decimal degrees, by FormatDmsSeconds: hundredths of a second
     };
     double number = 0;
     As as = As::None;
     bool minus = false;  ///< the text is that of the number, behind a minus
 
-    /// As it is read in the text: m, or decimal degrees for Dms. Nothing where the text shows no number.
+    /// As it is read in the text: m, or decimal degrees for the two of angles. Nothing where the text shows no number.
     std::optional<double> shown() const;
 };
 

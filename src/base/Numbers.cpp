@@ -165,11 +165,11 @@ std::string FormatStake(double stake)
 
 namespace {
 
-/// Degrees, minutes and whole seconds of a packed angle, which is left as FormatDms says.
 struct DmsParts {
     double d, m, s;
 };
 
+/// Degrees, minutes and whole seconds of a packed angle, which is left as FormatDms says.
 DmsParts takeApart(double& dms)
 {
     if (dms < 0)
@@ -190,6 +190,26 @@ DmsParts takeApart(double& dms)
     }
     if (d > 360) d -= 360;
     return {d, m, s};
+}
+
+/// Degrees, minutes and seconds to hundredths, the seconds cut off but for half of a hundredth.
+DmsParts secondsOf(double deg)
+{
+    const double a = std::abs(deg);
+    double d = std::floor(a);
+    double m = std::floor((a - d) * 60);
+    double s = (a - d - m / 60) * 3600;
+    if (s > 60) {
+        m += 1;
+        s = 0;
+    }
+    if (m == 60) {
+        d += 1;
+        m = 0;
+    }
+    if (d > 360) d -= 360;
+    if (d < 0) d += 360;
+    return {d, m, std::floor((s + 0.005) * 100) / 100};
 }
 
 }  // namespace
@@ -214,22 +234,14 @@ double DegreesOfDmsText(double dms)
 
 std::string FormatDmsSeconds(double deg)
 {
-    const double a = std::abs(deg);
-    double d = std::floor(a);
-    double m = std::floor((a - d) * 60);
-    double s = (a - d - m / 60) * 3600;
-    if (s > 60) {
-        m += 1;
-        s = 0;
-    }
-    if (m == 60) {
-        d += 1;
-        m = 0;
-    }
-    if (d > 360) d -= 360;
-    if (d < 0) d += 360;
-    s = std::floor((s + 0.005) * 100) / 100;
+    const auto [d, m, s] = secondsOf(deg);
     return NumText(d) + "°" + secondsPart(m) + "′" + secondsPart(s) + "″";
+}
+
+double DegreesOfSecondsText(double deg)
+{
+    const auto [d, m, s] = secondsOf(deg);
+    return d + m / 60 + s / 3600;
 }
 
 double Azimuth(double dx, double dy)

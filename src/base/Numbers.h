@@ -43,6 +43,8 @@ double DegreesOfDmsText(double dms);
 inline std::string FormatDmsOf(double dms) { return FormatDms(dms); }
 /// 123°45′06.78″ without sign; a part that is 0 is not padded. @param deg decimal degrees
 std::string FormatDmsSeconds(double deg);
+/// Decimal degrees that the text of FormatDmsSeconds shows. @param deg decimal degrees
+double DegreesOfSecondsText(double deg);
 
 /// Azimuth of a coordinate difference, packed dd.mmss, 0 to 360. Kept on purpose: dy = 0 gives 0 also due south.
 double Azimuth(double dx, double dy);

@@ -55,41 +55,15 @@ std::optional<double> numberOf(std::string_view text)
     return value;
 }
 
-/// Degrees, minutes and seconds behind each other, each with its sign of one kind or the other.
-std::optional<double> degreesOf(std::string_view text)
-{
-    constexpr struct {
-        std::string_view word, mark;
-        double parts;
-    } kUnits[] = {{"度", "°", 1}, {"分", "′", 60}, {"秒", "″", 3600}};
-    const bool negative = text.starts_with('-');
-    if (negative) text.remove_prefix(1);
-    double degrees = 0;
-    for (const auto& [word, mark, parts] : kUnits) {
-        auto unit = word;
-        auto end = text.find(word);
-        if (end == std::string_view::npos) {
-            unit = mark;
-            end = text.find(mark);
-        }
-        if (end == std::string_view::npos) return std::nullopt;
-        const auto number = numberOf(text.substr(0, end));
-        if (!number) return std::nullopt;
-        degrees += *number / parts;
-        text.remove_prefix(end + unit.size());
-    }
-    return negative ? -degrees : degrees;
-}
-
 /// A text of the sheet, into which people write too, with the number that it shows.
-Cell cellOf(const std::string& text, bool angle)
+Cell cellOf(const std::string& text)
 {
-    const auto number = angle ? degreesOf(text) : numberOf(text);
+    const auto number = numberOf(text);
     return number ? Cell(text, {*number, ShownNumber::As::Exact}) : Cell(text);
 }
 
 /// One row a point; what lies on the way to the next point stands in its row.
-GridText tableOf(const Worksheet& sheet, int n)
+GridText tableOf(const Worksheet& sheet, const FhdxResult& found, int n)
 {
     const char* const headers[] = {"点号",   "观测角", "改正数(″)", "方位角",   "平距(m)", "△X(m)", "△Y(m)",
                                    "vX(mm)", "vY(mm)", "改正后△X",  "改正后△Y", "X(m)",    "Y(m)"};
@@ -99,8 +73,13 @@ GridText tableOf(const Worksheet& sheet, int n)
     for (int col = 0; col < table.cols(); ++col) {
         table.setText(0, col, headers[col]);
         const bool between = col >= 3 && col <= 10;
-        for (int k = 1; k <= n; ++k)
-            table.setCell(k, col, cellOf(sheet.shown({2 * k + 2 + between, col + 1}), col == 1 || col == 3));
+        for (int k = 1; k <= n; ++k) {
+            const int row = 2 * k + 2 + between;
+            Cell cell = cellOf(sheet.shown({row, col + 1}));
+            if (const auto angle = found.angles.find(row); (col == 1 || col == 3) && angle != found.angles.end())
+                cell.value = {angle->second, ShownNumber::As::Degrees};
+            table.setCell(k, col, std::move(cell));
+        }
     }
     return table;
 }
@@ -127,33 +106,20 @@ constexpr TypedColumn kTyped[] = {
     {11, "x"},           {12, "y"},
 };
 
-/// The number behind `name` in a cell such as fx=-0.145 or K=f/ΣD=1/3718>1/15000, nothing where there is none.
-JsonValue numberBehind(const std::string& text, const std::string& name)
-{
-    JsonValue number;
-    const auto from = text.find(name);
-    if (from == std::string::npos) return number;
-    const auto digits = text.substr(from + name.size());
-    attempt([&] { number = ParseNumber(digits.substr(0, digits.find_first_not_of("+-.0123456789"))); });
-    return number;
-}
-
 /// The points, then the closures: fβ in seconds, fx, fy and f in metres, K as the ratio that it is, with what is said
 /// of them in words.
-std::string asJson(const OutputTable& table, const Worksheet& sheet, int n)
+std::string asJson(const OutputTable& table, const Worksheet& sheet, const FhdxResult& found, int n)
 {
-    const auto cell = [&](int row, char column) { return sheet.text({2 * n + 4 + row, column - 'a' + 1}); };
-    const auto parts = numberBehind(cell(3, 'g'), "=1/");
-    const double* part = std::get_if<double>(&parts);
+    const auto words = [&](char column) { return sheet.text({2 * n + 7, column - 'a' + 1}); };
     return JsonObject({{"points", table},
-                       {"fβ", numberBehind(cell(1, 'b'), "fβ=")},
-                       {"fx", numberBehind(cell(1, 'e'), "fx=")},
-                       {"fy", numberBehind(cell(1, 'j'), "fy=")},
-                       {"f", numberBehind(cell(2, 'g'), ")=")},
-                       {"K", part && *part != 0 ? JsonValue(1 / *part) : JsonValue()},
-                       {"角度闭合差", cell(3, 'b')},
-                       {"相对闭合差", cell(3, 'g')},
-                       {"精度", cell(3, 'k')}});
+                       {"fβ", found.angleClosure},
+                       {"fx", found.fx},
+                       {"fy", found.fy},
+                       {"f", found.f},
+                       {"K", found.lengthPerClosure != 0 ? JsonValue(1 / found.lengthPerClosure) : JsonValue()},
+                       {"角度闭合差", words('b')},
+                       {"相对闭合差", words('g')},
+                       {"精度", words('k')}});
 }
 
 int refused(const Call& call, const std::string& text)
@@ -184,9 +150,10 @@ int run(const Call& call)
     if (!made) return refused(call, made.refusal->msg.text);
     const int n = gFhdxN;
     typeInto(sheet, points);
-    if (!attempt([&] { AdjustFhdx(sheet, left); })) return refused(call, FhdxCalcFault().text);
+    FhdxResult found;
+    if (!attempt([&] { found = AdjustFhdx(sheet, left); })) return refused(call, FhdxCalcFault().text);
 
-    const GridText grid = tableOf(sheet, n);
+    const GridText grid = tableOf(sheet, found, n);
     const OutputTable table{grid, kTyped};
     const std::string closures = closuresOf(sheet, n);
     const auto result = [&] {
@@ -196,7 +163,7 @@ int run(const Call& call)
         case Format::Workbook:
             return XlsxBytes({grid, ""});
         case Format::Json:
-            return asJson(table, sheet, n);
+            return asJson(table, sheet, found, n);
         case Format::Csv:
             return FileBytes(report, table, call.format);
         case Format::Table:

@@ -1,8 +1,9 @@
 #include "dialogs/FileBox.h"
 
 #include "base/FileError.h"
+#include "dialogs/Messages.h"
 
 Msg FileBox(const FileError& error)
 {
-    return {.text = error.text() + "\n" + std::string(error.reason()), .title = "错误", .icon = Icon::Exclamation};
+    return {.text = error.text() + "\n" + std::string(error.reason()), .title = std::string(message::kError), .icon = Icon::Exclamation};
 }

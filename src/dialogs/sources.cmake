@@ -3,6 +3,7 @@ set(sources
     Dialogs.h
     FileBox.cpp
     FileBox.h
+    Messages.h
     Outcome.h
     ResultTable.cpp
     ResultTable.h

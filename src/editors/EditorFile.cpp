@@ -6,6 +6,7 @@
 #include "base/Numbers.h"
 #include "base/ReplaceFile.h"
 #include "base/RunTimeError.h"
+#include "dialogs/Messages.h"
 #include "editors/EditorRules.h"
 #include "project/Workspace.h"
 
@@ -76,7 +77,7 @@ const KeptBytes* keptOf(const std::vector<KeptBytes>& frames, std::size_t box)
 
 Outcome refusal(std::string text, std::string_view field = {})
 {
-    return {Refusal{Notice(std::move(text)), std::string(field)}};
+    return {Refusal{Notice(text), std::string(field)}};
 }
 
 /// A text that the file cannot hold is named before anything is touched.

@@ -2,6 +2,7 @@
 
 #include "base/Numbers.h"
 #include "base/RunTimeError.h"
+#include "dialogs/Messages.h"
 #include "engine/Chainage.h"
 #include "engine/Element.h"
 #include "tables/CalcTables.h"
@@ -106,8 +107,6 @@ Msg pasteRefused(const std::string& why) { return Notice("粘贴已取消：" + 
 
 }  // namespace
 
-Msg Notice(std::string text) { return {std::move(text), "注意", Icon::Exclamation}; }
-
 bool (*KeySetOf(KeyFilter filter))(int)
 {
     switch (filter) {
@@ -149,7 +148,7 @@ FillIn FillInRow(const EditorTable& table, const GridText& grid, int row, MouseR
     bool inGap = false;
     attempt([&] { inGap = !startFromBlock(cells, source, added); });  // a text that is no number: nothing to compute
     if (inGap) {
-        result.refusal = Notice(std::string(kStakeInGap));
+        result.refusal = Notice(kStakeInGap);
         result.refreshBox = false;
     }
     return result;

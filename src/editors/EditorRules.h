@@ -65,6 +65,3 @@ FramePaste PlanFramePaste(const EditorTable& table, std::size_t box, std::string
 
 /// The highest row that the 16-bit members of an editor can name.
 inline constexpr int kMaxRow = 32767;
-
-/// The exclamation box of every editor, 注意.
-Msg Notice(std::string text);

@@ -8,6 +8,7 @@
 #include "base/ReplaceFile.h"
 #include "base/RunTimeError.h"
 #include "dialogs/FileBox.h"
+#include "dialogs/Messages.h"
 #include "editors/EditorRules.h"
 #include "editors/EditorTable.h"
 #include "project/Workspace.h"
@@ -44,7 +45,7 @@ std::optional<Msg> tooMany(std::string_view typed, int limit, std::string_view m
 {
     double count = 0;
     attempt([&] { count = ParseNumber(typed); });
-    if (count > limit) return Notice(std::string(message));
+    if (count > limit) return Notice(message);
     return {};
 }
 

@@ -11,6 +11,7 @@
 #include "base/Utf16File.h"
 #include "dialogs/Dialogs.h"
 #include "dialogs/FileBox.h"
+#include "dialogs/Messages.h"
 #include "project/DeleteFolderTree.h"
 #include "project/Workspace.h"
 
@@ -26,7 +27,7 @@ namespace {
 
 std::string listPath() { return PhonePath() + "/XMMC.txt"; }
 
-bool refuse(const char* text) { return dialogs().box({.text = text, .title = "注意", .icon = Icon::Exclamation}); }
+bool refuse(const char* text) { return dialogs().box(Notice(text)); }
 
 /// What one press has made or replaced: taken back, newest first, unless it is kept.
 class Undo {
@@ -114,7 +115,7 @@ PhoneExport exportAs(const std::string& name, Undo& undo)
     if (added) {
         undo.willWrite(listPath());
         WriteUtf16File(listPath(), list + name + "\r\n");
-    } else if (!dialogs().box({"项目已存在！是否覆盖？", "注意", Icon::Question, Msg::YesNo, Msg::No})) {
+    } else if (!dialogs().box(Question("项目已存在！是否覆盖？"))) {
         return PhoneExport::Declined;
     }
     copyFiles(name, undo);

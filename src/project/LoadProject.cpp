@@ -4,6 +4,7 @@
 #include "base/ReplaceFile.h"
 #include "base/TextFile.h"
 #include "dialogs/Dialogs.h"
+#include "dialogs/Messages.h"
 #include "engine/Chainage.h"
 #include "project/OpenRoad.h"
 #include "project/Workspace.h"
@@ -50,7 +51,7 @@ Loaded loadOpenProject()
     };
     met = loadTables(read, shared.tables, shared.results, std::move(met));
     openRoad.remember(met, std::move(asRead));
-    if (met.cutAtGap) dialogs().box({std::string(kStakeInGap), "注意", Icon::Exclamation});
+    if (met.cutAtGap) dialogs().box(Notice(kStakeInGap));
     return met;
 }
 

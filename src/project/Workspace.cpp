@@ -10,6 +10,7 @@
 #include "base/RunTimeError.h"
 #include "base/TextFile.h"
 #include "base/Utf16File.h"
+#include "dialogs/Messages.h"
 #include "project/DeleteFolderTree.h"
 
 #include <algorithm>
@@ -79,7 +80,7 @@ void makeFolder(const std::string& path)
     throw FileError(path, FileError::Writing, error ? error : std::make_error_code(std::errc::file_exists));
 }
 
-Outcome refused(std::string text) { return {Refusal{{std::move(text), "错误", Icon::Critical}, "txtNewProjects"}}; }
+Outcome refused(std::string text) { return {Refusal{{std::move(text), std::string(message::kError), Icon::Critical}, "txtNewProjects"}}; }
 
 }  // namespace
 
@@ -128,7 +129,7 @@ std::optional<std::ptrdiff_t> LineOf(const std::vector<std::string>& names, std:
 
 Refusal NoLongerListed(const std::string& name)
 {
-    return {{"“" + name + "”已不在项目列表中！", "注意", Icon::Exclamation}, {}};
+    return {Notice("“" + name + "”已不在项目列表中！"), {}};
 }
 
 std::vector<std::string> OpenCatalogue()

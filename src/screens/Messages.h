@@ -1,13 +1,13 @@
 #pragma once
-// What the calculation screens say, each text once.
+// What the calculation screens alone say, each text once.
+
+#include "dialogs/Messages.h"
 
 #include <string_view>
 
 namespace message {
 
 // Titles
-inline constexpr std::string_view kError = "错误";
-inline constexpr std::string_view kNotice = "注意";
 inline constexpr std::string_view kSuccess = "成功";
 
 // Any handler
@@ -28,8 +28,6 @@ inline constexpr std::string_view kStepIsZero = "间距不能为0！";
 // Offsets and stations
 inline constexpr std::string_view kNoOffset = "偏距不能为空！";
 inline constexpr std::string_view kNoSkew = "夹角不能为空！";
-inline constexpr std::string_view kNoStationX = "测站X坐标不能为空！";
-inline constexpr std::string_view kNoStationY = "测站Y坐标不能为空！";
 inline constexpr std::string_view kNoX = "X坐标不能为空！";
 inline constexpr std::string_view kNoY = "Y坐标不能为空！";
 
@@ -53,10 +51,6 @@ inline constexpr std::string_view kRunStartIsEnd = "批量计算起点不能等�
 inline constexpr std::string_view kNoMainPoints = "请先输入参数！";
 
 // Saving
-inline constexpr std::string_view kNothingToSave = "没有计算数据，无需保存！";
-inline constexpr std::string_view kOverwrite = "文件已存在！是否覆盖？";
-inline constexpr std::string_view kSaved = "保存成功！";
 inline constexpr std::string_view kSaveChanges = "数据已改变，是否保存？";
-inline constexpr std::string_view kSaving = "正在保存中，请耐心等待";
 
 }  // namespace message

@@ -13,6 +13,7 @@
 #include "office/Worksheet.h"
 
 #include <functional>
+#include <map>
 #include <string_view>
 
 /// The button that makes the sheet: the typed count goes to gFhdxN and is checked; `newSheet` opens an empty sheet,
@@ -22,10 +23,18 @@ Outcome MakeFhdxSheet(std::string_view typedCount, bool leftAngles, const std::f
 /// Titles, merged cells, lines, fills, formats and page of a traverse of gFhdxN points on an empty sheet.
 void LayOutFhdx(Worksheet& sheet, bool leftAngles);
 
+/// What the adjustment writes as words or as degrees with marks, as numbers.
+struct FhdxResult {
+    double angleClosure = 0;       ///< fβ, whole seconds
+    double fx = 0, fy = 0, f = 0;  ///< m, as they are written
+    double lengthPerClosure = 0;   ///< the whole number behind K=1/
+    std::map<int, double> angles;  ///< decimal degrees by the row where they stand: those typed and the azimuths
+};
+
 /// Adjusts the traverse in the sheet, step by step, each reading what the ones before wrote. Any run-time error (a cell
 /// with text, a traverse that closes perfectly, more than 101 angles, a sum of corrections past 16 bits) leaves the
 /// cells written so far.
-void AdjustFhdx(Worksheet& sheet, bool leftAngles);
+FhdxResult AdjustFhdx(Worksheet& sheet, bool leftAngles);
 
 /// The plan: x is Y of the survey, y is X. Kept on purpose: the loops count in gFhdxN itself, so that it ends as
 /// 2N - 4, where the last loop leaves it, and not as N.

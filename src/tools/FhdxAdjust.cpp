@@ -1,6 +1,7 @@
 #include "base/Numbers.h"
 #include "base/RunTimeError.h"
 #include "base/Trig.h"
+#include "dialogs/Messages.h"
 #include "tables/CalcTables.h"
 #include "tools/Fhdx.h"
 #include "tools/FhdxCells.h"
@@ -39,7 +40,7 @@ public:
           m_footer(FhdxRow(2 * m_n + 4))
     {}
 
-    void run()
+    FhdxResult run()
     {
         knownAzimuths();
         angularClosure();
@@ -50,6 +51,7 @@ public:
         distribute(x.closure, y.closure);
         correct();
         finish();
+        return m_result;
     }
 
 private:
@@ -93,7 +95,7 @@ private:
             closure += 360;
         m_angleClosure = closure;
 
-        const double seconds = std::floor(checked(closure * 3600 + 0.5));
+        const double seconds = m_result.angleClosure = std::floor(checked(closure * 3600 + 0.5));
         const double limit = std::sqrt(angles()) * 10;
         m_cells.write('b', m_footer, "fβ=Σfβ测-Σfβ理");
         m_cells.write('b', m_footer + 1, "fβ=" + NumText(seconds) + "″");
@@ -153,9 +155,11 @@ private:
         m_cells.write('e', m_footer + 1, "fx=" + LeadingZeroText(x.closure));
         m_cells.write('j', m_footer + 1, "fy=" + LeadingZeroText(y.closure));
 
-        const double total = Fixed3(checked(std::sqrt(x.closure * x.closure + y.closure * y.closure)));
+        m_result.fx = x.closure;
+        m_result.fy = y.closure;
+        const double total = m_result.f = Fixed3(checked(std::sqrt(x.closure * x.closure + y.closure * y.closure)));
         m_cells.write('g', m_footer + 2, "f=√(fx*fx+fy*fy)=" + LeadingZeroText(total));
-        const double ratio = std::floor(quotient(distances, total));
+        const double ratio = m_result.lengthPerClosure = std::floor(quotient(distances, total));
         const bool met = ratio > 15000;
         m_cells.write('g', m_footer + 3, "K=f/ΣD=1/" + NumText(ratio) + (met ? "<1/15000" : ">1/15000"));
         m_cells.write('k', m_footer + 3, met ? "符合精度要求" : "不符合精度要求");
@@ -226,10 +230,13 @@ private:
     {
         m_cells.sheet().select(CellRange(4, 2, m_rowC, 13));
         m_cells.sheet().setHorizontalAlignment(CellRange(4, 2, m_rowC, 13), xlCenter);
-        for (int row = 5; row <= m_rowC + 1; row += 2)
-            m_cells.write('d', row, FormatDmsSeconds(m_cells.number('d', row)));
+        const auto withMarks = [&](char column, int row, double degrees) {
+            m_result.angles[row] = degrees;
+            m_cells.write(column, row, FormatDmsSeconds(degrees));
+        };
+        for (int row = 5; row <= m_rowC + 1; row += 2) withMarks('d', row, m_cells.number('d', row));
         for (int row = kFirstAngle; row <= m_rowC; row += 2)
-            m_cells.write('b', row, FormatDmsSeconds(DmsToDeg(m_cells.number('b', row))));
+            withMarks('b', row, DmsToDeg(m_cells.number('b', row)));
     }
 
     FhdxCells m_cells;
@@ -239,11 +246,12 @@ private:
     double m_start = 0, m_end = 0;  ///< known azimuths, degrees
     double m_angleClosure = 0;      ///< degrees
     double m_distances = 0;         ///< sum of the legs, m
+    FhdxResult m_result;
 };
 
 }  // namespace
 
-void AdjustFhdx(Worksheet& sheet, bool leftAngles) { Adjustment(sheet, leftAngles).run(); }
+FhdxResult AdjustFhdx(Worksheet& sheet, bool leftAngles) { return Adjustment(sheet, leftAngles).run(); }
 
 double Fixed6(double value)
 {
@@ -269,4 +277,4 @@ double Fixed6(double value)
     return ParseNumber(text) + 0.0;
 }
 
-Msg FhdxCalcFault() { return {"输入数据有误，请检查后再计算", "错误", Icon::None}; }
+Msg FhdxCalcFault() { return {"输入数据有误，请检查后再计算", std::string(message::kError), Icon::None}; }

@@ -1,4 +1,5 @@
 #include "base/RunTimeError.h"
+#include "dialogs/Messages.h"
 #include "tables/CalcTables.h"
 #include "tools/Fhdx.h"
 #include "tools/FhdxCells.h"
@@ -71,4 +72,4 @@ Drawing DrawFhdx(const Worksheet& sheet)
     return drawing;
 }
 
-Msg FhdxDrawFault() { return {"输入数据有误，请检查后再运行", "错误", Icon::Exclamation}; }
+Msg FhdxDrawFault() { return {"输入数据有误，请检查后再运行", std::string(message::kError), Icon::Exclamation}; }

@@ -1,5 +1,6 @@
 #include "base/Numbers.h"
 #include "base/RunTimeError.h"
+#include "dialogs/Messages.h"
 #include "tables/CalcTables.h"
 #include "tools/Fhdx.h"
 #include "tools/FhdxCells.h"
@@ -104,11 +105,11 @@ void LayOutFhdx(Worksheet& sheet, bool leftAngles)
 
 Outcome MakeFhdxSheet(std::string_view typedCount, bool leftAngles, const std::function<Worksheet&()>& newSheet)
 {
-    if (typedCount.empty()) return {Refusal{{"请输入导线点个数", "注意", Icon::Exclamation}, "txtDxd"}};
+    if (typedCount.empty()) return {Refusal{Notice("请输入导线点个数"), "txtDxd"}};
     const double count = std::nearbyint(ParseNumber(typedCount));
     if (std::abs(count) > 1e9) throw RunTimeError(RunTimeError::Overflow);
     gFhdxN = toInt16(static_cast<long long>(count));
-    if (gFhdxN < 5) return {Refusal{{"导线点个数不能小于5", "错误", Icon::Exclamation}, ""}};
+    if (gFhdxN < 5) return {Refusal{{"导线点个数不能小于5", std::string(message::kError), Icon::Exclamation}, ""}};
     LayOutFhdx(newSheet(), leftAngles);
     return {};
 }

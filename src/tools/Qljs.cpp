@@ -2,6 +2,7 @@
 
 #include "base/Numbers.h"
 #include "base/RunTimeError.h"
+#include "dialogs/Messages.h"
 
 #include <array>
 #include <charconv>
@@ -19,7 +20,7 @@ float narrow(double value)
 Outcome refuseIfEmpty(const std::string& text, const char* message)
 {
     if (!Trim(text).empty()) return {};
-    return {Refusal{{.text = message, .title = "注意", .icon = Icon::None}, {}}};
+    return {Refusal{Notice(message, Icon::None), {}}};
 }
 
 /// A * A / d, computed in double, stored as a single.

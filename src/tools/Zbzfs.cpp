@@ -3,13 +3,14 @@
 #include "base/Numbers.h"
 #include "base/RunTimeError.h"
 #include "base/Trig.h"
+#include "dialogs/Messages.h"
 #include "tools/Required.h"
 
 Outcome CalcForward(const ForwardInput& in, ForwardPoint& out)
 {
     const auto outcome = RefuseEmpty({
-        {in.czX, "txtZsCzX", "测站X坐标不能为空！"},
-        {in.czY, "txtZsCzY", "测站Y坐标不能为空！"},
+        {in.czX, "txtZsCzX", message::kNoStationX},
+        {in.czY, "txtZsCzY", message::kNoStationY},
         {in.fwj, "txtZsFwj", "方位角不能为空！"},
         {in.jl, "txtZsJl", "距离不能为空！"},
     });
@@ -26,8 +27,8 @@ Outcome CalcForward(const ForwardInput& in, ForwardPoint& out)
 Outcome CalcInverse(const InverseInput& in, InverseRay& out)
 {
     const auto outcome = RefuseEmpty({
-        {in.czX, "txtFsCzx", "测站X坐标不能为空！"},
-        {in.czY, "txtFsCzy", "测站Y坐标不能为空！"},
+        {in.czX, "txtFsCzx", message::kNoStationX},
+        {in.czY, "txtFsCzy", message::kNoStationY},
         {in.hsX, "txtFsHsX", "后视X坐标不能为空！"},
         {in.hsY, "txtFsHsY", "后视Y坐标不能为空！"},
     });

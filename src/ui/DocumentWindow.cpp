@@ -5,6 +5,7 @@
 #include "base/RunTimeError.h"
 #include "dialogs/Dialogs.h"
 #include "dialogs/FileBox.h"
+#include "dialogs/Messages.h"
 #include "ui/Fields.h"
 #include "ui/Platform.h"
 #include "ui/Theme.h"
@@ -106,12 +107,7 @@ QString DocumentWindow::askPath(const QString& extension)
     if (!chosen || chosen->empty()) return {};
     QString path = fromUtf8(*chosen);
     if (QFileInfo(path).suffix().compare(extension, Qt::CaseInsensitive) != 0) path += u'.' + extension;
-    if (QFileInfo::exists(path) && !dialogs().box({.text = "文件已存在！是否覆盖？",
-                                                   .title = "注意",
-                                                   .icon = Icon::Question,
-                                                   .buttons = Msg::YesNo,
-                                                   .preset = Msg::No}))
-        return {};
+    if (QFileInfo::exists(path) && !dialogs().box(Question(message::kOverwrite))) return {};
     return path;
 }
 
@@ -178,7 +174,7 @@ void DocumentWindow::closeEvent(QCloseEvent* event)
 {
     settle();
     const bool wanted = m_unsaved && dialogs().box({.text = toUtf8(m_kind + QStringLiteral("尚未保存，是否保存？")),
-                                                    .title = "注意",
+                                                    .title = std::string(message::kNotice),
                                                     .icon = Icon::Question,
                                                     .buttons = Msg::YesNo});
     if (wanted && !saveAs()) return event->ignore();

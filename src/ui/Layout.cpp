@@ -1,5 +1,6 @@
 #include "ui/Layout.h"
 
+#include "dialogs/Messages.h"
 #include "ui/FieldFlow.h"
 #include "ui/Theme.h"
 
@@ -159,7 +160,7 @@ void fitText(QLabel* note, int width)
 
 void placeWaitBox(QLineEdit* box, QWidget* over)
 {
-    box->setText(QStringLiteral("正在保存中，请耐心等待"));
+    box->setText(QString::fromUtf8(message::kSaving));
     box->setReadOnly(true);
     box->setFocusPolicy(Qt::NoFocus);
     box->setAlignment(Qt::AlignCenter);

@@ -48,7 +48,7 @@ inline constexpr int kCoordinateDigits = 13;
 void fitDigits(QWidget* box, int digits = kCoordinateDigits);
 /// A text in lines of so many pixels, as high as it needs.
 void fitText(QLabel* note, int width);
-/// A box over the middle of a grid that says "正在保存中，请耐心等待": hidden until shown while a file is written.
+/// A box over the middle of a grid that says message::kSaving: hidden until shown while a file is written.
 void placeWaitBox(QLineEdit* box, QWidget* over);
 
 }  // namespace ui

@@ -1,6 +1,7 @@
 #include "editors/windows/frmJdpqx.h"
 
 #include "controls/XPButton.h"
+#include "dialogs/Messages.h"
 #include "screens/windows/frmZdcs.h"
 #include "tables/CalcTables.h"
 
@@ -12,6 +13,9 @@ frmJdpqx::frmJdpqx(QWidget* parent) : EditorForm(JdpqxTable(), parent)
 /// The main points as the last LoadProject compiled them, so of the last save.
 void frmJdpqx::butJdView_Click()
 {
-    if (gZdCount < 1) return showBox(QStringLiteral("请先输入参数！"), QStringLiteral("注意"), Icon::None);
+    if (gZdCount < 1) {
+        dialogs().box(Notice("请先输入参数！", Icon::None));
+        return;
+    }
     frmZdcs().showModal(this);
 }
