@@ -31,6 +31,15 @@ std::vector<ChainPiece> chained(std::int64_t elements)
     return chain;
 }
 
+/// Nothing but arcs that turn to either side: each is an intersection point of its own.
+std::vector<ChainPiece> arcs(std::int64_t elements)
+{
+    std::vector<ChainPiece> chain;
+    while (static_cast<std::int64_t>(chain.size()) < elements)
+        for (const double r : {600.0, -600.0}) chain.push_back({90, r, r});
+    return chain;
+}
+
 void import(benchmark::State& state, const std::vector<ChainPiece>& chain)
 {
     RoadXml xml;
@@ -38,6 +47,7 @@ void import(benchmark::State& state, const std::vector<ChainPiece>& chain)
     for (auto _ : state) benchmark::DoNotOptimize(ImportRoad(landxml::File::fromBytes(text), 0, {}));
 }
 void importVertices(benchmark::State& state) { import(state, bends(state.range(0))); }
+void importArcs(benchmark::State& state) { import(state, arcs(state.range(0))); }
 void importBlocks(benchmark::State& state) { import(state, chained(state.range(0))); }
 
 /// From start to end of a road at steps that give about so many points, each a line of a file.
@@ -62,6 +72,7 @@ void listPoints(benchmark::State& state)
 }
 
 BENCHMARK(importVertices)->Arg(2000)->Unit(benchmark::kMillisecond);
+BENCHMARK(importArcs)->Arg(2000)->Unit(benchmark::kMillisecond);
 BENCHMARK(importBlocks)->Arg(2000)->Unit(benchmark::kMillisecond);
 BENCHMARK(listPoints)->Arg(1000000)->Unit(benchmark::kMillisecond)->Iterations(1);
 

@@ -3,11 +3,38 @@
 #include <sleef.h>
 
 #include <cmath>
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace trig {
 
 double sin(double rad) { return Sleef_cinz_sind1_u10purec(rad); }
 double cos(double rad) { return Sleef_cinz_cosd1_u10purec(rad); }
+#ifdef __SSE2__
+namespace {
+
+/// Above this the library takes another way for both angles when one of them is large (TRIGRANGEMAX2 in its source).
+constexpr double kNear = 14.99;
+
+template <auto of, auto one>
+Two both(double first, double second)
+{
+    if (!(std::abs(first) < kNear && std::abs(second) < kNear)) return {one(first), one(second)};
+    Two result{};
+    _mm_storeu_pd(&result.first, of(_mm_set_pd(second, first)));
+    return result;
+}
+
+}  // namespace
+
+Two sin2(double first, double second) { return both<Sleef_cinz_sind2_u10sse2, sin>(first, second); }
+Two cos2(double first, double second) { return both<Sleef_cinz_cosd2_u10sse2, cos>(first, second); }
+#else
+Two sin2(double first, double second) { return {sin(first), sin(second)}; }
+Two cos2(double first, double second) { return {cos(first), cos(second)}; }
+#endif
+
 double tan(double rad) { return Sleef_cinz_tand1_u10purec(rad); }
 double atan(double ratio) { return Sleef_cinz_atand1_u10purec(ratio); }
 double atan2(double y, double x) { return Sleef_cinz_atan2d1_u10purec(y, x); }

@@ -11,6 +11,12 @@ namespace trig {
 
 double sin(double rad);
 double cos(double rad);
+/// Of two angles in one go: the bits of one by one, in half the time or less.
+struct Two {
+    double first, second;
+};
+Two sin2(double first, double second);
+Two cos2(double first, double second);
 double tan(double rad);
 double atan(double ratio);                ///< -pi/2 to pi/2
 double atan2(double y, double x);         ///< -pi to pi

@@ -26,6 +26,16 @@ CurvePoint integrate(double len, double a0, double k, double d, double x0, doubl
             x += trig::cos(radians(deg));
             y += trig::sin(radians(deg));
         }
+        /// One after the other.
+        void add(double deg, double next)
+        {
+            const auto cosines = trig::cos2(radians(deg), radians(next)),
+                       sines = trig::sin2(radians(deg), radians(next));
+            x += cosines.first;
+            x += cosines.second;
+            y += sines.first;
+            y += sines.second;
+        }
     };
     const double end = a0 + (2 * k + d) * len * 90 / kPi;
     Sum odd, even;
@@ -35,11 +45,11 @@ CurvePoint integrate(double len, double a0, double k, double d, double x0, doubl
         for (int n = 96; n >= 1; --n) odd.x += cosine, odd.y += sine;
         for (int n = 95; n >= 1; --n) even.x += cosine, even.y += sine;
     } else {
-        for (int n = 96; n >= 1; --n) {
-            const double u = 2 * n - 1;
-            odd.add(a0 + (twice(u * d / 192) * (len / 2) * u / 192) * 180 / kPi);
-        }
-        for (double n = 95; n >= 1; --n) even.add(a0 + (twice(n * d / 96) * (len / 2) * (n / 96)) * 180 / kPi);
+        const auto atOdd = [&](double u) { return a0 + (twice(u * d / 192) * (len / 2) * u / 192) * 180 / kPi; };
+        const auto atEven = [&](double n) { return a0 + (twice(n * d / 96) * (len / 2) * (n / 96)) * 180 / kPi; };
+        for (double u = 191; u >= 3; u -= 4) odd.add(atOdd(u), atOdd(u - 2));
+        for (double n = 95; n >= 3; n -= 2) even.add(atEven(n), atEven(n - 1));
+        even.add(atEven(1));
     }
     return {(4 * odd.x + trig::cos(radians(a0)) + 2 * even.x + trig::cos(radians(end))) * (len / 576) + x0,
             (4 * odd.y + trig::sin(radians(a0)) + 2 * even.y + trig::sin(radians(end))) * (len / 576) + y0, end};

@@ -5,8 +5,10 @@
 #include "engine/Route.h"
 #include "engine/XYToStake.h"
 
+#include <algorithm>
 #include <cmath>
 #include <map>
+#include <string_view>
 
 namespace {
 
@@ -26,6 +28,12 @@ bool passes(const std::optional<double>& off, const std::optional<double>& toler
     return off && tolerance && std::abs(*off) > *tolerance;
 }
 
+/// A name as an instrument hands it back: its words fill up with zeros, so those in front of it are lost.
+std::string_view withoutZeros(std::string_view name)
+{
+    return name.substr(std::min(name.find_first_not_of('0'), name.size()));
+}
+
 }  // namespace
 
 bool LeadsBack(const Tables& tables, const Foot& foot, double x, double y)
@@ -42,6 +50,7 @@ std::vector<ComparedPoint> Compare(const Tables& tables, const std::vector<Measu
     // A difference of coordinates that are written to the millimetre: a tenth of that is what the sums leave.
     const auto difference = [](double a, double b) { return std::round((a - b) * 1e4) / 1e4 + 0.0; };
     for (const auto& point : setOut) byName.try_emplace(point.name, &point);
+    for (const auto& point : setOut) byName.try_emplace(std::string(withoutZeros(point.name)), &point);
     std::vector<ComparedPoint> result;
     for (const auto& point : measured) {
         ComparedPoint row{.measured = point};
@@ -55,7 +64,9 @@ std::vector<ComparedPoint> Compare(const Tables& tables, const std::vector<Measu
             row.design = designAt(tables, foot.stake, foot.offset);
         });
         if (row.design && point.h) row.heightOff = difference(*point.h, *row.design);
-        if (const auto planned = byName.find(point.name); planned != byName.end()) {
+        auto planned = byName.find(point.name);
+        if (planned == byName.end()) planned = byName.find(std::string(withoutZeros(point.name)));
+        if (planned != byName.end()) {
             row.dx = difference(point.x, planned->second->x);
             row.dy = difference(point.y, planned->second->y);
             if (point.h && planned->second->h) row.setOutOff = difference(*point.h, *planned->second->h);

@@ -34,9 +34,9 @@ CompiledRoad Compile(const RoadFiles& road)
 std::map<std::string, std::string> BytesOf(const RoadFiles& road)
 {
     std::map<std::string, std::string> all;
-    for (const auto& [file, lines] : road)
-        if (!attempt([&] { all[file] = Cp936FromUtf8(JoinLines(lines)); }))
-            throw ExchangeError(file + " 里有代码页 936 没有的字");
+    for (const auto& entry : road)
+        if (!attempt([&] { all[entry.first] = Cp936FromUtf8(JoinLines(entry.second)); }))
+            throw ExchangeError(entry.first + " 里有代码页 936 没有的字");
     return all;
 }
 

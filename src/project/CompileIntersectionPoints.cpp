@@ -48,6 +48,20 @@ double tangentPart(double ls, double r, bool big)
                    quotient(power(ls, 11), 1716741734000 * power(ls, 10)));
 }
 
+template <class Column>
+bool hasRow(const Column& column, int row)
+{
+    return row >= 0 && row < std::ssize(column);
+}
+
+/// to[row] = from[source], or nothing where either has no such row. What attempt would do, but a long road leaves the
+/// main-point columns behind by the thousands of rows, and an exception for each takes longer than the geometry.
+void copy(std::vector<double>& to, int row, const std::vector<double>& from, int source)
+{
+    if (hasRow(to, row) && hasRow(from, source))
+        to[static_cast<std::size_t>(row)] = from[static_cast<std::size_t>(source)];
+}
+
 void readStart(Tables& t, const Fields& fields)
 {
     take(t.elemLc, 0, fields, 0);
@@ -60,13 +74,13 @@ void readStart(Tables& t, const Fields& fields)
 
 void readVertex(Tables& t, int i, const Fields& fields)
 {
-    attempt([&] { at(t.zdJd, i) = Utf8FromCp936(at(fields, 0)); });
+    if (hasRow(t.zdJd, i)) attempt([&] { at(t.zdJd, i) = Utf8FromCp936(at(fields, 0)); });
     take(t.jdX, i, fields, 1);
     take(t.jdY, i, fields, 2);
     take(t.jdLs1, i, fields, 3);
     take(t.jdLs2, i, fields, 4);
-    attempt([&] { at(t.zdLs1, i) = at(t.jdLs1, i); });
-    attempt([&] { at(t.zdLs2, i) = at(t.jdLs2, i); });
+    copy(t.zdLs1, i, t.jdLs1, i);
+    copy(t.zdLs2, i, t.jdLs2, i);
     if (at(t.jdLs1, i) == 0) at(t.jdLs1, i) = 0.000001;  // no division meets a spiral of length 0
     if (at(t.jdLs2, i) == 0) at(t.jdLs2, i) = 0.000001;
     take(t.jdR, i, fields, 5);
@@ -106,8 +120,8 @@ public:
         const double s = trig::sin(radians(m_a));
         attempt([&] { at(t.jdT1, i) = checked(quotient((r + m_p2) - (r + m_p1) * c, s) + m_q1); });
         attempt([&] { at(t.jdT2, i) = checked(quotient((r + m_p1) - (r + m_p2) * c, s) + m_q2); });
-        attempt([&] { at(t.zdT1, i) = at(t.jdT1, i); });
-        attempt([&] { at(t.zdT2, i) = at(t.jdT2, i); });
+        copy(t.zdT1, i, t.jdT1, i);
+        copy(t.zdT2, i, t.jdT2, i);
         attempt([&] { at(t.jdL, i) = checked((kPi / 180 * m_a) * r + (at(t.jdLs1, i) + at(t.jdLs2, i)) / 2); });
         chainStake(t, i);
     }
@@ -120,12 +134,12 @@ private:
 struct MainPoint {
     std::vector<double>&lc, &x, &y, &fwj;
 
-    void copy(const Tables& t, int i, int row) const
+    void take(const Tables& t, int i, int row) const
     {
-        attempt([&] { at(lc, i) = at(t.elemLc, row); });
-        attempt([&] { at(x, i) = at(t.elemX, row); });
-        attempt([&] { at(y, i) = at(t.elemY, row); });
-        attempt([&] { at(fwj, i) = at(t.elemFwj, row); });
+        copy(lc, i, t.elemLc, row);
+        copy(x, i, t.elemX, row);
+        copy(y, i, t.elemY, row);
+        copy(fwj, i, t.elemFwj, row);
     }
 };
 
@@ -153,7 +167,7 @@ void zhRow(Tables& t, int i)
         at(t.elemY, row) = checked(trig::sin(back) * at(t.jdT1, i) + at(t.jdY, i));
     });
     attempt([&] { at(t.elemR2, row) = at(t.jdR, i); });
-    MainPoint{t.zdZhLc, t.zdZhX, t.zdZhY, t.zdZhFwj}.copy(t, i, row);
+    MainPoint{t.zdZhLc, t.zdZhX, t.zdZhY, t.zdZhFwj}.take(t, i, row);
 }
 
 void hyRow(Tables& t, EngineResults& results, int i)
@@ -167,7 +181,7 @@ void hyRow(Tables& t, EngineResults& results, int i)
     takeElementEnd(t, results, row);
     attempt([&] { at(t.elemR1, row) = at(t.jdR, i); });
     attempt([&] { at(t.elemR2, row) = at(t.jdR, i); });
-    MainPoint{t.zdHyLc, t.zdHyX, t.zdHyY, t.zdHyFwj}.copy(t, i, row);
+    MainPoint{t.zdHyLc, t.zdHyX, t.zdHyY, t.zdHyFwj}.take(t, i, row);
 }
 
 void yhRow(Tables& t, EngineResults& results, int i)
@@ -181,7 +195,7 @@ void yhRow(Tables& t, EngineResults& results, int i)
     });
     takeElementEnd(t, results, row);
     attempt([&] { at(t.elemR1, row) = at(t.jdR, i); });
-    MainPoint{t.zdYhLc, t.zdYhX, t.zdYhY, t.zdYhFwj}.copy(t, i, row);
+    MainPoint{t.zdYhLc, t.zdYhX, t.zdYhY, t.zdYhFwj}.take(t, i, row);
 }
 
 void hzRow(Tables& t, EngineResults& results, int i)
@@ -193,7 +207,7 @@ void hzRow(Tables& t, EngineResults& results, int i)
                    at(t.elemY, row - 1), at(t.jdLs2, i));
     });
     takeElementEnd(t, results, row);
-    MainPoint{t.zdHzLc, t.zdHzX, t.zdHzY, t.zdHzFwj}.copy(t, i, row);
+    MainPoint{t.zdHzLc, t.zdHzX, t.zdHzY, t.zdHzFwj}.take(t, i, row);
 }
 
 void closingRow(Tables& t, int n)

@@ -58,6 +58,17 @@ TEST(Compare, AgainstTheRowOfTheSameName)
     EXPECT_FALSE(rows[2].heightOff);
 }
 
+TEST(Compare, ZerosInFrontOfANameAreLostInAnInstrument)
+{
+    for (const auto& [set, read] : {std::pair{"00040000R05", "40000R05"}, {"40000R05", "00040000R05"}}) {
+        const auto rows = Compare(road(), {at(read, 40, 0, {}, 0.03, 0)}, {at(set, 40, 0, {})}, {});
+        ASSERT_TRUE(rows[0].dx) << set;
+        EXPECT_NEAR(*rows[0].dx, 0.03, 1e-9);
+    }
+    // A name that stands as it is goes before one without its zeros.
+    EXPECT_NEAR(*Compare(road(), {at("1", 40, 0, {})}, {at("01", 60, 0, {}), at("1", 40, 0, {})}, {})[0].dx, 0, 1e-9);
+}
+
 TEST(Compare, APointBeyondTheEndHasNoStake)
 {
     EXPECT_FALSE(Compare(road(), {at("P", 320, 3, {})}, {}, {})[0].found);

@@ -2,6 +2,7 @@
 
 #include "base/FileBytes.h"
 #include "base/ReplaceFile.h"
+#include "exchange/FieldFile.h"
 #include "exchange/MapFile.h"
 #include "exchange/NumberText.h"
 #include "exchange/Xlsx.h"
@@ -54,6 +55,51 @@ void writeMaps(const std::string& folder)
     WriteResult(folder + "/map.kml", MapText(map, MapForm::Kml));
 }
 
+/// The same points in every form of a point list, and as plain text with all their digits.
+void writeField(const std::string& folder)
+{
+    const RoadFiles files{{"其他参数.txt", {"积木法", "线性", "未设置", "未设置", "未设置"}},
+                          {"平曲线参数.txt", {"0,400,18.4,30.7,248.2,0,0", "400,480,-130.1,-340.7,248.2,0,-300"}},
+                          {"竖曲线参数.txt", {"0,2", "200,-3,2000", "300,4"}}};
+    const auto compiled = Compile(files);
+    const FieldRun run{.from = 0, .to = 470, .step = 12.345, .offsets = {-10.5, 0, 3.25}};
+    struct Form {
+        const char* path;
+        FieldFormat::Kind kind;
+    };
+    std::string plain;
+    for (const Form form : {Form{"field.dat", FieldFormat::Dat},
+                            {"field.csv", FieldFormat::Csv},
+                            {"field.gsi", FieldFormat::Gsi16},
+                            {"small.gsi", FieldFormat::Gsi8}}) {
+        FieldFormat format = *FieldFormatOf(form.path);
+        format.kind = form.kind;
+        FieldWriter writer(format);
+        FieldPoints points(compiled.tables, run);
+        std::string text = writer.begin();
+        std::size_t number = 0;
+        plain.clear();
+        while (auto point = points.next()) {
+            plain += point->name + "\t" + point->code;
+            for (const double value : {point->stake, point->offset, point->x, point->y})
+                plain += "\t" + FixedText(value, 9);
+            plain += "\t" + (point->h ? FixedText(*point->h, 9) : "") + "\n";
+            if (form.kind == FieldFormat::Gsi8) point->name = "P" + std::to_string(++number);
+            text += writer.line(*point);
+        }
+        WriteResult(folder + "/" + form.path, text);
+    }
+    WriteResult(folder + "/field.txt", plain);
+    FieldFormat format = *FieldFormatOf("gbk.csv");
+    format.separator = "\t";
+    format.codePage936 = true;
+    FieldWriter writer(format);
+    FieldPoints points(compiled.tables, run);
+    std::string text = writer.begin();
+    while (const auto point = points.next()) text += writer.line(*point);
+    WriteResult(folder + "/gbk.csv", text);
+}
+
 }  // namespace
 
 int main(int count, char** words)
@@ -61,5 +107,6 @@ int main(int count, char** words)
     if (count != 2) return 2;
     writeSheet(words[1]);
     writeMaps(words[1]);
+    writeField(words[1]);
     return 0;
 }
