@@ -1,9 +1,12 @@
 """Random projects through the program and through a second formulation of its rules, compared to the last bit.
 
-    differential_test.py PROBE COMPANION [--seed N] [--projects N] [--runs N]
+    differential_test.py PROBE COMPANION SAMPLES [--only damages|samples|roads] [--seed N] [--projects N] [--runs N]
+
+So do the sample roads, and roads in which each field that a load reads is damaged by itself.
 """
 
 import argparse
+import array
 import csv
 import io
 import math
@@ -13,6 +16,7 @@ import subprocess
 import sys
 import tempfile
 
+import damages
 import second
 from second import CRLF, FAILURES, FILES, Gap, Hang, Refusal, Road, RunError, num_text
 
@@ -259,6 +263,15 @@ def escaped(value):
     return "".join("%%%02X" % ord(c) if c <= " " or c in "%\x7f" else c for c in value)
 
 
+def row_text(values):
+    """The values as the probe writes them; the zeros at the end of a column, which are many, at once."""
+    values = list(values)
+    if values and all(type(v) is float for v in values):
+        used = -(-len(array.array("d", values).tobytes().rstrip(b"\0")) // 8)
+        return " ".join([*map(escaped, values[:used]), *["0"] * (len(values) - used)])
+    return " ".join(map(escaped, values))
+
+
 def result_of(call):
     try:
         return show(call())
@@ -321,10 +334,6 @@ def engine_requests(make, road):
     def args(*values):
         return " ".join(show(v) for v in values)
 
-    def stake_to_xy(s, k, o):
-        road.stake_to_xy(s, k, o)
-        return road.out_x, road.out_y, road.out_fwj, road.out_dist
-
     def xy_to_stake(x, y):
         road.in_x, road.in_y = x, y
         road.xy_to_stake()
@@ -337,7 +346,7 @@ def engine_requests(make, road):
     rnd = make.random
     for _ in range(12):
         s, k, o = make.stake(road), rnd.choice([0.0, 90.0, 270.0, make.argument()]), rnd.choice([0.0, rnd.uniform(-60, 60)])
-        yield f"StakeToXY {args(s, k, o)}", lambda: stake_to_xy(s, k, o)
+        yield f"StakeToXY {args(s, k, o)}", lambda: stake_results(road, s, k, o)
         if make.chance(0.6):
             x = road.out_x + rnd.choice([0.0, 0.0, 0.00005, rnd.uniform(-30, 30)])
             y = road.out_y + rnd.choice([0.0, 0.0, -0.0004, rnd.uniform(-30, 30)])
@@ -380,6 +389,58 @@ def engine_requests(make, road):
             yield f"ParseNumber {text}", lambda: second.number(text)
 
 
+def compare_load(tally, probe, road, path, files, context):
+    """A load, all tables after it, and what it makes of the files."""
+    try:
+        loaded = road.load(files)
+    except Hang:
+        loaded = "error 0"
+    tally.same("load", context, shorten(probe.ask([f"load {path}"])[0]), loaded)
+    tables = probe.tables()
+    expected = {name: row_text(values) for name, values in road.tables().items()}
+    for name in sorted(tables.keys() | expected.keys()):
+        got, want = tables.get(name), expected.get(name)
+        if got != want and got is not None and want is not None:
+            pairs = list(enumerate(zip(got.split(" "), want.split(" "))))
+            got, want = [[(i, p[k]) for i, p in pairs if p[0] != p[1]][:3] for k in (0, 1)] or (got, want)
+        tally.same("tables", f"{context} {name}", got, want)
+    if loaded != "error 0":
+        for name in FILES:
+            got = (path / name).read_bytes() if (path / name).exists() else None
+            tally.same("files", f"{context} {name}", got, files.get(name))
+
+
+def compare_requests(tally, probe, pairs, context):
+    requests, expected = [], []
+    for request, call in pairs:
+        requests.append(request)
+        expected.append(result_of(call))
+    for request, got, want in zip(requests, probe.ask(requests), expected):
+        tally.same(request.split(" ")[0], f"{context} {request}", shorten(got), want)
+
+
+def compare_damages(tally, program, folder):
+    """Each damaged road in a fresh process, and after another project and a point of it."""
+    other = folder / "other"
+    write_project(other, damages.OTHER)
+    for n, (what, files) in enumerate(damages.damaged_roads()):
+        path = folder / f"d{n}"
+        write_project(path, files)
+        for before in (False, True):
+            probe, road = Probe(program), Road()
+            if before:
+                road.load(dict(damages.OTHER))
+                tally.same("load", "another", probe.ask([f"load {other}"]), ["ok"])
+                compare_requests(tally, probe, [("StakeToXY 100 90 5", lambda: stake_results(road, 100.0, 90.0, 5.0))], what)
+            compare_load(tally, probe, road, path, dict(files), what + (", after another" if before else ""))
+            probe.close()
+
+
+def stake_results(road, stake, skew, offset):
+    road.stake_to_xy(stake, skew, offset)
+    return road.out_x, road.out_y, road.out_fwj, road.out_dist
+
+
 def compare_engine(tally, program, folder, seed, projects):
     make = Projects(seed)
     probe, road, story = Probe(program), Road(), []
@@ -392,29 +453,8 @@ def compare_engine(tally, program, folder, seed, projects):
         write_project(path, files)
         story.append(path.name)
         context = " ".join(story[-6:])
-        try:
-            loaded = road.load(files)
-        except Hang:
-            loaded = "error 0"
-        tally.same("load", context, shorten(probe.ask([f"load {path}"])[0]), loaded)
-        tables = probe.tables()
-        expected = {name: " ".join(map(escaped, values)) for name, values in road.tables().items()}
-        for name in sorted(tables.keys() | expected.keys()):
-            got, want = tables.get(name), expected.get(name)
-            if got != want and got is not None and want is not None:
-                pairs = list(enumerate(zip(got.split(" "), want.split(" "))))
-                got, want = [[(i, p[k]) for i, p in pairs if p[0] != p[1]][:3] for k in (0, 1)] or (got, want)
-            tally.same("tables", f"{context} {name}", got, want)
-        if loaded != "error 0":
-            for name in FILES:
-                got = (path / name).read_bytes() if (path / name).exists() else None
-                tally.same("files", f"{context} {name}", got, files.get(name))
-        requests, expected = [], []
-        for request, call in engine_requests(make, road):
-            requests.append(request)
-            expected.append(result_of(call))
-        for request, got, want in zip(requests, probe.ask(requests), expected):
-            tally.same(request.split(" ")[0], f"{context} {request}", shorten(got), want)
+        compare_load(tally, probe, road, path, files, context)
+        compare_requests(tally, probe, engine_requests(make, road), context)
     probe.close()
 
 
@@ -589,42 +629,70 @@ def compare_companion(tally, program, folder, seed, runs):
             loaded = road.load(files)
         except Hang:
             continue
-        if not road.elem_lc:
-            continue
-        command = make.random.choice(["coords", "stakeout", "inverse", "elevation", "corners", "mainpoints"])
-        arguments, header, presses = getattr(Runs(make, road, folder), command)()
-        made, refusals = collect(*presses)
-        if loaded == "gap":
-            refusals.insert(0, second.GAP)
-        line = [program, "--folder", str(path), command] + arguments + ["--format", "csv", "--quiet"]
-        done = subprocess.run(line, capture_output=True, text=True, encoding="utf-8")
-        context = " ".join(line[2:])
-        # A stake below 0 looks like a formula to a spreadsheet: the mark in front keeps it text.
-        table = [[cell.removeprefix("'") for cell in row] for row in csv.reader(io.StringIO(done.stdout))]
-        expected = [HEADERS[header]] + [[str(i)] + row for i, row in enumerate(made, 1)]
-        tally.same(command, context, (len(table), done.stderr), (len(expected), done.stderr))
-        for got, want in zip(table, expected):
-            tally.same(command, context, got, want)
-        said = done.stderr.splitlines()
-        tally.same("refusals", context, (done.returncode, said),
-                   (1 if refusals else 0, [s if s.endswith(r) else r for s, r in zip(said, refusals)] + refusals[len(said):]))
+        if road.elem_lc:
+            compare_run(tally, program, path, make, road, loaded)
+
+
+def compare_run(tally, program, path, make, road, loaded):
+    command = make.random.choice(["coords", "stakeout", "inverse", "elevation", "corners", "mainpoints"])
+    arguments, header, presses = getattr(Runs(make, road, path.parent), command)()
+    made, refusals = collect(*presses)
+    if loaded == "gap":
+        refusals.insert(0, second.GAP)
+    line = [program, "--folder", str(path), command] + arguments + ["--format", "csv", "--quiet"]
+    done = subprocess.run(line, capture_output=True, text=True, encoding="utf-8")
+    context = " ".join(line[2:])
+    # A stake below 0 looks like a formula to a spreadsheet: the mark in front keeps it text.
+    table = [[cell.removeprefix("'") for cell in row] for row in csv.reader(io.StringIO(done.stdout))]
+    expected = [HEADERS[header]] + [[str(i)] + row for i, row in enumerate(made, 1)]
+    tally.same(command, context, (len(table), done.stderr), (len(expected), done.stderr))
+    for got, want in zip(table, expected):
+        tally.same(command, context, got, want)
+    said = done.stderr.splitlines()
+    tally.same("refusals", context, (done.returncode, said),
+               (1 if refusals else 0, [s if s.endswith(r) else r for s, r in zip(said, refusals)] + refusals[len(said):]))
+
+
+def compare_samples(tally, probe_program, companion, samples, folder, seed, runs):
+    """Every sample road, with its chainage breaks and without."""
+    make = Projects(seed)
+    for sample in sorted(path for path in samples.iterdir() if path.is_dir()):
+        whole = {name: (sample / name).read_bytes() for name in FILES}
+        for what, files in ((sample.name, whole), (sample.name + " without breaks", whole | {second.BREAKS: b""})):
+            path, road, probe = folder / what, Road(), Probe(probe_program)
+            write_project(path, files)
+            compare_load(tally, probe, road, path, dict(files), what)
+            for _ in range(runs // 10):
+                compare_requests(tally, probe, engine_requests(make, road), what)
+            probe.close()
+            for _ in range(runs):
+                road = Road()  # each run of the companion begins without a station
+                compare_run(tally, companion, path, make, road, road.load(dict(files)))
 
 
 def main():
     options = argparse.ArgumentParser()
     options.add_argument("probe")
     options.add_argument("companion")
+    options.add_argument("samples", type=pathlib.Path)
     options.add_argument("--seed", type=int, default=20261121)
     options.add_argument("--projects", type=int, default=160)
     options.add_argument("--runs", type=int, default=120)
+    options.add_argument("--sample-runs", type=int, default=100)
+    options.add_argument("--only", choices=["damages", "samples", "roads"])
     options.add_argument("--keep", help="a folder for the projects, kept afterwards")
     chosen = options.parse_args()
     tally = Tally()
     with tempfile.TemporaryDirectory() as scratch:
         folder = pathlib.Path(chosen.keep or scratch)
         folder.mkdir(exist_ok=True)
-        compare_engine(tally, chosen.probe, folder, chosen.seed, chosen.projects)
-        compare_companion(tally, chosen.companion, folder, chosen.seed + 1, chosen.runs)
+        if chosen.only in (None, "damages"):
+            compare_damages(tally, chosen.probe, folder)
+        if chosen.only in (None, "samples"):
+            compare_samples(tally, chosen.probe, chosen.companion, chosen.samples, folder, chosen.seed + 2, chosen.sample_runs)
+        if chosen.only in (None, "roads"):
+            compare_engine(tally, chosen.probe, folder, chosen.seed, chosen.projects)
+            compare_companion(tally, chosen.companion, folder, chosen.seed + 1, chosen.runs)
     tally.report()
     sys.exit(bool(tally.differences))
 

@@ -5,6 +5,7 @@ load fills, the shared results that calls leave behind, and one method for each 
 """
 
 import contextlib
+import functools
 import math
 import re
 from decimal import Decimal
@@ -294,6 +295,29 @@ class Row:
 # One running program -------------------------------------------------------------------------------------------------
 
 POINTS = ("Zh", "Hy", "Yh", "Hz")
+
+
+@functools.lru_cache(maxsize=None)
+def end_of_element(length, k1, k2, az, x0, y0, total):
+    d = (k2 - k1) / total * length
+    a0 = dms_to_deg(az)
+    odd_x = odd_y = even_x = even_y = 0.0
+    fwj = a0 + (2 * k1 + d) * length * 90 / PI
+    for i in range(96, 0, -1):
+        u = 2 * i - 1
+        angle = (a0 + ((u * d / 192 + 2 * k1) * (length / 2) * u / 192) * 180 / PI) * PI / 180
+        odd_x += trig.cos(angle)
+        odd_y += trig.sin(angle)
+    for i in range(95, 0, -1):
+        angle = (a0 + ((i * d / 96 + 2 * k1) * (length / 2) * (i / 96)) * 180 / PI) * PI / 180
+        even_x += trig.cos(angle)
+        even_y += trig.sin(angle)
+    start, end = a0 * PI / 180, fwj * PI / 180
+    x = (4 * odd_x + trig.cos(start) + 2 * even_x + trig.cos(end)) * (length / 576) + x0
+    y = (4 * odd_y + trig.sin(start) + 2 * even_y + trig.sin(end)) * (length / 576) + y0
+    if not (math.isfinite(x) and math.isfinite(y)):
+        raise OverflowError
+    return x, y, fwj
 
 
 class Road:
@@ -613,24 +637,9 @@ class Road:
 
     # Elements
 
-    def element_end(self, length, k1, k2, az, x0, y0, total):
-        d = (k2 - k1) / total * length
-        a0 = dms_to_deg(az)
-        self.out_x = self.out_y = 0.0
-        even_x = even_y = 0.0
-        self.out_fwj = a0 + (2 * k1 + d) * length * 90 / PI
-        for i in range(96, 0, -1):
-            u = 2 * i - 1
-            angle = (a0 + ((u * d / 192 + 2 * k1) * (length / 2) * u / 192) * 180 / PI) * PI / 180
-            self.out_x += trig.cos(angle)
-            self.out_y += trig.sin(angle)
-        for i in range(95, 0, -1):
-            angle = (a0 + ((i * d / 96 + 2 * k1) * (length / 2) * (i / 96)) * 180 / PI) * PI / 180
-            even_x += trig.cos(angle)
-            even_y += trig.sin(angle)
-        start, end = a0 * PI / 180, self.out_fwj * PI / 180
-        self.out_x = (4 * self.out_x + trig.cos(start) + 2 * even_x + trig.cos(end)) * (length / 576) + x0
-        self.out_y = (4 * self.out_y + trig.sin(start) + 2 * even_y + trig.sin(end)) * (length / 576) + y0
+    def element_end(self, *arguments):
+        """A call that overflows leaves what the last one that did not has left."""
+        self.out_x, self.out_y, self.out_fwj = end_of_element(*arguments)
 
     @staticmethod
     def forward_element(length, r1, r2, az, x0, y0):
