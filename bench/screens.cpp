@@ -2,6 +2,8 @@
 
 #include "base/Numbers.h"
 #include "dialogs/ResultTable.h"
+#include "engine/FastRoute.h"
+#include "engine/FootRun.h"
 #include "engine/Route.h"
 #include "screens/Columns.h"
 #include "screens/Export.h"
@@ -20,6 +22,7 @@ void longRoad()
 {
     std::mt19937_64 random(100);
     setRoute(randomVertices(random, 100));
+    prepareRoute(shared.tables);
 }
 
 /// As many rows as the 16-bit row counter takes.
@@ -55,7 +58,8 @@ void inverse(benchmark::State& state)
     for (auto _ : state) {
         PlainRows grid(Headers(kInverseColumns));
         ResultTable rows(grid);
-        for (const auto& [x, y] : points) AddFsPoint(x, y, rows);
+        FootRun run;
+        for (const auto& [x, y] : points) AddFsPoint(run, x, y, rows);
         state.counters["rows"] = rows.state.rows;
     }
 }

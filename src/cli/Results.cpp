@@ -57,7 +57,11 @@ Results::Results(const Call& call, const ResultKind& kind) : m_call(call), m_kin
 
 void Results::refuse(const std::string& text)
 {
-    m_call.err << m_place << text << '\n';
+    if (m_line > 0) {
+        const std::string file = m_call.args.value("--file");
+        m_call.err << (file == "-" ? "" : file + " ") << "第" << m_line << "行：";
+    }
+    m_call.err << text << '\n';
     m_refused = true;
 }
 
@@ -83,44 +87,39 @@ bool Results::press(const std::function<Outcome()>& handler, std::string_view op
 
 namespace {
 
-/// Lines of a text that any editor may have written: CR LF, LF or CR, with or without a mark in front.
-std::vector<std::string> linesOf(std::string_view bytes)
+/// Takes the next line off a text that any editor may have written: its lines end with CR LF, LF or CR.
+std::string_view takeLine(std::string_view& bytes)
 {
-    constexpr std::string_view kMark = "\xEF\xBB\xBF";
-    if (bytes.starts_with(kMark)) bytes.remove_prefix(kMark.size());
-    std::vector<std::string> lines;
-    while (!bytes.empty()) {
-        const auto end = std::min(bytes.find_first_of("\r\n"), bytes.size());
-        lines.emplace_back(bytes.substr(0, end));
-        bytes.remove_prefix(end);
-        bytes.remove_prefix(bytes.starts_with("\r\n") ? 2 : bytes.empty() ? 0 : 1);
-    }
-    return lines;
+    const auto line = bytes.substr(0, bytes.find_first_of("\r\n"));
+    bytes.remove_prefix(line.size());
+    bytes.remove_prefix(bytes.starts_with("\r\n") ? 2 : bytes.empty() ? 0 : 1);
+    return line;
 }
 
 }  // namespace
 
 void Results::pressLines(const std::function<bool(const std::string& line)>& line)
 {
-    const std::string file = m_call.args.value("--file");
     std::string bytes;
     try {
         bytes = InputBytes(m_call);
     } catch (const RunTimeError& error) {
         return refuse(error.what());
     }
-    int number = 0;
-    for (const auto& text : linesOf(bytes)) {
-        ++number;
+    constexpr std::string_view kMark = "\xEF\xBB\xBF";
+    std::string_view rest = bytes;
+    if (rest.starts_with(kMark)) rest.remove_prefix(kMark.size());
+    while (!rest.empty()) {
+        ++m_line;
+        const std::string text(takeLine(rest));
         if (IsBlank(text)) continue;
-        m_place = (file == "-" ? "" : file + " ") + "第" + std::to_string(number) + "行：";
         if (full()) {
             refuse("一次最多" + std::to_string(INT16_MAX) + "行结果，后面的行没有计算");
             break;
         }
         if (!line(text)) break;
     }
-    m_place.clear();
+    m_line = 0;
 }
 
 int Results::finish()

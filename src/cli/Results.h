@@ -69,7 +69,7 @@ private:
     };
     WalkTable m_rows{m_grid};
     std::optional<StreamedRows> m_stream;  ///< instead of m_rows: --no-limit
-    std::string m_place;                   // of the line at hand, for messages
+    int m_line = 0;                        // of the file, the one at hand; 0 for none
     bool m_refused = false;
 };
 
