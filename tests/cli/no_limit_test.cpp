@@ -79,6 +79,26 @@ TEST_F(Companion, NoLimitGoesPastTheRowsOfAGrid)
     EXPECT_TRUE(all.out.starts_with(limited.out));
 }
 
+TEST_F(Companion, NoLimitTakesEveryLineOfAFile)
+{
+    const std::string few = coordinates(*this);  // of 40 points
+    std::string many;
+    for (int n = 0; n < 820; ++n) many += few;
+    const std::string stakes = points(820 * 40);
+    const std::pair<const char*, const std::string*> commands[] = {
+        {"stakeout", &stakes}, {"coords", &stakes}, {"elevation", &stakes}, {"inverse", &many}};
+    for (const auto& [command, input] : commands) {
+        const Args args{"示例一", command, "--file", "-", "--format", "csv"};
+        const Ran limited = calc(args, *input), all = calc(with(args, {"--no-limit"}), *input);
+        EXPECT_EQ(limited.code, 1) << command;
+        EXPECT_NE(limited.err.find("第32768行"), std::string::npos) << command;
+        EXPECT_EQ(lines(limited.out).size(), 32768u) << command;
+        EXPECT_EQ(all.code, 0) << command << all.err;
+        EXPECT_EQ(lines(all.out).size(), 820u * 40 + 1) << command;
+        EXPECT_TRUE(all.out.starts_with(limited.out)) << command;
+    }
+}
+
 TEST_F(Companion, NoLimitIsForTextThatStreams)
 {
     for (const Args& more : {Args{}, {"--format", "table"}, {"--format", "csv", "-o", workspace.root() + "/a.csv"}}) {
