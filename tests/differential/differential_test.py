@@ -420,20 +420,21 @@ def compare_requests(tally, probe, pairs, context):
 
 
 def compare_damages(tally, program, folder):
-    """Each damaged road in a fresh process, and after another project and a point of it."""
-    other = folder / "other"
+    """Each damaged road alone, and after another project and a point of it."""
+    other, probe = folder / "other", Probe(program)
     write_project(other, damages.OTHER)
     for n, (what, files) in enumerate(damages.damaged_roads()):
         path = folder / f"d{n}"
         write_project(path, files)
         for before in (False, True):
-            probe, road = Probe(program), Road()
+            road = Road()
+            tally.same("start", what, probe.ask(["start"]), ["ok"])
             if before:
                 road.load(dict(damages.OTHER))
                 tally.same("load", "another", probe.ask([f"load {other}"]), ["ok"])
                 compare_requests(tally, probe, [("StakeToXY 100 90 5", lambda: stake_results(road, 100.0, 90.0, 5.0))], what)
             compare_load(tally, probe, road, path, dict(files), what + (", after another" if before else ""))
-            probe.close()
+    probe.close()
 
 
 def stake_results(road, stake, skew, offset):

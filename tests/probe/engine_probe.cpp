@@ -1,6 +1,7 @@
 // Reads one request a line from standard input, answers one line each (`tables`: several, closed by a point). Doubles
 // are printed as %.17g, texts as UTF-8, yes and no as 1 and 0.
 //
+//     start                                ok: nothing is loaded, as after the start of a program
 //     load FOLDER                          ok, or gap; the rest of the line is the project's folder, anywhere
 //     tables                               a line a table: name, count, values; strings have %-escapes for blanks
 //     StakeToXY stake skew offset          gOutX gOutY gOutFwj gOutDist
@@ -165,6 +166,11 @@ using One = std::string (*)(double);
 using Two = std::string (*)(double, double);
 
 const std::map<std::string_view, Answer> answers{
+    {"start",
+     [](std::string_view) {
+         shared = {};
+         return std::string("ok");
+     }},
     {"load", load},
     {"tables", tables},
     {"ResolveStake", resolve},
