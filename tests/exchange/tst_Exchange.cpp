@@ -17,6 +17,7 @@
 
 #include <QMenu>
 #include <QPlainTextEdit>
+#include <QProcess>
 
 using namespace Qt::StringLiterals;
 
@@ -44,6 +45,16 @@ void fill(MSFlexGrid& grid)
 QAction& entry(const MSFlexGrid& grid, const char* name)
 {
     return *grid.contextMenu()->findChild<QAction*>(QString::fromUtf8(name));
+}
+
+/// What another program reads out of a PDF.
+QString pdfText(const std::string& path)
+{
+    QProcess reader;
+    reader.start(u"pdftotext"_s, {u"-layout"_s, QString::fromStdString(path), u"-"_s});
+    if (!reader.waitForFinished()) return {};
+    // A font that draws a radical and the character of its shape alike makes the reader pick either.
+    return QString::fromUtf8(reader.readAllStandardOutput()).normalized(QString::NormalizationForm_KC);
 }
 
 }  // namespace
@@ -167,6 +178,30 @@ private slots:
         click(form, "butScbjSave");
         QVERIFY(ReadBytes(inFolder("d.xlsx")).starts_with("PK"));
         QVERIFY(ReadBytes(inFolder("d.pdf")).starts_with("%PDF"));
+        const QString text = pdfText(inFolder("d.pdf"));
+        QVERIFY2(text.contains(u"测试 实测点与设计比较"_s), qPrintable(text));
+        for (int r = 0; r < grid.Rows(); ++r)
+            for (int c = 0; c < grid.Cols(); ++c)
+                QVERIFY2(text.contains(grid.TextMatrix(r, c)), qPrintable(grid.TextMatrix(r, c)));
+        QCOMPARE(text.count(u"超限"_s), 1);
+    }
+
+    void everyPageOfAPrintedComparisonHasItsHeader()
+    {
+        ProjectFolder folder;
+        ScriptedDialogs dialogs;
+        dialogs.save(inFolder("e.pdf"));
+        std::vector<MeasuredPoint> many;
+        for (int i = 1; i <= 90; ++i) many.push_back({"P" + std::to_string(i), 5, 5, {}});
+        const Tables tables;
+        frmScbj form(tables, many);
+        form.show();
+        click(form, "butScbjSave");
+        const QString text = pdfText(inFolder("e.pdf"));
+        const auto pages = text.split(u'\f', Qt::SkipEmptyParts);
+        QVERIFY(pages.size() > 1);
+        for (const auto& page : pages) QCOMPARE(page.count(u"点位偏差"_s), 1);
+        for (int i = 1; i <= 90; ++i) QVERIFY(text.contains(u"P%1 "_s.arg(i)));
     }
 };
 

@@ -94,14 +94,15 @@ void frmScbj::saveAs()
 void frmScbj::print(const std::string& path) const
 {
     QString html = u"<h3 align='center'>"_s + fromUtf8(gProject).toHtmlEscaped() +
-                   u" 实测点与设计比较</h3><table border='1' cellspacing='0' cellpadding='3' width='100%'>"_s;
+                   u" 实测点与设计比较</h3><table border='1' cellspacing='0' cellpadding='3' width='100%' "
+                   "style='border-collapse:collapse; border-style:solid; border-color:#808080'>"_s;
     for (int r = 0; r < m_rows.rows(); ++r) {
         const bool beyond = r > 0 && m_points[static_cast<std::size_t>(r - 1)].beyond;
-        html += beyond ? u"<tr bgcolor='#FFF3CD'>"_s : u"<tr>"_s;
+        html += r == 0 ? u"<thead><tr>"_s : beyond ? u"<tr bgcolor='#FFF3CD'>"_s : u"<tr>"_s;
         const QString tag = r == 0 ? u"th"_s : u"td"_s;
         for (int c = 0; c < m_rows.cols(); ++c)
             html += u"<%1 align='center'>%2</%1>"_s.arg(tag, fromUtf8(m_rows.text(r, c)).toHtmlEscaped());
-        html += u"</tr>"_s;
+        html += r == 0 ? u"</tr></thead><tbody>"_s : u"</tr>"_s;
     }
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
@@ -111,7 +112,7 @@ void frmScbj::print(const std::string& path) const
     writer.setResolution(96);
     QTextDocument document;
     document.setDefaultFont(QFont(font().family(), 8));
-    document.setHtml(html + u"</table>"_s);
+    document.setHtml(html + u"</tbody></table>"_s);
     document.print(&writer);
     const auto bytes = buffer.data();
     WriteResult(path, std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
