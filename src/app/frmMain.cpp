@@ -41,7 +41,8 @@ frmMain::frmMain()
       Label2(control<QLabel>("Label2", QStringLiteral("手机版参数"))), lstSj(control<ListBox>("lstSj")),
       butZh(button("butZh", QStringLiteral("转 换"), &frmMain::butZh_Click)),
       butDel(button("butDel", QStringLiteral("移 除"), &frmMain::butDel_Click)),
-      cmdExit(control<XPButton>("cmdExit", QStringLiteral("退出程序"))), m_road(control<RoadLine>("lblRoad"))
+      cmdExit(control<XPButton>("cmdExit", QStringLiteral("退出程序"))), m_road(control<RoadLine>("lblRoad")),
+      m_views(control<QLabel>("lblViews"))
 {
     setModal(false);
     setWindowFlags(Qt::Window);
@@ -52,6 +53,18 @@ frmMain::frmMain()
     on(lstProjects, &QWidget::customContextMenuRequested, [this](const QPoint& at) { showListMenu(at); });
     onIdle(lstProjects, &ListBox::DblClick, &frmMain::cmdOpenProjects_Click);
     on(cmdExit, &XPButton::Click, [this] { leave(); });
+    m_views->setText(QStringLiteral("<a href=\"plan\">平面图</a>&nbsp; <a href=\"profile\">纵断面图</a>&nbsp; "
+                                    "<a href=\"section\">横断面图</a>"));
+    m_views->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    m_views->setToolTip(QStringLiteral("看打开的线路（F6、F7、F8）"));
+    on(m_views, &QLabel::linkActivated, [this](const QString& which) {
+        if (m_hanging) return;
+        if (which == u"plan") openPlan(this);
+        if (which == u"profile") openProfile(this);
+        if (which == u"section") openSection(this);
+        refreshRoad();
+    });
+    refreshRoad();
     WhenLoadHangs([this] { leaveOnlyTheWaysOut(); });
     new ViewKeys(this);
 }
@@ -64,7 +77,7 @@ void frmMain::onIdle(Sender* sender, Signal signal, Handler handler)
     on(sender, signal, [this, handler] {
         if (m_hanging) return;
         (this->*handler)();
-        m_road->refresh();
+        refreshRoad();
     });
 }
 
@@ -93,7 +106,7 @@ void frmMain::makeCommands()
             on(action, &QAction::triggered, [this, open = command.open] {
                 if (m_hanging) return;
                 open(this);
-                m_road->refresh();
+                refreshRoad();
             });
         }
         action->setObjectName(QString::fromUtf8(command.name));
@@ -127,10 +140,19 @@ void frmMain::layOut()
     all->addLayout(lists, 1);
     auto* line = new QHBoxLayout;
     line->setContentsMargins(theme::kMargin, 0, theme::kMargin, theme::kGrid);
+    line->setSpacing(theme::kGrid);
     line->addWidget(m_road, 1);
+    line->addWidget(m_views);
     all->addLayout(line);
     fitToContent(*this, {680, 464});
     lstProjects->setFocus();
+}
+
+/// The road that is open, and the ways to see it once there is one.
+void frmMain::refreshRoad()
+{
+    m_road->refresh();
+    m_views->setVisible(canBeSeen());
 }
 
 /// The menu of the project under the mouse, or of the selected one where the menu key was pressed; else of the list.
@@ -151,7 +173,7 @@ void frmMain::showListMenu(const QPoint& at)
         entry->setObjectName(QString::fromUtf8(command.name));
         on(entry, &QAction::triggered, [this, run = command.run, project] {
             run(this, *lstProjects, project);
-            m_road->refresh();
+            refreshRoad();
         });
     }
     menu->popup(lstProjects->viewport()->mapToGlobal(at));
@@ -193,7 +215,7 @@ void frmMain::cmdOpenProjects_Click()
     if (refuseNoSelection(*lstProjects)) return;
     gProject = Trim(toUtf8(lstProjects->Text()));
     LoadProject();
-    m_road->refresh();
+    refreshRoad();
     // Said whatever the load met, a stake in a chainage gap included.
     showBox(QStringLiteral("打开项目成功！"), QString(), Icon::Information);
     for (auto* action : m_needProject) action->setEnabled(true);

@@ -52,6 +52,7 @@ private:
     static void tellFileErrors(const std::function<void()>& body);
     void leaveOnlyTheWaysOut();
     void leave();
+    void refreshRoad();
 
     // In the order of the tab key.
     QMenuBar* m_menuBar;
@@ -63,6 +64,7 @@ private:
     ListBox* lstSj;
     XPButton *butZh, *butDel, *cmdExit;
     RoadLine* m_road;
+    QLabel* m_views;
     QList<QAction*> m_needProject;  ///< enabled by the first project that is opened, never disabled again
     bool m_hanging = false;         ///< a load never comes back
     std::unique_ptr<WaysOut> m_waysOut;

@@ -94,7 +94,7 @@ int run(const Call& call)
         }
         order.other = other->road.get();
     }
-    order.stale = plot::staleOf(ownFolder(), shared.tables);
+    order.stale = plot::doubtsOf(shared.tables).groups;
     if (const auto refusal = plot::refusalOf(road, order); !refusal.empty()) {
         call.err << refusal << '\n';
         return kRefused;

@@ -43,7 +43,7 @@ Picture planModel(const Road& road, const Order& order)
     };
     at(northArrow(0), {box.high.x, box.high.y + 16 * view.mm});
     at(scaleBar(view.mm), {box.high.x - 80 * view.mm, box.high.y + 12 * view.mm});
-    at(planLegend(view), {box.low.x, box.high.y});
+    at(planLegend(road, view), {box.low.x, box.high.y});
     if (order.scale) {
         const auto sheets = planSheets(road, view, order.paper, *order.scale, order.from, order.to, {});
         for (std::size_t i = 0; i < sheets.size() && sheets.size() > 1; ++i) {

@@ -75,6 +75,11 @@ private:
         g.point(10, low.x, low.y, 0);
         variable("$EXTMAX");
         g.point(10, high.x, high.y, 0);
+        // Paper in the drawing's unit: a reader that knows no layouts prints on A3 then, and not on 420 metres.
+        variable("$PLIMMIN");
+        g.point(10, 0, 0);
+        variable("$PLIMMAX");
+        g.point(10, 0.42, 0.297);
         variable("$LTSCALE");
         g.real(40, 1);
         variable("$INSUNITS");

@@ -90,6 +90,12 @@ bool Labels::takeArea(std::vector<Point> corners)
     return true;
 }
 
+bool Labels::isFree(std::vector<Point> corners) const
+{
+    const Box box = boxOf(corners);
+    return isFree(Taken{box, std::move(corners)});
+}
+
 void Labels::block(std::vector<Point> corners)
 {
     const Box box = boxOf(corners);

@@ -20,8 +20,9 @@ public:
 
     /// Takes the place where nothing stands yet. @param gap  that others keep, in the drawing's units
     bool take(const Text& text, double gap);
-    bool takeArea(std::vector<Point> corners);  ///< the same for a convex area, corners anticlockwise
-    void block(std::vector<Point> corners);     ///< a convex area where no text may stand
+    bool takeArea(std::vector<Point> corners);      ///< the same for a convex area, corners anticlockwise
+    void block(std::vector<Point> corners);         ///< a convex area where no text may stand
+    bool isFree(std::vector<Point> corners) const;  ///< a convex area where nothing stands yet
     /// Puts the first of the texts that has room into the picture. False: none had.
     bool put(Picture& into, Layer layer, std::span<const Text> choices, double gap);
     bool put(Picture& into, Layer layer, const Text& text, double gap) { return put(into, layer, {&text, 1}, gap); }

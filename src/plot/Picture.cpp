@@ -66,7 +66,7 @@ constexpr std::array kLooks{
     LayerLook{Layer::Frame, "图框", {0, 0, 0}, 0.35},
     LayerLook{Layer::Match, "接图线", {178, 24, 43}, 0.25, true},
     LayerLook{Layer::Legend, "图例", {40, 40, 40}, 0.18},
-    LayerLook{Layer::Amber, "沿用数据", {190, 120, 0}, 0.5},
+    LayerLook{Layer::Amber, "存疑数据", {190, 120, 0}, 0.5},
     LayerLook{Layer::Picked, "选中", {230, 40, 140}, 0.9},
 };
 

@@ -272,10 +272,12 @@ void PlanDrawing::atMultiples(double step, Visit visit)
 void PlanDrawing::ticks()
 {
     const double step = labelStep();
-    atMultiples(step / 10, [&](const Element& e, double stake, double n) {
+    // Of a road whose elements are points on this scale the intervals between the stakes alone can be told apart.
+    atMultiples(averageElement() < mm(1) ? step : step / 10, [&](const Element& e, double stake, double n) {
         const Pose pose = m_road.poseOn(e, stake);
         if (!seen(pose.at)) return;
-        const bool major = std::fmod(std::abs(n), 10) == 0, middle = std::fmod(std::abs(n), 5) == 0;
+        const bool all = averageElement() < mm(1);
+        const bool major = all || std::fmod(std::abs(n), 10) == 0, middle = std::fmod(std::abs(n), 5) == 0;
         const double half = mm(major ? 1.5 : middle ? 1.0 : 0.6);
         const Point right = rightOf(pose.azDeg);
         m_out.line(Layer::Ticks, pose.at - half * right, major ? pose.at : pose.at + half * right);
@@ -283,10 +285,22 @@ void PlanDrawing::ticks()
     });
 }
 
+double PlanDrawing::averageElement() const
+{
+    return m_road.elements().empty() ? 0
+                                     : (m_road.end() - m_road.start()) / static_cast<double>(m_road.elements().size());
+}
+
+bool PlanDrawing::legsCanBeSeen() const
+{
+    const auto& all = m_road.polygon();
+    return all.size() > 1 && (m_road.end() - m_road.start()) / static_cast<double>(all.size() - 1) >= mm(3);
+}
+
 void PlanDrawing::polygon()
 {
     const auto& all = m_road.polygon();
-    if (all.size() < 3 || (m_bounded && m_all)) return;
+    if (all.size() < 3 || (m_bounded && m_all) || !legsCanBeSeen()) return;
     for (std::size_t i = 1; i < all.size(); ++i) {
         Box box;
         box.add(all[i - 1].at);

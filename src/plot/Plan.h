@@ -18,9 +18,10 @@ struct Marked {
     bool picked = false;
 };
 
-/// Groups of tables that do not stem from the project at hand: they are shown in amber.
+/// Groups of tables that may not be what the project's files say: they are shown in amber.
 struct Stale {
     bool horizontal = false, breaks = false, traverse = false, vertical = false, crossfall = false, widths = false;
+    bool operator==(const Stale&) const = default;
 };
 
 struct PlanView {

@@ -87,6 +87,9 @@ private:
     static std::string stakeDigits(double stake);
 
     // Vertices, traverse points, computed points.
+    double averageElement() const;  ///< m
+    /// A leg of the polygon is long enough for the line not to be hidden by all of them.
+    bool legsCanBeSeen() const;
     void polygon();
     void vertexNames();
     /// A text at one of eight places around a point.

@@ -54,11 +54,14 @@ void PlanDrawing::mainPointMarks()
 void PlanDrawing::mainPointTexts()
 {
     for (const auto& p : m_road.mainPoints()) {
-        if (!seen(p.pose.at) || !covers(p.stake) || p.room < mm(4)) continue;
+        const bool isEnd = &p == &m_road.mainPoints().front() || &p == &m_road.mainPoints().back();
+        if (!seen(p.pose.at) || !covers(p.stake) || (p.room < mm(4) && !isEnd)) continue;
         const auto gap = [&](int side) { return std::max(mm(3.5), reach(p.stake, side) + mm(1.2)); };
         const Text choices[] = {beside(p.pose, 1, gap(1), mm(2), p.label, m_view.turn),
                                 beside(p.pose, -1, gap(-1), mm(2), p.label, m_view.turn)};
-        m_labels.put(m_texts, Layer::MainPoints, choices, mm(0.8));
+        if (m_labels.put(m_texts, Layer::MainPoints, choices, mm(0.8))) continue;
+        // The ends of the road are named wherever there is room.
+        if (isEnd) around(p.pose.at, p.label, 2, Layer::MainPoints);
     }
     for (const auto& text : m_otherTexts) m_labels.put(m_texts, Layer::OtherRoad, text, mm(0.8));
 }
@@ -92,6 +95,7 @@ std::string PlanDrawing::stakeDigits(double stake)
 
 void PlanDrawing::vertexNames()
 {
+    if (!legsCanBeSeen()) return;
     const auto& all = m_road.polygon();
     for (std::size_t i = 1; i + 1 < all.size(); ++i) {
         const Vertex& v = all[i];

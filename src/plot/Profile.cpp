@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
 
 namespace plot {
 
@@ -176,16 +177,31 @@ private:
     /// No text over the line.
     void blockLine(Point a, Point b)
     {
-        const Point d = b - a;
-        const double l = length(d);
-        if (l == 0) return;
-        const Point up = 0.5 / l * Point{-d.y, d.x};
-        m_labels.block({a - up, b - up, b + up, a + up});
+        if (!(a == b)) m_labels.block(strip(a, b));
+    }
+    /// A millimetre wide along a line.
+    static std::vector<Point> strip(Point a, Point b)
+    {
+        const Point d = b - a, up = 0.5 / length(d) * Point{-d.y, d.x};
+        return {a - up, b - up, b + up, a + up};
     }
 
+    /// The changes that have room for their marks: of a long road on one screen a few would be an accident.
+    std::vector<GradeChange> shownChanges() const
+    {
+        const auto all = gradeChanges(m_t);
+        std::vector<GradeChange> shown;
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            double room = 1e9;
+            if (i > 0) room = std::min(room, all[i].stake - all[i - 1].stake);
+            if (i + 1 < all.size()) room = std::min(room, all[i + 1].stake - all[i].stake);
+            if (room >= 2 * m_view.mm) shown.push_back(all[i]);
+        }
+        return shown;
+    }
     void cornerTexts()
     {
-        for (const auto& c : gradeChanges(m_t)) {
+        for (const auto& c : shownChanges()) {
             for (const double s : {c.start(), c.end()})
                 if (seen(s) && c.tangent > 0)
                     if (const auto e = surfaceAt(m_t, s, 0)) {
@@ -199,7 +215,7 @@ private:
                                                    (c.crest ? "凸 R=" : "凹 R=") + shortest(c.radius, 3) +
                                                        "  E=" + fixed(c.rise, 3),
                                                    "T=" + fixed(c.tangent, 3)};
-            leader(corner, lines, c.crest);
+            leader(corner, lines, c.crest, Layer::BandTexts);
         }
     }
     void curveEndTexts()
@@ -217,47 +233,52 @@ private:
             }
         }
     }
-    /// Lines of text over a crest or under a sag, at the first distance that is free, with a line to the corner.
-    void leader(Point at, const std::array<std::string, 3>& lines, bool up)
+    /// Lines of text over a crest or under a sag, at the first distance that is free, with a line to the corner. It may
+    /// cross the line of grades; what is written already only where there is no other place.
+    void leader(Point at, std::span<const std::string> lines, bool up, Layer layer)
     {
-        const double height = 2, row = 3.2;
+        for (const bool clear : {true, false})
+            for (const double side : {up ? 1.0 : -1.0, up ? -1.0 : 1.0})
+                for (const double away : {5.0, 9.0, 14.0, 20.0, 27.0, 35.0})
+                    for (const double shift : {0.0, 0.5, -0.5})
+                        if (leaderTo(at, {shift, side * away}, lines, layer, clear)) return;
+    }
+    /// @param way  how far the words stand aside, as a share of their width, and away, mm
+    bool leaderTo(Point at, Point way, std::span<const std::string> lines, Layer layer, bool clear)
+    {
+        const double height = 2, row = 3.2, high = row * static_cast<double>(lines.size());
         double width = 0;
         for (const auto& line : lines) width = std::max(width, textWidth(line) * height);
-        const double high = row * static_cast<double>(lines.size());
-        for (const double side : {up ? 1.0 : -1.0, up ? -1.0 : 1.0})
-            for (const double away : {5.0, 9.0, 14.0, 20.0, 27.0, 35.0})
-                for (const double shift : {0.0, width / 2 + 1, -width / 2 - 1}) {
-                    const double top = side > 0 ? at.y + away + high : at.y - away;
-                    const double left = std::clamp(at.x + shift - width / 2, 0.5, std::max(0.5, m_width - width - 0.5));
-                    if (!m_labels.takeArea({{left - 0.5, top - high},
-                                            {left + width + 0.5, top - high},
-                                            {left + width + 0.5, top},
-                                            {left - 0.5, top}}))
-                        continue;
-                    const Point end{left + width / 2, side > 0 ? top - high : top};
-                    m_texts.line(Layer::Bands, at, end);
-                    blockLine(at, end);
-                    for (std::size_t k = 0; k < lines.size(); ++k)
-                        m_texts.text(Layer::BandTexts,
-                                     {{left, top - row * (static_cast<double>(k) + 0.5)}, height, lines[k]});
-                    return;
-                }
+        const double top = way.y > 0 ? at.y + way.y + high : at.y + way.y;
+        const double aside = way.x * (width + 2) - width / 2;
+        const double left = std::clamp(at.x + aside, 0.5, std::max(0.5, m_width - width - 0.5));
+        const Point end{std::clamp(at.x, left, left + width), way.y > 0 ? top - high : top};
+        const std::vector<Point> area{
+            {left - 0.5, top - high}, {left + width + 0.5, top - high}, {left + width + 0.5, top}, {left - 0.5, top}};
+        if ((clear && !m_written.isFree(strip(at, end))) || !m_labels.takeArea(area)) return false;
+        m_texts.line(Layer::Bands, at, end);
+        blockLine(at, end);
+        m_written.block(area);
+        m_written.block(strip(at, end));
+        for (std::size_t k = 0; k < lines.size(); ++k)
+            m_texts.text(layer, {{left, top - row * (static_cast<double>(k) + 0.5)}, height, lines[k]});
+        return true;
     }
     void extremeTexts()
     {
+        const auto shown = shownChanges();
         for (const auto& x : extremes(m_t)) {
-            if (!seen(x.stake)) continue;
+            if (!seen(x.stake) || std::none_of(shown.begin(), shown.end(), [&](const GradeChange& c) {
+                    return c.start() <= x.stake && x.stake <= c.end();
+                }))
+                continue;
             const Point p = place(x.stake, x.elevation);
             const double s = x.high ? 1 : -1;
             m_out.polyline(Layer::Breaks, {p, {p.x - 1, p.y + s * 1.8}, {p.x + 1, p.y + s * 1.8}}, true);
             const std::string words =
                 (x.high ? "最高点 " : "最低点 ") + m_road.stakeText(x.stake) + "  " + fixed(x.elevation, 3);
-            std::vector<Text> choices;
-            for (const double away : {-4.0, 4.5, -8.0, 8.5, -12.0, 12.5, -17.0, 17.0, -22.0, 22.0, -28.0, 28.0, -35.0})
-                for (const auto& [shift, align] :
-                     {std::pair{0.0, Align::Centre}, {-1.0, Align::Left}, {1.0, Align::Right}})
-                    choices.push_back({{p.x + shift, p.y + s * away}, 1.9, words, 0, align});
-            m_labels.put(m_texts, Layer::Breaks, choices, 0.6);
+            // On the other side of the line than the words of the corner.
+            leader(p, {&words, 1}, !x.high, Layer::Breaks);
         }
     }
 
@@ -265,7 +286,7 @@ private:
     const Tables& m_t;
     const ProfileView& m_view;
     double m_width;
-    Labels m_labels;
+    Labels m_labels, m_written;  ///< all that keeps texts off; leaders and their words alone
     Picture m_out, m_texts;
 };
 

@@ -12,6 +12,9 @@ namespace plot {
 
 namespace {
 
+/// What a number beyond the largest value takes of a band, with its distance to the line and to the edge, mm.
+constexpr double kNumberRoom = 3.3;
+
 class BandsDrawing {
 public:
     BandsDrawing(const Road& road, const ProfileView& view)
@@ -74,7 +77,7 @@ private:
         const double bottom = top - height;
         for (std::size_t i = 1; i < lc.size(); ++i) {
             const double a = std::clamp(x(lc[i - 1]), 0.0, m_width), b = std::clamp(x(lc[i]), 0.0, m_width);
-            if (!(b > a)) continue;
+            if (!(b > a) || (b - a < 1 && lc.size() > 10)) continue;  // a hatching would say nothing
             const double run = lc[i] - lc[i - 1], rise = m_t.sqxGc[i] - m_t.sqxGc[i - 1];
             const double grade = run == 0 ? 0 : rise / run;
             const double slant = grade == 0 ? 0 : grade > 0 ? height / 2 : -height / 2;
@@ -107,7 +110,10 @@ private:
     {
         forMultiples(m_road, m_view, interval(), [&](double stake) {
             m_out.line(Layer::Bands, {x(stake), top}, {x(stake), top - 1});
-            put({x(stake), top - height / 2 - 0.3}, 1.9, m_road.shortStakeText(stake), 90);
+            const std::string text = m_road.shortStakeText(stake);
+            // From K100 on a stake is longer than the band is high at the usual size.
+            const double size = std::min(1.9, (height - 1.8) / textWidth(text));
+            put({x(stake), top - height / 2 - 0.3}, size, text, 90);
         });
         for (const auto& b : m_road.breaks())
             if (seen(b.stake)) m_out.line(Layer::Breaks, {x(b.stake), top}, {x(b.stake), top - height});
@@ -153,7 +159,7 @@ private:
         double most = 0.02;
         for (const auto* column : {&m_t.cgA, &m_t.cgB})
             for (const double v : *column) most = std::max(most, std::abs(v));
-        const double scale = (height / 2 - 3) / most;
+        const double scale = (height / 2 - kNumberRoom) / most;
         graph(Layer::Ground, {{0, middle}, {m_width, middle}});
         for (const int side : {-1, 1}) {
             std::vector<Point> points;
@@ -175,7 +181,7 @@ private:
         double most = 1;
         for (const auto* column : {&m_t.cgkdA, &m_t.cgkdB})
             for (const double v : *column) most = std::max(most, v);
-        const double scale = (height / 2 - 3) / most;
+        const double scale = (height / 2 - kNumberRoom) / most;
         graph(Layer::Ground, {{0, middle}, {m_width, middle}});
         const auto width = [&](double s, int side) {
             const RoadSection section = sectionAt(m_t, s);

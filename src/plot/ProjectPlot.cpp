@@ -8,6 +8,7 @@
 #include "base/RunTimeError.h"
 #include "engine/Chainage.h"
 #include "project/LoadTables.h"
+#include "project/OpenRoad.h"
 #include "project/Workspace.h"
 
 #include <algorithm>
@@ -72,17 +73,24 @@ std::vector<std::string> listedProjects()
     return names;
 }
 
-Stale staleOf(const std::string& folder, const Tables& t)
+Doubts doubtsOf(const Tables& t)
 {
-    const auto none = [&](std::string_view file) {
-        return LastCommaLine(SplitLines(bytesOf(folder + "/" + std::string(file)))) < 0;
+    Doubts doubts;
+    if (&t != &shared.tables) return doubts;
+    std::vector<std::string> said;
+    const auto look = [&](std::string_view file) {
+        const std::string why = doubtAbout(file);
+        if (!why.empty() && std::find(said.begin(), said.end(), why) == said.end()) said.push_back(why);
+        return !why.empty();
     };
-    return {.horizontal = t.elemCount > 0 && none(files::horizontal),
-            .breaks = t.hasDl && none(files::breaks),
-            .traverse = !t.dxdX.empty() && none(files::traverse),
-            .vertical = !t.sqxLc.empty() && none(files::vertical),
-            .crossfall = !t.cgLc.empty() && none(files::superelevation),
-            .widths = !t.cgkdG.empty() && none(files::widths)};
+    doubts.groups = {.horizontal = look(files::horizontal),
+                     .breaks = look(files::breaks),
+                     .traverse = look(files::traverse),
+                     .vertical = look(files::vertical),
+                     .crossfall = look(files::superelevation),
+                     .widths = look(files::widths)};
+    for (const auto& why : said) doubts.text += (doubts.text.empty() ? "" : "；") + why;
+    return doubts;
 }
 
 }  // namespace plot

@@ -25,7 +25,12 @@ std::unique_ptr<OwnRoad> roadOf(const std::string& folder);
 /// The projects of the catalogue, in its order; none where it cannot be read. UTF-8
 std::vector<std::string> listedProjects();
 
-/// Which groups the folder's files have no rows for although the tables hold some.
-Stale staleOf(const std::string& folder, const Tables& t);
+/// Which groups of the open project's tables are not, or no longer, what its files say: another project's, an earlier
+/// load's, changed on disk since. Tables that are not the shared ones have just been read: nothing is stale in them.
+struct Doubts {
+    Stale groups;
+    std::string text;  ///< why, Chinese, UTF-8; "" where nothing is doubtful
+};
+Doubts doubtsOf(const Tables& t);
 
 }  // namespace plot

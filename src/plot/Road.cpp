@@ -5,6 +5,7 @@
 #include "engine/Chainage.h"
 #include "engine/Element.h"
 #include "engine/Elevation.h"
+#include "engine/FastRoute.h"
 #include "engine/XYToStake.h"
 #include "plot/Angles.h"
 
@@ -92,6 +93,9 @@ Pose Road::poseOn(const Element& e, double stake) const
         return {e.start.at + e.r1 * (rightOf(e.start.azDeg) - rightOf(az)), az};
     }
     const Tables& t = *m_tables;
+    // The closed form lies within a nanometre of the plain sum where a bound is known; no drawing shows more.
+    if (const FastRoute* route = fastRoute(t))
+        if (const auto p = boundedPoint(*route, e.row + 1, stake, 0, 0)) return {local(p->x, p->y), p->fwjDeg};
     const auto p = elementEnd(along, curvatureOf(e.r1), curvatureOf(e.r2), t.elemFwj[e.row], t.elemX[e.row],
                               t.elemY[e.row], t.elemLc[e.row + 1] - t.elemLc[e.row]);
     return {local(p.x, p.y), p.fwjDeg};

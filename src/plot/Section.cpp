@@ -48,10 +48,6 @@ Section sectionOf(const Road& road, double stake, double thickness, const SlopeF
     const auto add = [&](std::string name, double offset) {
         SectionPoint p{.name = std::move(name), .offset = offset, .surface = surfaceAt(t, stake, offset)};
         if (p.surface) p.bottom = *p.surface - thickness;
-        if (!section.points.empty() && p.surface && section.points.back().surface) {
-            const auto& before = section.points.back();
-            if (offset > before.offset) p.slope = (*p.surface - *before.surface) / (offset - before.offset);
-        }
         section.points.push_back(std::move(p));
     };
     const double h = layout.halfMedian;
@@ -66,6 +62,15 @@ Section sectionOf(const Road& road, double stake, double thickness, const SlopeF
         if (h > 0) add("右分隔带边缘", h);
         if (r.shoulder > 0) add("右路肩内缘", r.width - r.shoulder);
         add("右路基边缘", r.width);
+    }
+    const auto crossfall = [](SectionPoint& outer, const SectionPoint& inner) {
+        const double run = std::abs(outer.offset - inner.offset);
+        if (outer.surface && inner.surface && run > 0) outer.slope = (*outer.surface - *inner.surface) / run;
+    };
+    for (std::size_t i = 0; i < section.points.size(); ++i) {
+        SectionPoint& p = section.points[i];
+        if (p.offset < 0) crossfall(p, section.points[i + 1]);
+        if (p.offset > 0) crossfall(p, section.points[i - 1]);
     }
     const auto edge = [&](bool right) { return right ? section.points.back() : section.points.front(); };
     for (const bool right : {false, true}) {
@@ -192,14 +197,12 @@ private:
                 break;
             }
             if (!p.slope) continue;
-            const auto& before = m_section.points[i - 1];
-            const double middle = (p.offset + before.offset) / 2;
-            // Downwards from the centre is negative, on either side.
-            const double slope = middle < 0 ? -*p.slope : *p.slope;
-            const double y = std::min(at.y, place(0, *before.surface).y) - mm(4) - m_section.thickness;
+            const auto& inner = m_section.points[p.offset < 0 ? i + 1 : i - 1];
+            const double middle = (p.offset + inner.offset) / 2;
+            const double y = std::min(at.y, place(0, *inner.surface).y) - mm(4) - m_section.thickness;
             for (const double down : {0.0, 3.5, 7.0})
                 if (m_labels.put(m_out, Layer::Levels,
-                                 Text{{middle, y - mm(down)}, mm(2), percentOf(slope), 0, Align::Centre}, mm(0.8)))
+                                 Text{{middle, y - mm(down)}, mm(2), percentOf(*p.slope), 0, Align::Centre}, mm(0.8)))
                     break;
         }
     }

@@ -16,7 +16,8 @@ struct SectionPoint {
     double offset = 0;                   ///< negative left, m
     std::optional<double> surface = {};  ///< elevation, m
     std::optional<double> bottom = {};   ///< less the pavement
-    std::optional<double> slope = {};    ///< from the point before, fraction, positive where the right end is higher
+    /// Of the stretch between here and the next point towards the centre, fraction, positive upwards from the centre.
+    std::optional<double> slope = {};
 };
 /// A slope with its berms, from the road outwards.
 struct SlopeSketch {

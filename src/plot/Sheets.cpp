@@ -181,7 +181,7 @@ std::vector<Sheet> planSheets(const Road& road, PlanView view, Paper paper, doub
                                .number = i + 1,
                                .count = sheets.size()};
         Picture strip = titleBlock(paper, title);
-        strip.add(placed(planLegend(view), {kBinding + 60, kEdge}));
+        strip.add(placed(planLegend(road, view), {kBinding + 60, kEdge}));
         strip.add(placed(scaleBar(view.mm), {kBinding + 62, kEdge + 3}));
         strip.add(placed(keyPlan(road, sheets, i), {kBinding, kEdge}));
         sheets[i].parts.push_back({{}, std::move(strip)});

@@ -54,6 +54,6 @@ Sheet sectionSheet(const Road& road, const Section& section, Paper paper, double
 /// @param turn  of the plan on the paper, degrees anticlockwise
 Picture northArrow(double turn);
 Picture scaleBar(double mm);
-Picture planLegend(const PlanView& view);
+Picture planLegend(const Road& road, const PlanView& view);
 
 }  // namespace plot

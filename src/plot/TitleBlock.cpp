@@ -27,14 +27,18 @@ void fitted(Picture& into, Point at, double height, const std::string& text, dou
 struct LegendLine {
     Layer layer;
     std::string text;
+    std::optional<Colour> area = {};  ///< stands for an area, not for a line
 };
 Picture legend(const std::vector<LegendLine>& lines)
 {
     Picture out;
     double y = kStrip - 5.5;
     double x = 3;
-    for (const auto& [layer, text] : lines) {
-        out.line(layer, {x, y}, {x + 8, y});
+    for (const auto& [layer, text, area] : lines) {
+        if (area)
+            out.put(layer, Fill{{{x, y - 1.2}, {x + 8, y - 1.2}, {x + 8, y + 1.2}, {x, y + 1.2}}, *area});
+        else
+            out.line(layer, {x, y}, {x + 8, y});
         out.text(Layer::Legend, {{x + 10, y}, 2, text});
         y -= 4.2;
         if (y < 11) y = kStrip - 5.5, x += 27;
@@ -102,18 +106,26 @@ Picture scaleBar(double mm)
     }
     out.polyline(Layer::Legend, {{0, 0}, {width, 0}, {width, 1.2}, {0, 1.2}}, true);
     out.text(Layer::Legend, {{0, 3}, 2, "0", 0, Align::Centre});
-    out.text(Layer::Legend, {{width, 3}, 2, shortest(metres, 2) + " m", 0, Align::Centre});
+    out.text(Layer::Legend, {{width, 3},
+                             2,
+                             metres < 1000 ? shortest(metres, 2) + " m" : shortest(metres / 1000, 2) + " km",
+                             0,
+                             Align::Centre});
     return out;
 }
 
-Picture planLegend(const PlanView& view)
+Picture planLegend(const Road& road, const PlanView& view)
 {
     std::vector<LegendLine> lines{{Layer::Straight, "直线"},  {Layer::Spiral, "缓和曲线"},  {Layer::Arc, "圆曲线"},
                                   {Layer::Edges, "路基边线"}, {Layer::Polygon, "交点导线"}, {Layer::Breaks, "断链"}};
+    if (const Tables& t = road.tables(); t.cgkdG.size() > 1 && !t.cgLc.empty()) {
+        lines.push_back({Layer::Crossfall, "向外升高", crossfallColour(0.06)});
+        lines.push_back({Layer::Crossfall, "向外降低", crossfallColour(-0.06)});
+    }
     if (view.other) lines.push_back({Layer::OtherRoad, "叠加线路"});
     const Stale& s = view.stale;
     if (s.horizontal || s.breaks || s.traverse || s.widths || s.crossfall || s.vertical)
-        lines.push_back({Layer::Amber, "沿用数据"});
+        lines.push_back({Layer::Amber, "存疑数据"});
     return legend(lines);
 }
 

@@ -170,3 +170,14 @@ RoadDoubts lookAtRoad()
     look(doubts.traverse, files::traverse);
     return doubts;
 }
+
+std::string doubtAbout(std::string_view file)
+{
+    if (openRoad.loads == 0) return "";
+    if (Trim(gProject) != openRoad.project) return openRoad.sources.contains(file) ? roadText().text : "";
+    std::string doubt = leftByLoad(file);
+    join(doubt, changedSince(file));
+    if (file == files::horizontal) join(doubt, settingChanged(kModelLine));
+    if (file == files::superelevation) join(doubt, settingChanged(kFormLine));
+    return doubt;
+}

@@ -50,3 +50,6 @@ struct RoadDoubts {
 };
 /// What the last load left open, and files that changed since. Reads the files; changes and creates none.
 RoadDoubts lookAtRoad();
+/// The same of one file: why the tables may not hold what it says, "" where they do.
+/// @param file  of files::, one that a load compiles
+std::string doubtAbout(std::string_view file);

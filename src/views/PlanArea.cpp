@@ -145,10 +145,13 @@ PlanView PlanArea::view() const
             {local(area.bottomLeft()), local(area.bottomRight()), local(area.topRight()), local(area.topLeft())});
     };
     block(QRectF(width() - 66, 0, 66, 100));
-    block(QRectF(0, 0, 2 * kPxPerMm * 29, kPxPerMm * 27));
+    block(legendRoom());
     block(QRectF(0, height() - 66, 260, 66));
     return view;
 }
+
+/// Two columns of five lines.
+QRectF PlanArea::legendRoom() { return {0, 0, kPxPerMm * 56, kPxPerMm * 26.5}; }
 
 void PlanArea::paint(QPainter& painter)
 {
@@ -166,8 +169,10 @@ void PlanArea::paint(QPainter& painter)
         Transform by{1, 0, kPxPerMm, {where.x(), where.y()}, true};
         paintPicture(painter, transformed(picture, by), kPxPerMm);
     };
-    painter.fillRect(QRectF(1, 1, kPxPerMm * 56, kPxPerMm * 26.5), QColor(255, 255, 255, 225));
-    at(planLegend(shown), {4, kPxPerMm * 32.5});
+    painter.setPen(QColor(0xD0, 0xD5, 0xDB));
+    painter.setBrush(QColor(255, 255, 255, 235));
+    painter.drawRect(legendRoom().adjusted(0.5, 0.5, -0.5, -0.5));
+    at(planLegend(*m_road, shown), {4, kPxPerMm * 32.5});
     at(northArrow(0), {width() - 34.0, 52});
     at(scaleBar(shown.mm), {24, height() - 36.0});
     if (m_pin) {

@@ -42,6 +42,7 @@ protected:
 private:
     void fit(const plot::Box& box);
     plot::PlanView view() const;
+    static QRectF legendRoom();
 
     const plot::Road* m_road = nullptr;
     const plot::Road* m_other = nullptr;

@@ -7,30 +7,18 @@
 #include "dialogs/FileBox.h"
 #include "plot/Svg.h"
 #include "ui/Layout.h"
+#include "ui/RunHandler.h"
 #include "ui/Theme.h"
 #include "views/PicturePainter.h"
 
 #include <QBuffer>
 #include <QDir>
+#include <QEvent>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QMenu>
 
 namespace {
-
-/// The groups that do not stem from the project at hand.
-QString noticeOf(const plot::Stale& stale, const std::string& project)
-{
-    QStringList groups;
-    const std::pair<bool, const char*> all[] = {{stale.horizontal, "平曲线"}, {stale.breaks, "断链"},
-                                                {stale.traverse, "导线点"},   {stale.vertical, "竖曲线"},
-                                                {stale.crossfall, "超高"},    {stale.widths, "超高宽度"}};
-    for (const auto& [is, name] : all)
-        if (is) groups << QString::fromUtf8(name);
-    if (groups.isEmpty()) return {};
-    return QStringLiteral("“%1”没有%2参数，沿用以前打开的项目的数据")
-        .arg(fromUtf8(project), groups.join(QStringLiteral("、")));
-}
 
 constexpr double kScales[] = {100, 200, 500, 1000, 2000, 5000, 10000, 20000, 50000};
 
@@ -93,11 +81,29 @@ void ViewForm::Form_Load() { reload(); }
 void ViewForm::reload()
 {
     m_road = std::make_unique<plot::Road>(*m_source.tables);
-    m_stale = plot::staleOf(m_source.folder, *m_source.tables);
     m_slopes = plot::slopesOf(m_source.folder, *m_source.tables);
-    const QString notice = noticeOf(m_stale, m_source.project);
-    m_notice->setText(notice);
-    m_notice->setVisible(!notice.isEmpty());
+    m_stale = look();
+}
+
+plot::Stale ViewForm::look()
+{
+    const auto [groups, text] = plot::doubtsOf(*m_source.tables);
+    m_notice->setText(fromUtf8(text));
+    m_notice->setVisible(!text.empty());
+    return groups;
+}
+
+void ViewForm::changeEvent(QEvent* event)
+{
+    Form::changeEvent(event);
+    // Files may have been changed while another window had the focus.
+    if (event->type() != QEvent::ActivationChange || !isActiveWindow() || !isVisible()) return;
+    runHandler([this] {
+        const auto now = look();
+        if (now == m_stale) return;
+        m_stale = now;
+        showStale();
+    });
 }
 
 plot::Order ViewForm::order() const

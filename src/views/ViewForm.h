@@ -37,6 +37,9 @@ protected:
     virtual void reload();
     /// What is drawn beside the defaults of the road.
     virtual plot::Order order() const;
+    /// What is stale() by now, in the drawing.
+    virtual void showStale() = 0;
+    void changeEvent(QEvent* event) override;
 
     const plot::Road& road() const { return *m_road; }
     const plot::Stale& stale() const { return m_stale; }
@@ -50,6 +53,8 @@ protected:
 
 private:
     void ask(const QString& extension);
+    /// Says in amber what is doubtful, and which groups that are.
+    plot::Stale look();
     static bool write(const QString& path, const std::string& bytes);
 
     plot::Order::Kind m_kind;

@@ -31,6 +31,8 @@ void offerOthers(frmPmt& plan, const ViewSource& source)
 
 }  // namespace
 
+bool canBeSeen() { return gElemCount > 0 || gSqxCount > 0; }
+
 void openPlan(QWidget* caller)
 {
     // The first grid that names points, if the form has one.
@@ -93,7 +95,7 @@ bool ViewKeys::eventFilter(QObject* watched, QEvent* event)
         return false;
     auto* form = qobject_cast<Form*>(static_cast<QWidget*>(watched)->window());
     // Nothing to see before a road has been opened, and no view over itself.
-    if (!form || !(gElemCount > 0 || gSqxCount > 0) || qobject_cast<ViewForm*>(form)) return false;
+    if (!form || !canBeSeen() || qobject_cast<ViewForm*>(form)) return false;
     runHandler([&] {
         if (key->key() == Qt::Key_F6) openPlan(form);
         if (key->key() == Qt::Key_F7) openProfile(form);

@@ -6,6 +6,9 @@
 #include <optional>
 #include <string>
 
+/// Something has been opened that a view can show.
+bool canBeSeen();
+
 /// The views over the form that calls. A result grid of that form is shown in the plan.
 /// @param stake  continuous, where to begin
 void openPlan(QWidget* caller);

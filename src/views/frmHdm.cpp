@@ -159,6 +159,8 @@ void frmHdm::showSection()
     say(fromUtf8(road().stakeText(m_at)) + QStringLiteral("   左右键移动一米，翻页键十米；没有地面线，边坡是示意"));
 }
 
+void frmHdm::showStale() { showSection(); }
+
 plot::Order frmHdm::order() const
 {
     plot::Order what = ViewForm::order();

@@ -30,10 +30,10 @@ namespace {
 
 constexpr std::array<std::pair<const char*, int>, 7> kColumns{{{"序号", 600},
                                                                {"线 形", 1100},
-                                                               {"起点里程", 1550},
-                                                               {"终点里程", 1550},
+                                                               {"起点里程", 1500},
+                                                               {"终点里程", 1500},
                                                                {"长 度", 1000},
-                                                               {"半 径", 1600},
+                                                               {"半 径", 1500},
                                                                {"A", 1000}}};
 
 /// The column whose header says this, blanks aside; -1 where none does.
@@ -100,7 +100,7 @@ frmPmt::frmPmt(MSFlexGrid* results, ViewSource source)
     both->addWidget(m_elements);
     both->setStretchFactor(0, 1);
     both->setChildrenCollapsible(false);
-    both->setSizes({600, 415});
+    both->setSizes({600, 580});
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(theme::kMargin, theme::kMargin, theme::kMargin, theme::kMargin);
     column->setSpacing(theme::kGrid);
@@ -110,7 +110,7 @@ frmPmt::frmPmt(MSFlexGrid* results, ViewSource source)
     column->addWidget(m_readOut);
     column->addWidget(m_pinned);
     column->addLayout(endRow());
-    fitToContent(*this, {1040, 640});
+    fitToContent(*this, {1210, 640});
 
     on(go, &XPButton::Click, [this] { cmdZd_Click(); });
     on(all, &XPButton::Click, [this] { m_area->showAll(); });
@@ -184,6 +184,8 @@ void frmPmt::readResults()
         }
     m_area->setMarked(m_marked);
 }
+
+void frmPmt::showStale() { m_area->setStale(stale()); }
 
 plot::Order frmPmt::order() const
 {

@@ -25,6 +25,7 @@ signals:
 protected:
     void reload() override;
     plot::Order order() const override;
+    void showStale() override;
     bool Form_KeyPress(int keyAscii) override;
 
 private:

@@ -90,6 +90,8 @@ void frmZdm::reload()
     m_pinned->setText(QStringLiteral("定点：") + fromUtf8(plot::profileReadOut(road(), *m_at)));
 }
 
+void frmZdm::showStale() { m_area->setStale(stale()); }
+
 plot::Order frmZdm::order() const
 {
     plot::Order what = ViewForm::order();

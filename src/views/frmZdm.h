@@ -16,6 +16,7 @@ public:
 protected:
     void reload() override;
     plot::Order order() const override;
+    void showStale() override;
     bool Form_KeyPress(int keyAscii) override;
 
 private:

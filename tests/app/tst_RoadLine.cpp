@@ -21,7 +21,9 @@
 #include "ui/MSFlexGrid.h"
 #include "ui/Theme.h"
 
+#include <QApplication>
 #include <QImage>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -97,6 +99,39 @@ private slots:
         click(main, "cmdOpenProjects");
         QCOMPARE(line(main).text(), kRoad);
         QVERIFY(ground(main) != theme::kAmber);
+    }
+
+    void besideItAreTheWaysToSeeTheRoad()
+    {
+        const Workspace w;
+        frmMain main;
+        main.show();
+        auto& views = named<QLabel>(main, "lblViews");
+        QVERIFY(!views.isVisible());  // nothing is open yet
+        named<ListBox>(main, "lstProjects").setCurrentRow(0);
+        click(main, "cmdOpenProjects");
+        QVERIFY(views.isVisible());
+        QVERIFY(views.geometry().left() > line(main).geometry().right());
+        for (const auto& [key, name] : {std::pair{"plan", "frmPmt"}, {"profile", "frmZdm"}, {"section", "frmHdm"}}) {
+            QString seen;
+            QTimer::singleShot(200, &main, [&] {
+                auto* view = QApplication::activeModalWidget();
+                if (!view) return;
+                seen = view->objectName();
+                view->close();
+            });
+            emit views.linkActivated(QString::fromUtf8(key));
+            QCOMPARE(seen, QString::fromUtf8(name));
+        }
+        // By keyboard alone, too: Tab steps through the links, Enter follows one.
+        QString seen;
+        QTimer::singleShot(400, &main, [&] {
+            if (auto* view = QApplication::activeModalWidget()) seen = view->objectName(), view->close();
+        });
+        views.setFocus(Qt::TabFocusReason);
+        QTest::keyClick(&views, Qt::Key_Tab);
+        QTest::keyClick(&views, Qt::Key_Return);
+        QVERIFY(!seen.isEmpty());
     }
 
     void everyWindowOfTheRoadHasIt()

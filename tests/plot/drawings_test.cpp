@@ -6,6 +6,7 @@
 #include "plot/Drawings.h"
 #include "plot/ProjectPlot.h"
 #include "plot/TitleBlock.h"
+#include "project/LoadProject.h"
 #include "support/RandomRoute.h"
 
 #include <cmath>
@@ -177,6 +178,21 @@ TEST_F(PlotDrawings, TheProfileStandsToScale)
     EXPECT_THAT(overlaps(picture), testing::IsEmpty());
 }
 
+TEST_F(PlotDrawings, TheLargestCrossfallAndWidthHaveTheirNumbers)
+{
+    const Sample sample("示例二");
+    const Road road(shared.tables);
+    ProfileView view{.from = road.start(), .to = road.end(), .mm = 5, .exaggeration = 10, .datum = 70, .height = 60};
+    EXPECT_THAT(wordsOf(profilePicture(road, view)), testing::IsSupersetOf({"8", "-8", "5.75"}));
+    shared.tables.cgkdG = {0, 1200};  // one width from end to end
+    shared.tables.cgkdCount = 1;
+    for (auto* column : {&shared.tables.cgkdA, &shared.tables.cgkdB}) column->assign(2, 12.25);
+    for (auto* column : {&shared.tables.cgkdC, &shared.tables.cgkdD, &shared.tables.cgkdE, &shared.tables.cgkdF})
+        column->assign(2, 0.75);
+    const auto words = wordsOf(profilePicture(road, view));
+    EXPECT_EQ(std::count(words.begin(), words.end(), "12.25"), 2);
+}
+
 TEST_F(PlotDrawings, NoTextLiesOverAnotherInAnyProfile)
 {
     for (const char* name : {"示例一", "示例二"}) {
@@ -193,6 +209,51 @@ TEST_F(PlotDrawings, NoTextLiesOverAnotherInAnyProfile)
     }
 }
 
+TEST_F(PlotDrawings, ARoadOfManyElementsCanBeReadAsAWhole)
+{
+    std::mt19937_64 random(500);
+    setRoute(randomVertices(random, 500));
+    for (int i = 0; i < 900; ++i) {
+        shared.tables.sqxLc.push_back(i * 400);
+        shared.tables.sqxGc.push_back(i % 2);
+        shared.tables.sqxR.push_back(4000);
+    }
+    shared.tables.sqxCount = 899;
+    shared.tables.cgType = "0";
+    const Road road(shared.tables);
+    const auto plan = planAt(road, 2000);
+    for (const auto& words : wordsOf(plan)) EXPECT_FALSE(words.starts_with("JD")) << words;
+    EXPECT_THAT(wordsOf(plan), Contains(testing::StartsWith("起点 K")));
+    EXPECT_THAT(wordsOf(plan), Contains(testing::StartsWith("终点 K")));
+    EXPECT_THAT(wordsOf(plan), Contains("K100+000"));
+    EXPECT_LT(std::count_if(plan.entities.begin(), plan.entities.end(),
+                            [](const Entity& e) { return e.layer == Layer::Ticks; }),
+              40);
+    const auto whole = wordsOf(profilePicture(road, {.from = road.start(), .to = road.end(), .mm = 1800}));
+    EXPECT_THAT(whole, Contains("K310+000")) << "as long a stake as there is fits into its band";
+    for (const auto& words : whole) EXPECT_FALSE(words.starts_with("最")) << words;
+    const auto part = wordsOf(profilePicture(road, {.from = 310000, .to = 312000, .mm = 10}));
+    EXPECT_THAT(part, Contains("K310+100"));
+    EXPECT_THAT(part, Contains(testing::StartsWith("最高点 K310+")));
+}
+
+TEST_F(PlotDrawings, BothEndsOfTheRoadAreNamedInAWindow)
+{
+    const Sample sample("示例一");
+    const Road road(shared.tables);
+    PlanView view;
+    view.mm = 49;
+    const Point middle = road.box().centre();
+    const Box window{middle - Point{3200, 2650}, middle + Point{3200, 2650}};
+    view.window = window;
+    view.room = {window.low, {window.high.x, window.low.y}, window.high, {window.low.x, window.high.y}};
+    const Point arrow = window.high - Point{700, 1060};
+    view.blocked = {{arrow, {window.high.x, arrow.y}, window.high, {arrow.x, window.high.y}}};
+    const auto words = wordsOf(Plan(road).picture(view));
+    EXPECT_THAT(words, Contains("起点 K12+000.000"));
+    EXPECT_THAT(words, Contains("终点 K18+553.408"));
+}
+
 TEST_F(PlotDrawings, ASectionHasTheElevationsOfTheEngine)
 {
     const Sample sample("示例一");
@@ -201,6 +262,17 @@ TEST_F(PlotDrawings, ASectionHasTheElevationsOfTheEngine)
     ASSERT_EQ(section.points.size(), 5u);  // no median in this road
     EXPECT_EQ(section.points[0].offset, -5);
     EXPECT_EQ(section.points[1].offset, -4.25);
+    // Crossfalls as the files give them, from the centre outwards: each over its own width.
+    const double falls[] = {*section.points[0].slope, *section.points[1].slope, *section.points[3].slope,
+                            *section.points[4].slope};
+    EXPECT_FALSE(section.points[2].slope);
+    for (const int i : {0, 1, 2, 3}) {
+        const bool left = i < 2, shoulder = i == 0 || i == 3;
+        const double out = shoulder ? 0.75 : 4.25;
+        const double outer = elevationAt(shared.tables, 12400, (left ? -1 : 1) * (shoulder ? 5 : 4.25));
+        const double inner = elevationAt(shared.tables, 12400, (left ? -1 : 1) * (shoulder ? 4.25 : 0));
+        EXPECT_NEAR(falls[i], (outer - inner) / out, 1e-12);
+    }
     for (const auto& p : section.points) {
         EXPECT_EQ(*p.surface, elevationAt(shared.tables, 12400, p.offset));
         EXPECT_NEAR(*p.bottom, *p.surface - 0.18, 1e-12);
@@ -208,6 +280,14 @@ TEST_F(PlotDrawings, ASectionHasTheElevationsOfTheEngine)
     const auto world = worldPoints(road, section);
     for (std::size_t i = 0; i < world.size(); ++i)
         EXPECT_NEAR(length(world[i] - world[2]), std::abs(section.points[i].offset), 1e-9);
+}
+
+TEST_F(PlotDrawings, CrossfallsAreNamedFromTheCentreOutwards)
+{
+    const Sample sample("示例一");  // 2 % down on both sides before K12+364, the shoulder 4 % down
+    const Section section = sectionOf(Road(shared.tables), 12100, 0, {});
+    for (const auto& [i, wanted] : {std::pair{0, -0.04}, {1, -0.02}, {3, -0.02}, {4, -0.04}})
+        EXPECT_NEAR(*section.points[static_cast<std::size_t>(i)].slope, wanted, 2e-3) << "elevations are in mm";
 }
 
 TEST_F(PlotDrawings, AMedianSplitsTheSection)
@@ -266,10 +346,14 @@ TEST_F(PlotDrawings, WhatCannotBeDrawnSaysWhy)
 TEST_F(PlotDrawings, GroupsOfAnotherProjectAreAmber)
 {
     Sample sample("示例一");
+    EXPECT_EQ(doubtsOf(shared.tables).groups, Stale{});
+    EXPECT_EQ(doubtsOf(shared.tables).text, "");
     sample.folder.project("空项目", {{"断链参数.txt", "100,120\r\n"}});
-    const Stale stale = staleOf(ProjectPath("空项目"), shared.tables);
+    LoadProject();
+    const auto [stale, text] = doubtsOf(shared.tables);
     EXPECT_TRUE(stale.horizontal && stale.vertical && stale.traverse && stale.crossfall && stale.widths);
     EXPECT_FALSE(stale.breaks);
+    EXPECT_THAT(text, testing::StartsWith("此项目没有平曲线参数，沿用“测试”的数据；"));
     PlanView view;
     view.mm = 2;
     view.stale = stale;
@@ -277,6 +361,43 @@ TEST_F(PlotDrawings, GroupsOfAnotherProjectAreAmber)
     const Picture picture = Plan(road).picture(view);
     for (const auto& entity : picture.entities)
         EXPECT_FALSE(entity.layer == Layer::Straight || entity.layer == Layer::Arc || entity.layer == Layer::Spiral);
+    EXPECT_THAT(wordsOf(planLegend(road, view)), Contains("存疑数据"));
+}
+
+TEST_F(PlotDrawings, AFileThatChangedOnDiskMakesItsGroupDoubtful)
+{
+    const Sample sample("示例一");
+    const std::pair<const char*, bool Stale::*> all[] = {
+        {"平曲线参数.txt", &Stale::horizontal}, {"断链参数.txt", &Stale::breaks},
+        {"导线点参数.txt", &Stale::traverse},   {"竖曲线参数.txt", &Stale::vertical},
+        {"超高参数.txt", &Stale::crossfall},    {"超高宽度参数.txt", &Stale::widths}};
+    for (const auto& [file, group] : all) {
+        const std::string bytes = sample.folder.bytes(file);
+        sample.folder.writeBytes(file, bytes + "1,2,3,4,5,6,7,8\r\n");
+        Stale wanted;
+        wanted.*group = true;
+        EXPECT_EQ(doubtsOf(shared.tables).groups, wanted) << file;
+        EXPECT_EQ(doubtsOf(shared.tables).text, std::string(file) + " 已修改，尚未重新读入");
+        sample.folder.writeBytes(file, bytes);
+        EXPECT_EQ(doubtsOf(shared.tables).groups, Stale{}) << file << ": the content counts";
+    }
+    // Another project's tables, read this moment, are what its files say.
+    sample.folder.writeBytes("平曲线参数.txt", "");
+    const auto own = roadOf(ProjectPath("示例一"));
+    EXPECT_EQ(doubtsOf(own->tables).groups, Stale{});
+}
+
+TEST_F(PlotDrawings, AnEarlierLoadAndAProjectOnlyNamedMakeGroupsDoubtful)
+{
+    Sample sample("示例一");
+    sample.folder.writeBytes("超高参数.txt", "");
+    LoadProject();
+    EXPECT_EQ(doubtsOf(shared.tables).groups, (Stale{.crossfall = true}));
+    EXPECT_EQ(doubtsOf(shared.tables).text, "超高参数已没有数据，沿用先前读入的数据");
+    sample.folder.project("新项目");  // named, not read yet
+    const auto [groups, text] = doubtsOf(shared.tables);
+    EXPECT_EQ(groups, (Stale{true, true, true, true, true, true}));
+    EXPECT_EQ(text, "计算用“测试”的数据，编辑和表头是“新项目”");
 }
 
 TEST_F(PlotDrawings, ASecondRoadIsReadInItsPlace)

@@ -4,10 +4,13 @@
 #include "controls/XPButton.h"
 #include "editors/windows/frmJdpqx.h"
 #include "engine/Route.h"
+#include "plot/Sheets.h"
 #include "project/LoadProject.h"
 #include "screens/windows/frmDgdZb.h"
+#include "screens/windows/frmJgw.h"
 #include "support/ProjectFolder.h"
 #include "support/QtTests.h"
+#include "support/RunProgram.h"
 #include "support/ScriptedDialogs.h"
 #include "support/Windows.h"
 #include "ui/MSFlexGrid.h"
@@ -24,7 +27,9 @@
 #include <QSignalSpy>
 #include <QWheelEvent>
 
+#include <cstring>
 #include <filesystem>
+#include <fstream>
 
 namespace {
 
@@ -285,6 +290,99 @@ private slots:
         }
     }
 
+    void pointsOfAPdfLieWhereTheTablesSay()
+    {
+        for (const char* name : {"示例一", "示例二"}) {
+            Samples samples;
+            Samples::load(name);
+            frmPmt form;
+            shown(form);
+            const std::string pdf = samples.folder.root() + "/plan.pdf",
+                              points = samples.folder.root() + "/points.json";
+            QVERIFY(form.exportTo(QString::fromStdString(pdf)));
+            std::ofstream file(points);
+            const plot::Road road(shared.tables);
+            file.precision(17);
+            file << R"({"scale": )" << plot::planScale(road, plot::kA3, road.start(), road.end()) << R"(, "points": [)";
+            const char* between = "";
+            for (std::size_t i = 0; i < static_cast<std::size_t>(gElemCount); ++i) {
+                if (gElemLc[i + 1] - gElemLc[i] < 1e-4) continue;
+                file << between << '[' << gElemX[i] << ", " << gElemY[i] << ']';
+                between = ", ";
+            }
+            file << "]}";
+            file.close();
+            const Ran ran = runProgram("/usr/bin/python3", {VM_SOURCE_DIR "/tests/plot/read_paper.py", pdf, points});
+            QVERIFY2(ran.code == 0, ran.err.c_str());
+        }
+    }
+
+    void sheetsOfAScaleLeaveAsPagesOfTheirPaper()
+    {
+        Samples samples;
+        frmPmt plan;
+        frmZdm profile;
+        for (ViewForm* form : {static_cast<ViewForm*>(&plan), static_cast<ViewForm*>(&profile)}) {
+            shown(*form);
+            named<QComboBox>(*form, "comBl").setCurrentIndex(5);  // 1:2000: the road of 6.5 km is 3.3 m of paper
+            named<QComboBox>(*form, "comTz").setCurrentIndex(1);
+            const std::string pdf = samples.folder.root() + "/sheets.pdf";
+            QVERIFY(form->exportTo(QString::fromStdString(pdf)));
+            const std::string told = runProgram("/usr/bin/pdfinfo", {pdf}).out;
+            const auto number = [&](const char* name) {
+                return QString::fromStdString(told.substr(told.find(name) + std::strlen(name))).trimmed();
+            };
+            QVERIFY(number("Pages:").section(u'\n', 0, 0).toInt() >= 13);  // 3.3 m on windows of 267 mm
+            QVERIFY(told.find("(A4)") != std::string::npos);
+            const QString png = QString::fromStdString(samples.folder.root()) + QStringLiteral("/图.png");
+            QVERIFY(form->exportTo(png));
+            const QImage first(QString::fromStdString(samples.folder.root()) + QStringLiteral("/图-01.png"));
+            QCOMPARE(first.size(), QSize(2339, 1654));  // 297 x 210 mm at 200 dots an inch
+            QVERIFY(!fs::exists(png.toStdString()));
+            form->close();
+        }
+    }
+
+    void cornersOfStructuresAreOutlined()
+    {
+        Samples samples;
+        ScriptedDialogs dialogs;
+        frmJgw screen;
+        shown(screen);
+        type(screen, "txtJgwFylc", "12480");
+        for (const auto& [box, text] :
+             {std::pair{"txtJgwKq", "4"}, {"txtJgwKh", "6"}, {"txtJgwZz", "9"}, {"txtJgwZy", "11"}})
+            type(screen, box, text);
+        click(screen, "butJgwCalc");
+        auto& grid = named<MSFlexGrid>(screen, "MsfgJgw");
+        QCOMPARE(grid.Rows(), 5);
+        frmPmt form(&grid);
+        shown(form);
+        const QString path = QString::fromStdString(samples.folder.root()) + QStringLiteral("/图.dxf");
+        QVERIFY(form.exportTo(path));
+        // One closed outline of four corners: sides of 20, 10, 20 and 10 m in turn, not a bow tie.
+        const std::string dxf = ProjectFolder::bytesOf(path.toStdString());
+        const auto from = dxf.find("LWPOLYLINE", dxf.find("ENTITIES"));
+        std::vector<plot::Point> corners;
+        for (auto at = from; at != std::string::npos; at = dxf.find("LWPOLYLINE", at + 1)) {
+            const auto end = dxf.find("\r\n  0\r\n", at);
+            const auto entity = QString::fromStdString(dxf.substr(at, end - at)).split(QStringLiteral("\r\n"));
+            if (!entity.contains(QStringLiteral("计算点"))) continue;
+            for (int i = 0; i + 3 < entity.size(); ++i)
+                if (entity[i] == u" 10" && entity[i + 2] == u" 20")
+                    corners.push_back({entity[i + 1].toDouble(), entity[i + 3].toDouble()});
+        }
+        QCOMPARE(corners.size(), 4u);
+        std::vector<double> sides;
+        for (std::size_t i = 0; i < 4; ++i) sides.push_back(plot::length(corners[(i + 1) % 4] - corners[i]));
+        QVERIFY(std::abs(sides[0] - sides[2]) < 0.003 && std::abs(sides[1] - sides[3]) < 0.003);
+        QVERIFY(std::abs(std::min(sides[0], sides[1]) - 10) < 0.003);
+        QVERIFY(std::abs(std::max(sides[0], sides[1]) - 20) < 0.003);
+        form.close();
+        dialogs.no();
+        screen.close();
+    }
+
     void anExistingFileIsAskedAbout()
     {
         Samples samples;
@@ -388,11 +486,47 @@ private slots:
         shown(form);
         const auto& notice = named<QLabel>(form, "lblNotice");
         QVERIFY(notice.isVisible());
-        QVERIFY(notice.text().contains(u"空项目") && notice.text().contains(u"平曲线"));
+        QVERIFY(notice.text().startsWith(u"此项目没有平曲线参数，沿用“示例一”的数据；"));
         Samples::load("示例一");
         frmPmt fresh;
         shown(fresh);
         QVERIFY(!named<QLabel>(fresh, "lblNotice").isVisible());
+    }
+
+    void aFileThatChangesWhileAViewIsOpenIsSaidWhenItIsLookedAtAgain()
+    {
+        Samples samples;
+        frmPmt plan;
+        frmZdm profile;
+        frmHdm section(12400.0);
+        QWidget other;
+        for (ViewForm* form :
+             {static_cast<ViewForm*>(&plan), static_cast<ViewForm*>(&profile), static_cast<ViewForm*>(&section)}) {
+            shown(*form);
+            const auto& notice = named<QLabel>(*form, "lblNotice");
+            const auto amber = [&] {
+                const QImage image = form->findChild<DrawingArea*>()->grab().toImage();
+                const auto look = plot::lookOf(plot::Layer::Amber).colour;
+                int count = 0;
+                for (int y = 0; y < image.height(); ++y)
+                    for (int x = 0; x < image.width(); ++x) count += image.pixel(x, y) == qRgb(look.r, look.g, look.b);
+                return count;
+            };
+            QVERIFY(!notice.isVisible());
+            QCOMPARE(amber(), 0);
+            const std::string file = form == &plan ? "平曲线参数.txt" : "竖曲线参数.txt";
+            const std::string bytes = samples.folder.bytes(file);
+            shown(other);
+            other.activateWindow();
+            QTRY_VERIFY(!form->isActiveWindow());
+            samples.folder.writeBytes(file, bytes + "1\r\n");
+            form->activateWindow();
+            QTRY_VERIFY(notice.isVisible());
+            QCOMPARE(notice.text(), QString::fromStdString(file) + QStringLiteral(" 已修改，尚未重新读入"));
+            QVERIFY(amber() > 20);
+            samples.folder.writeBytes(file, bytes);
+            form->close();
+        }
     }
 
     void keysOpenTheViewsOnceThereIsARoad()
