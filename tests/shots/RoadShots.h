@@ -4,6 +4,7 @@
 #include "base/CodePage.h"
 #include "plot/Road.h"
 #include "project/LoadProject.h"
+#include "project/OpenRoad.h"
 #include "support/EveryWindow.h"
 #include "support/RandomRoute.h"
 
@@ -79,6 +80,8 @@ inline void forEveryRoad(const Seen& seen)
     QTemporaryDir workspace;
     gAppPath = workspace.path().toStdString();
     std::filesystem::copy(VM_SOURCE_DIR "/samples", WorkspacePath(), std::filesystem::copy_options::recursive);
+    shared = {};  // nothing of the windows before: what a project does not have would be shown as theirs
+    openRoad = {};
     gProject = "示例二";
     LoadProject();
     draw<frmPmt>(seen, "plan-egg", asItOpens);
