@@ -35,6 +35,12 @@ public:
     virtual std::optional<std::string> openFile(std::string_view filter) = 0;
     /// A file to write, the name just as given: no question about overwriting, no extension added. nullopt: Cancel
     virtual std::optional<std::string> saveFile(std::string_view filter) = 0;
+    /// saveFile with a name to begin with, which the person may change or empty.
+    virtual std::optional<std::string> saveFileAs(std::string_view filter, std::string_view proposed)
+    {
+        static_cast<void>(proposed);  // nobody to propose it to
+        return saveFile(filter);
+    }
 };
 
 /// The dialogs in use, set at process start and by tests.

@@ -219,4 +219,26 @@ void boundSheet(std::string& out, std::size_t sheetBof, std::string_view name)
     Record(out, 0x0085).u32(sheetBof).u8(0).u8(0).u8(units.size()).characters(units);
 }
 
+// SUPBOOK: whose sheets are meant
+//   0  2  sheets, 2  2  0401: this workbook's own
+// EXTERNSHEET
+//   0  2  references; each: 2  2  SUPBOOK, 4  2  first sheet, 6  2  last sheet
+// NAME
+//   0  2  flags: 20 built in
+//   2  1  key, 3  1  characters of the name, 4  2  bytes of the formula
+//   6  2  0, 8  2  sheet, counted from 1
+//  10  4  lengths of texts that it has not
+//  14  2  the name: 7, the print titles
+//  16 11  the formula: 3B an area; reference, first row, last row, first column, last column
+void printTitles(std::string& out, int rows)
+{
+    constexpr std::uint16_t kThisWorkbook = 0x0401, kBuiltIn = 0x0020, kFormulaSize = 11, kLastColumn = 0x00FF;
+    constexpr std::uint8_t kPrintTitles = 0x07, kArea = 0x3B;
+    Record(out, 0x01AE).u16(1).u16(kThisWorkbook);
+    Record(out, 0x0017).u16(1).u16(0).u16(0).u16(0);
+    Record name(out, 0x0018);
+    name.u16(kBuiltIn).u8(0).u8(1).u16(kFormulaSize).u16(0).u16(1).u32(0).u8(0).u8(kPrintTitles);
+    name.u8(kArea).u16(0).u16(0).u16(rows - 1).u16(0).u16(kLastColumn);
+}
+
 }  // namespace biff

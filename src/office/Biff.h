@@ -79,11 +79,15 @@ void styleXf(std::string& out, bool normal);
 void cellXf(std::string& out, int font, int format, const CellStyle& style);
 void normalStyle(std::string& out);
 void boundSheet(std::string& out, std::size_t sheetBof, std::string_view name);
+/// The rows of the first sheet that are printed again on each page: the defined name of them, and the references to
+/// this workbook and its sheet that it is built on.
+void printTitles(std::string& out, int rows);
 void eof(std::string& out);
 
 // Sheet, in file order (BiffSheet.cpp)
 void defaultRowHeight(std::string& out, double points);
 void wsBool(std::string& out, bool fitToPage);
+void footer(std::string& out, std::string_view text);
 enum class Side : std::uint16_t { Left = 0x0026, Right = 0x0027, Top = 0x0028, Bottom = 0x0029 };
 void margin(std::string& out, Side side, double inches);
 void setup(std::string& out, bool landscape, bool fitToWidth, double headerInches, double footerInches);

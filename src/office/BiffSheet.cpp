@@ -1,5 +1,7 @@
 #include "office/Biff.h"
 
+#include "base/Utf8.h"
+
 #include <bit>
 #include <cmath>
 #include <optional>
@@ -14,6 +16,14 @@ void defaultRowHeight(std::string& out, double points) { Record(out, 0x0225).u16
 // WSBOOL
 //   0  2  flags: 1 page breaks shown, C0 outline sums below and to the right, 400 outline signs, 100 fit to pages
 void wsBool(std::string& out, bool fitToPage) { Record(out, 0x0081).u16(0x04C1 | (fitToPage ? 0x100 : 0)); }
+
+// FOOTER
+//   0  2  characters, 2  the text: &C in the middle, &P the page, &N how many there are
+void footer(std::string& out, std::string_view text)
+{
+    const auto units = Utf16(text);
+    Record(out, 0x0015).u16(units.size()).characters(units);
+}
 
 // LEFTMARGIN, RIGHTMARGIN, TOPMARGIN, BOTTOMMARGIN
 //   0  8  inches

@@ -20,7 +20,9 @@
 struct PageSetup {
     double left = 0.75, right = 0.75, top = 1, bottom = 1, header = 0.5, footer = 0.5;
     bool landscape = false;
-    bool fitToWidth = false;  ///< shrunk so that all columns stand on one page
+    bool fitToWidth = false;   ///< shrunk so that all columns stand on one page
+    int titleRows = 0;         ///< so many rows from the top again on each page
+    bool pageNumbers = false;  ///< 第 x 页，共 y 页 at the foot of each page
 
     bool operator==(const PageSetup&) const = default;
 };

@@ -95,6 +95,7 @@ private:
         };
         const auto size = boundSheet(0).size();
         out += boundSheet(0);
+        if (m_sheet.page.titleRows > 0) biff::printTitles(out, m_sheet.page.titleRows);
         m_strings.write(out);
         biff::eof(out);
         out.replace(place, size, boundSheet(out.size() - kCompoundHeaderSize));
@@ -128,6 +129,7 @@ private:
         const auto& page = m_sheet.page;
         biff::defaultRowHeight(out, Worksheet::kStandardHeight);
         biff::wsBool(out, page.fitToWidth);
+        if (page.pageNumbers) biff::footer(out, "&C第 &P 页，共 &N 页");
         biff::margin(out, biff::Side::Left, page.left);
         biff::margin(out, biff::Side::Right, page.right);
         biff::margin(out, biff::Side::Top, page.top);

@@ -22,6 +22,8 @@ Worksheet emptySheet(const ExportLayout& layout, int n)
 {
     const int last = static_cast<int>(layout.columns.size()), bottom = n + 2;
     Worksheet sheet;
+    sheet.page.landscape = sheet.page.fitToWidth = sheet.page.pageNumbers = true;
+    sheet.page.titleRows = 2;
     sheet.center({1, 1, 1, last});
     sheet.merge({1, 1, 1, last});
 
@@ -74,6 +76,22 @@ Worksheet ResultSheet(const ExportLayout& layout, const ExportData& data)
     }
 }
 
+std::string ProposedName(const std::string& caption, std::string_view extension)
+{
+    constexpr std::size_t kLongest = 200;  // bytes: file systems take 255
+    std::string name(Trim(gProject));
+    name += (name.empty() ? "" : " ") + caption;
+    for (char& c : name)
+        if (static_cast<unsigned char>(c) < ' ' || std::string_view("\\/:*?\"<>|").find(c) != std::string_view::npos)
+            c = '_';
+    if (name.size() > kLongest) {
+        name.resize(kLongest);
+        while (!name.empty() && (static_cast<unsigned char>(name.back()) & 0xC0) == 0x80) name.pop_back();
+        if (!name.empty()) name.pop_back();  // the first byte of a character that was cut
+    }
+    return name.append(".").append(extension);
+}
+
 namespace {
 
 bool say(std::string_view text, std::string_view title, Icon icon, Msg::Buttons buttons = Msg::Ok,
@@ -91,7 +109,7 @@ void SaveResult(const ExportLayout& layout, const ExportData& data, ScreenState*
         say(message::kNothingToSave, message::kNotice, Icon::Exclamation);
         return;
     }
-    const auto path = dialogs().saveFile("(*.xls)|*.xls");
+    const auto path = dialogs().saveFileAs("(*.xls)|*.xls", ProposedName(data.caption, "xls"));
     if (!path) return;
     if ((FileExists(*path) || FolderExists(*path)) &&
         !say(message::kOverwrite, message::kNotice, Icon::Question, Msg::YesNo, Msg::No))

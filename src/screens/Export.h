@@ -101,7 +101,11 @@ struct ExportData {
     std::string stationPick;  ///< text of the station's pick list
     /// The text of kOwnColumn in a grid row. @throws RunTimeError
     std::function<std::string(int row)> own = {};
+    std::string caption = {};  ///< of the window
 };
+
+/// The name that a save proposes: the project, the caption and the extension. What a file name cannot hold is a _.
+std::string ProposedName(const std::string& caption, std::string_view extension);
 
 /// The station column: the text of the pick list, a blank, the station in memory.
 std::string StationText(const std::string& pick);

@@ -1,25 +1,20 @@
 #include "ui/DocumentWindow.h"
 
-#include "base/FileError.h"
 #include "base/ReplaceFile.h"
 #include "base/RunTimeError.h"
 #include "dialogs/Dialogs.h"
-#include "dialogs/FileBox.h"
 #include "dialogs/Messages.h"
 #include "ui/Fields.h"
+#include "ui/Paper.h"
 #include "ui/Platform.h"
 #include "ui/Theme.h"
 
 #include <QAction>
 #include <QApplication>
-#include <QBuffer>
 #include <QCloseEvent>
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
-#include <QPdfWriter>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>
@@ -51,7 +46,7 @@ DocumentWindow::DocumentWindow(const QString& title, const QString& kind, const 
     command(QStringLiteral("另存为"), QKeySequence::Save, QStringLiteral("把%1存入 .%2 文件").arg(kind, extension),
             [this] { saveAs(); });
     command(QStringLiteral("打印"), QKeySequence::Print, QStringLiteral("打印%1").arg(kind),
-            [this] { printOnPaper(); });
+            [this] { printDocument(); });
     command(QStringLiteral("导出PDF"), QKeySequence(), QStringLiteral("把%1按打印的样子存入 PDF 文件").arg(kind),
             [this] { exportPdf(); });
     openDocuments().push_back(this);
@@ -101,27 +96,6 @@ void DocumentWindow::showTitle()
     setWindowTitle((m_path.isEmpty() ? m_title : QFileInfo(m_path).fileName()) + QStringLiteral("[*] - Velumark"));
 }
 
-QString DocumentWindow::askPath(const QString& extension)
-{
-    const auto chosen = dialogs().saveFile(toUtf8(QStringLiteral("(*.%1)|*.%1|").arg(extension)));
-    if (!chosen || chosen->empty()) return {};
-    QString path = fromUtf8(*chosen);
-    if (QFileInfo(path).suffix().compare(extension, Qt::CaseInsensitive) != 0) path += u'.' + extension;
-    if (QFileInfo::exists(path) && !dialogs().box(Question(message::kOverwrite))) return {};
-    return path;
-}
-
-bool DocumentWindow::writes(const QString& path, const std::string& bytes)
-{
-    try {
-        WriteResult(toUtf8(path), bytes);
-        return true;
-    } catch (const FileError& error) {
-        dialogs().box(FileBox(error));
-        return false;
-    }
-}
-
 bool DocumentWindow::writeFile(const QString& path) const
 {
     return attempt([&] { WriteResult(toUtf8(path), fileBytes()); });
@@ -132,7 +106,7 @@ bool DocumentWindow::saveAs()
     settle();
     const QString path = askPath(m_extension);
     if (path.isEmpty()) return false;
-    if (!writes(path, fileBytes())) return false;
+    if (!writeOrSay(path, fileBytes())) return false;
     m_path = path;
     m_unsaved = false;
     showTitle();
@@ -140,14 +114,11 @@ bool DocumentWindow::saveAs()
     return true;
 }
 
-void DocumentWindow::printOnPaper()
+void DocumentWindow::printDocument()
 {
     settle();
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setPageLayout(page());
-    printer.setDocName(windowTitle().remove(QStringLiteral("[*]")));
-    QPrintDialog dialog(&printer, this);
-    if (dialog.exec() == QDialog::Accepted) print(printer);
+    printOnPaper(this, page(), windowTitle().remove(QStringLiteral("[*]")),
+                 [this](QPagedPaintDevice& device) { print(device); });
 }
 
 void DocumentWindow::exportPdf()
@@ -155,18 +126,7 @@ void DocumentWindow::exportPdf()
     settle();
     const QString path = askPath(QStringLiteral("pdf"));
     if (path.isEmpty()) return;
-    QByteArray bytes;
-    {
-        QBuffer buffer(&bytes);
-        buffer.open(QIODevice::WriteOnly);
-        QPdfWriter writer(&buffer);
-        writer.setResolution(1200);
-        writer.setPageLayout(page());
-        writer.setTitle(m_title);
-        writer.setCreator(QStringLiteral("Velumark"));
-        print(writer);
-    }
-    if (!writes(path, bytes.toStdString())) return;
+    if (!writeOrSay(path, pdfBytes(page(), m_title, [this](QPagedPaintDevice& device) { print(device); }))) return;
     say(QStringLiteral("已导出：") + QDir::toNativeSeparators(path));
 }
 

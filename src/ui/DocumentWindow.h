@@ -45,15 +45,11 @@ protected:
     void separator();
     void addAtEnd(QWidget* widget);  ///< at the right end of the tool bar
     void say(const QString& text);   ///< in the status line
-    /// Asks where a copy goes, with the overwrite question; "" for Cancel.
-    QString askPath(const QString& extension);
-    /// Writes a file whole or not at all; what fails is said in a box. False: it was not written.
-    static bool writes(const QString& path, const std::string& bytes);
     void exportPdf();
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void printOnPaper();
+    void printDocument();
     void showTitle();
 
     QString m_title, m_kind, m_extension, m_path;

@@ -174,7 +174,8 @@ private:
     QString m_chosen;
 };
 
-std::optional<std::string> chosenFile(std::string_view filter, QFileDialog::AcceptMode mode)
+std::optional<std::string> chosenFile(std::string_view filter, QFileDialog::AcceptMode mode,
+                                      const QString& proposed = {})
 {
     FileIcons icons;  // outlives the dialog
     OneFileDialog dialog;
@@ -186,6 +187,7 @@ std::optional<std::string> chosenFile(std::string_view filter, QFileDialog::Acce
     dialog.setIconProvider(&icons);
     dialog.setWindowTitle(mode == QFileDialog::AcceptOpen ? QStringLiteral("打开") : QStringLiteral("另存为"));
     dialog.setNameFilters(nameFilters(QString::fromUtf8(filter.data(), static_cast<qsizetype>(filter.size()))));
+    if (!proposed.isEmpty()) dialog.selectFile(proposed);
     if (dialog.exec() != QDialog::Accepted || dialog.chosen().isEmpty()) return std::nullopt;
     return dialog.chosen().toStdString();
 }
@@ -222,6 +224,12 @@ std::optional<std::string> QtDialogs::openFile(std::string_view filter)
 std::optional<std::string> QtDialogs::saveFile(std::string_view filter)
 {
     return chosenFile(filter, QFileDialog::AcceptSave);
+}
+
+std::optional<std::string> QtDialogs::saveFileAs(std::string_view filter, std::string_view proposed)
+{
+    return chosenFile(filter, QFileDialog::AcceptSave,
+                      QString::fromUtf8(proposed.data(), static_cast<qsizetype>(proposed.size())));
 }
 
 QStringList nameFilters(const QString& filter)

@@ -13,6 +13,7 @@ public:
     void turnWithInput() override;
     std::optional<std::string> openFile(std::string_view filter) override;
     std::optional<std::string> saveFile(std::string_view filter) override;
+    std::optional<std::string> saveFileAs(std::string_view filter, std::string_view proposed) override;
 };
 
 /// A filter of caption|patterns pairs, "(*.txt)|*.txt|", as a file dialog wants it: one "caption (patterns)" each.

@@ -25,6 +25,8 @@ set(sources
     MSFlexGrid.cpp
     MSFlexGrid.h
     MSFlexGridInput.cpp
+    Paper.cpp
+    Paper.h
     PinnedColumn.cpp
     PinnedColumn.h
     Platform.cpp

@@ -39,6 +39,7 @@ struct Book {
     std::vector<CellStyle> styles;  // per XF
     std::set<CellRange> merges;
     PageSetup page;
+    std::string footer;
     CellRange selection;
     StringTableRead strings;
     int rowCount = 0, colCount = 0;
@@ -199,6 +200,29 @@ inline Book read(std::string_view file)
             must(bytes.u16() == 0, "kind of sheet");
             const auto length = bytes.u8();
             book.sheetName = text(bytes, length);
+            break;
+        }
+        case 0x01AE:
+            must(bytes.u16() == 1 && bytes.u16() == 0x0401, "a workbook that is not this one");
+            break;
+        case 0x0017:
+            must(bytes.u16() == 1 && bytes.u16() == 0 && bytes.u16() == 0 && bytes.u16() == 0, "another sheet");
+            break;
+        case 0x0018: {  // 6.5 NAME of the published description: the built-in name 7, an area of whole rows from the
+                        // first
+            must(bytes.u16() == 0x20 && bytes.u8() == 0 && bytes.u8() == 1, "a name that is not built in");
+            const auto size = bytes.u16();
+            must(bytes.u16() == 0 && bytes.u16() == 1 && bytes.u32() == 0, "the sheet of a name");
+            must(bytes.u8() == 0 && bytes.u8() == 7, "print titles");
+            must(size == bytes.left() && bytes.u8() == 0x3B && bytes.u16() == 0 && bytes.u16() == 0, "first row");
+            book.page.titleRows = int(bytes.u16()) + 1;
+            must(bytes.u16() == 0 && bytes.u16() == 255, "whole rows");
+            break;
+        }
+        case 0x0015: {
+            const auto length = bytes.u16();
+            book.footer = text(bytes, length);
+            book.page.pageNumbers = book.footer.find("&P") != std::string::npos;
             break;
         }
         case 0x00FC:

@@ -150,6 +150,11 @@ inline std::string words(const std::vector<Record>& list, std::size_t at)
         bytes.u16();
         out << "DEFROWHEIGHT " << bytes.u16() / 20.0;
         break;
+    case 0x0015: {
+        const auto length = bytes.u16();
+        out << "FOOTER " << quoted(text(bytes, length));
+        break;
+    }
     case 0x0081:
         out << "WSBOOL " << hex(bytes.u16());
         break;

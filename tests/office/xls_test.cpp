@@ -45,6 +45,21 @@ TEST(Xls, EmptySheet)
     EXPECT_EQ(xls::read(file).colCount, 0);
 }
 
+TEST(Xls, RowsThatEachPageRepeatsAndItsNumber)
+{
+    Worksheet sheet;
+    sheet.setText("a1", "标题");
+    sheet.page.titleRows = 2;
+    sheet.page.pageNumbers = true;
+    const auto file = XlsBytes(sheet);
+    EXPECT_EQ(xls::difference(sheet, file), "");
+    EXPECT_EQ(xls::read(file).page, sheet.page);
+    EXPECT_EQ(xls::read(file).footer, "&C第 &P 页，共 &N 页");
+    sheet.page = {};
+    EXPECT_EQ(xls::read(XlsBytes(sheet)).page, PageSetup{});
+    EXPECT_EQ(xls::read(XlsBytes(sheet)).footer, "");
+}
+
 TEST(Xls, SameBytesEachTimeHoweverTheSheetCame)
 {
     Worksheet there, back;

@@ -148,6 +148,33 @@ TEST_F(Export, TitleIsMergedCentredAndHasNoBorder)
     }
 }
 
+TEST_F(Export, PagesAreLandscapeWithTheirHeadAndNumbers)
+{
+    const PageSetup wanted{.landscape = true, .fitToWidth = true, .titleRows = 2, .pageNumbers = true};
+    for (const auto* layout :
+         {&kDgdZbExport, &kPlfyExport, &kFsExport, &kDgdGcExport, &kPlGcExport, &kJgwExport, &kZdcsExport}) {
+        Screen none(kMainPointColumns);
+        EXPECT_EQ(ResultSheet(*layout, {none.grid.text(), 0, ""}).page, wanted);
+    }
+}
+
+TEST_F(Export, TheProposedNameIsOneThatEveryFileSystemHolds)
+{
+    gProject = "示例一";
+    EXPECT_EQ(ProposedName("批量放样", "xls"), "示例一 批量放样.xls");
+    gProject = R"(a\b/c:d*e?f"g<h>i|j)"
+               "\tk";
+    EXPECT_EQ(ProposedName("主点参数", "pdf"), "a_b_c_d_e_f_g_h_i_j_k 主点参数.pdf");
+    gProject = "";
+    EXPECT_EQ(ProposedName("批量放样", "xls"), "批量放样.xls");
+    gProject.clear();
+    for (int i = 0; i < 200; ++i) gProject += "路";
+    const std::string longest = ProposedName("批量放样", "xls");
+    EXPECT_LE(longest.size(), 204u);
+    EXPECT_EQ(longest, gProject.substr(0, 198) + ".xls") << "whole characters";
+    gProject.clear();
+}
+
 TEST_F(Export, HeadersInRow2AndGridRowRInRowRPlus2)
 {
     const auto s = sheet();

@@ -55,6 +55,12 @@ for form, columns in SHEETS.items():
     assert len(sheet.colinfo_map) == last
     assert not any(row.height_mismatch for row in sheet.rowinfo_map.values())
 
+    # On paper: landscape, as wide as the page, rows 1 and 2 on each page.
+    names = [(name.name, name.builtin, name.scope) for name in book.name_obj_list]
+    assert names == [("\x07", 1, 0)], names
+    titles = book.name_obj_list[0].result.value[0].coords
+    assert titles == (0, 1, 0, 2, 0, 256), titles
+
     for row, texts in enumerate(grid):
         if form in ("frmDgdZb", "frmPlfy", "frmJgw"):
             texts = texts + [STATION]

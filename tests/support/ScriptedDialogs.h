@@ -35,11 +35,12 @@ inline void PrintTo(const Msg& msg, std::ostream* out)
 
 class ScriptedDialogs final : public Dialogs {
 public:
-    std::vector<Msg> messages;         ///< every box, in order
-    std::vector<std::string> filters;  ///< of every file dialog, in order
-    int turns = 0;                     ///< turns of the event loop
-    std::function<void()> onTurn;      ///< runs at each turn
-    std::function<void()> onBox;       ///< runs while a box is up, after it went into messages
+    std::vector<Msg> messages;           ///< every box, in order
+    std::vector<std::string> filters;    ///< of every file dialog, in order
+    std::vector<std::string> proposals;  ///< of every save dialog that begins with a name
+    int turns = 0;                       ///< turns of the event loop
+    std::function<void()> onTurn;        ///< runs at each turn
+    std::function<void()> onBox;         ///< runs while a box is up, after it went into messages
 
     ScriptedDialogs() { setDialogs(this); }
     ScriptedDialogs(const ScriptedDialogs&) = delete;
@@ -99,6 +100,11 @@ public:
     {
         filters.emplace_back(filter);
         return answer(OpenFile, filters.back());
+    }
+    std::optional<std::string> saveFileAs(std::string_view filter, std::string_view proposed) override
+    {
+        proposals.emplace_back(proposed);
+        return saveFile(filter);
     }
     std::optional<std::string> saveFile(std::string_view filter) override
     {

@@ -4,6 +4,7 @@
 #include "office/Dxf.h"
 #include "office/windows/SheetPainter.h"
 #include "ui/Fields.h"
+#include "ui/Paper.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -252,6 +253,6 @@ void DrawingWindow::exportPng()
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
     image.save(&buffer, "PNG");
-    if (!writes(path, bytes.toStdString())) return;
+    if (!writeOrSay(path, bytes.toStdString())) return;
     say(QStringLiteral("已导出：") + QDir::toNativeSeparators(path));
 }

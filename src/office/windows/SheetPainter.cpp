@@ -328,7 +328,9 @@ void printSheet(const Worksheet& sheet, QPagedPaintDevice& device, const SheetPr
     const int rows = std::max(1, sheet.rows()), cols = std::max(1, sheet.cols());
     QPainter painter(&device);
     const double dpi = device.logicalDpiX();
-    const QRect page = painter.viewport();
+    const QRect whole = painter.viewport();
+    const int head = static_cast<int>(how.head * dpi), foot = static_cast<int>(how.foot * dpi);
+    const QRect page = whole.adjusted(0, head, 0, -foot);
     double scale = dpi / 96;
     const int natural = SheetGeometry(sheet, scale, 1, cols).size().width();
     if ((sheet.page.fitToWidth || how.fitToWidth) && natural > page.width())
@@ -338,15 +340,16 @@ void printSheet(const Worksheet& sheet, QPagedPaintDevice& device, const SheetPr
         const QRect shown = geometry.rect(cells);
         const int line = static_cast<int>(3 * scale);
         painter.save();
-        painter.translate(-shown.left(), down - shown.top());
+        painter.translate(-shown.left(), head + down - shown.top());
         painter.setClipRect(shown.adjusted(-line, -line, line, line));
         paintSheet(painter, sheet, geometry, cells);
         painter.restore();
     };
-    bool newPage = false;
-    for (const auto& [cells, heads] : sheetPages(geometry, page.size(), how)) {
-        if (newPage) device.newPage();
-        newPage = true;
+    const auto pages = sheetPages(geometry, page.size(), how);
+    int number = 0;
+    for (const auto& [cells, heads] : pages) {
+        if (number++ > 0) device.newPage();
+        if (how.around) how.around(painter, whole, number, static_cast<int>(pages.size()));
         paint(cells, geometry.lines()[static_cast<std::size_t>(heads)]);
         if (heads > 0) paint({1, cells.first.col, heads, cells.last.col}, 0);
     }

@@ -5,6 +5,7 @@
 
 #include <QPagedPaintDevice>
 
+#include <functional>
 #include <vector>
 
 class QPainter;
@@ -25,6 +26,10 @@ struct SheetPrint {
     bool landscape = false, fitToWidth = false;
     int headRows = 0;   ///< at the top of every page
     int lastBlock = 0;  ///< the row from which on all stand on one page; 0: none
+
+    double head = 0, foot = 0;  ///< inches of each page above and below the sheet
+    /// Paints what stands there. @param page  all of the page, device pixels; pages count from 1
+    std::function<void(QPainter& painter, const QRect& page, int number, int count)> around = {};
 };
 struct SheetPage {
     CellRange cells;

@@ -1,4 +1,7 @@
 set(sources
+    Hints.h
+    ResultPaper.cpp
+    ResultPaper.h
     RoadLine.cpp
     RoadLine.h
     ScreenForm.cpp
