@@ -1,8 +1,8 @@
 #include "app/MenuCommands.h"
 
+#include "app/Help.h"
 #include "app/frmAbout.h"
 #include "editors/windows/frmSelect.h"
-#include "project/Workspace.h"
 #include "screens/windows/frmDgdGc.h"
 #include "screens/windows/frmDgdZb.h"
 #include "screens/windows/frmFs.h"
@@ -12,9 +12,6 @@
 #include "tools/windows/frmFhdx.h"
 #include "tools/windows/frmQljs.h"
 #include "tools/windows/frmZbzfs.h"
-#include "ui/Platform.h"
-
-#include <QFileInfo>
 
 namespace {
 
@@ -26,19 +23,7 @@ void show(QWidget* caller)
     screen.showModal(caller);
 }
 
-/// Nothing is said where the file or a viewer for it is missing.
-void showHelp(QWidget*)
-{
-#ifdef Q_OS_WIN
-    const char* const names[] = {"/Velumark帮助.chm", "/Velumark帮助.html"};
-#else
-    const char* const names[] = {"/Velumark帮助.html"};
-#endif
-    for (const char* name : names) {
-        const auto file = QString::fromStdString(gAppPath + name);
-        if (QFileInfo::exists(file) && platform().open(file)) return;
-    }
-}
+void showHelp(QWidget*) { openHelp(); }
 
 // clang-format off
 constexpr MenuCommand kCommands[] = {

@@ -1,5 +1,6 @@
 #include "app/frmMain.h"
 
+#include "app/Help.h"
 #include "app/Icons.h"
 #include "app/ListMenu.h"
 #include "app/MenuCommands.h"
@@ -67,6 +68,7 @@ frmMain::frmMain()
     refreshRoad();
     WhenLoadHangs([this] { leaveOnlyTheWaysOut(); });
     new ViewKeys(this);
+    new HelpKey(this);
 }
 
 frmMain::~frmMain() { WhenLoadHangs({}); }
@@ -186,6 +188,20 @@ void frmMain::Form_Load()
 }
 
 void frmMain::Form_Unload() { leave(); }
+
+bool frmMain::Form_KeyPress(int keyAscii)
+{
+    if (keyAscii != 13 || focusWidget() != lstProjects || lstProjects->ListIndex() < 0) return false;
+    if (!m_hanging) cmdOpenProjects_Click();
+    return true;
+}
+
+bool frmMain::commandKey(const QKeyCombination& key)
+{
+    if (key != QKeyCombination(Qt::Key_F10) || m_hanging) return false;
+    m_menuBar->setActiveAction(m_menuBar->actions().constFirst());
+    return true;
+}
 
 void frmMain::fill(ListBox& list, const std::vector<std::string>& names)
 {

@@ -31,6 +31,10 @@ protected:
     void showEvent(QShowEvent* event) override { QWidget::showEvent(event); }  ///< placed by the desktop
     void Form_Load() override;
     void Form_Unload() override;
+    /// Enter on the list of projects opens the selected one.
+    bool Form_KeyPress(int keyAscii) override;
+    /// F10 enters the menu bar.
+    bool commandKey(const QKeyCombination& key) override;
 
 private:
     using Handler = void (frmMain::*)();

@@ -19,6 +19,13 @@ frmNewProjects::frmNewProjects()
     on(cmdNewProjectsCancel, &XPButton::Click, [this] { unload(); });
 }
 
+bool frmNewProjects::Form_KeyPress(int keyAscii)
+{
+    if (keyAscii != 13 || focusWidget() != txtNewProjects) return false;
+    cmdNewProjectsOK_Click();
+    return true;
+}
+
 void frmNewProjects::cmdNewProjectsOK_Click()
 {
     const auto listed = [this] { emit created(fromUtf8(gProject)); };

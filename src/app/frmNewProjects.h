@@ -13,6 +13,9 @@ public:
 signals:
     void created(const QString& name);  ///< the catalogue has it; its settings are still to be written
 
+protected:
+    bool Form_KeyPress(int keyAscii) override;  ///< Enter in the box creates the project
+
 private:
     void cmdNewProjectsOK_Click();
 

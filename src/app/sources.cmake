@@ -1,4 +1,6 @@
 set(sources
+    Help.cpp
+    Help.h
     Icons.cpp
     Icons.h
     ListBox.cpp

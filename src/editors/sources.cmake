@@ -7,4 +7,6 @@ set(sources
     EditorTable.h
     Wizard.cpp
     Wizard.h
+    WizardState.cpp
+    WizardState.h
 )

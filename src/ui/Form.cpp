@@ -118,6 +118,15 @@ bool Form::isFirstReceiver(QWidget* target, const QEvent* event)
     return !again;
 }
 
+/// A held key commands once.
+bool Form::runCommandKey(const QKeyEvent& event)
+{
+    bool done = false;
+    if (m_life < Life::Unloading && !event.isAutoRepeat())
+        runHandler([&] { done = commandKey(event.keyCombination()); });
+    return done;
+}
+
 bool Form::previewKey(QWidget* target, QKeyEvent* event)
 {
     const int key = keyAscii(*event);
@@ -137,7 +146,10 @@ bool Form::eventFilter(QObject* watched, QEvent* event)
     if (!isKey && event->type() != QEvent::InputMethod) return false;
     auto* target = qobject_cast<QWidget*>(watched);
     if (!target || target->window() != this || m_resending) return false;
-    if (isKey) return isFirstReceiver(target, event) && previewKey(target, static_cast<QKeyEvent*>(event));
+    if (isKey) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        return isFirstReceiver(target, event) && (runCommandKey(*key) || previewKey(target, key));
+    }
 
     const auto* commit = static_cast<QInputMethodEvent*>(event);
     if (target != focusWidget() && target->focusProxy()) return false;  // handed on inside a pick list

@@ -64,6 +64,8 @@ protected:
     /// character that an input method commits. True: swallowed.
     virtual bool Form_KeyPress(int keyAscii);
     virtual void Form_Resize() {}
+    /// Keys that no rule of a window speaks of, such as F5: offered first, from any control. True: done with.
+    virtual bool commandKey(const QKeyCombination&) { return false; }
     /// Enter sends Tab: the next field in the tab order, its text selected. A Form_KeyPress returns this for 13.
     bool enterSendsTab();
 
@@ -85,6 +87,7 @@ private:
             handler();
     }
     bool previewKey(QWidget* target, QKeyEvent* event);
+    bool runCommandKey(const QKeyEvent& event);
     bool isFirstReceiver(QWidget* target, const QEvent* event);
     bool keyPress(int keyAscii);
 

@@ -209,6 +209,78 @@ private slots:
         QCOMPARE(name, "frmSqx");
     }
 
+    void enterOnAnOptionGoesOn()
+    {
+        const Opened<frmSelect> e{{kSettings, kSet}};
+        QTest::keyClick(e.form.focusWidget(), Qt::Key_Down);
+        QTest::keyClick(e.form.focusWidget(), Qt::Key_Down);
+        QString name;
+        useModal([&] { QTest::keyClick(e.form.focusWidget(), Qt::Key_Return); },
+                 [&](QWidget& window) { name = window.objectName(); });
+        QCOMPARE(name, "frmSqx");
+    }
+
+    void enterOnATypeTakesIt()
+    {
+        const Opened<frmPqxSelect> e{{kSettings, kUnset}};
+        QTest::keyClick(e.form.focusWidget(), Qt::Key_Right);
+        QCOMPARE(e.form.focusWidget()->objectName(), "optPqxSelectJm");
+        QString name;
+        useModal([&] { QTest::keyClick(e.form.focusWidget(), Qt::Key_Return); },
+                 [&](QWidget& window) { name = window.objectName(); });
+        QCOMPARE(name, "frmJmpqx");
+        QVERIFY(e.folder.text(kSettings).starts_with("积木法\r\n"));
+        QVERIFY(!e.form.isVisible());
+    }
+
+    void theChoiceOfTheModelSaysThatItIsForGood()
+    {
+        const Opened<frmPqxSelect> pqx{{kSettings, kUnset}};
+        QVERIFY(named<QLabel>(pqx.form, "lblNote").text().contains(QStringLiteral("不能再改")));
+        const Opened<frmSelectCg> cg{{kSettings, kUnset}};
+        QVERIFY(!cg.form.findChild<QLabel*>(QStringLiteral("lblNote")));
+    }
+
+    void besideEachOptionStandsWhatThereIs()
+    {
+        const auto states = [](const QWidget& form) {
+            QStringList all;
+            for (int i = 0; i < 11; ++i) all << named<QLabel>(form, ("lblState" + std::to_string(i)).c_str()).text();
+            return all;
+        };
+        const QString none = QStringLiteral("没有");
+        {
+            const Opened<frmSelect> e{{kSettings, kUnset}};
+            QCOMPARE(states(e.form), QStringList(11, none));
+        }
+        const Opened<frmSelect> e{{kSettings, kSet},
+                                  {"导线点参数.txt", "P1,1,1,\r\nP2,2,2,\r\n"},
+                                  {"平曲线参数.txt", "0,0,0\r\nJ1,100,0,0,0,50\r\nJ2,200,9,0,0,50\r\n300,0\r\n"},
+                                  {"竖曲线参数.txt", "0,1\r\n50,2,900\r\n100,1\r\n"},
+                                  {"超高参数.txt", "0,-2,-2,100,-2,-2\r\n"},
+                                  {"断链参数.txt", "50,60\r\n70,80\r\n90,100\r\n"},
+                                  {"右幅挖方参数.txt", "0,1,2\r\n"}};
+        QCOMPARE(states(e.form),
+                 (QStringList{QStringLiteral("2 个"), QStringLiteral("交点法 2 个"), QStringLiteral("1 个变坡点"),
+                              QStringLiteral("线性 1 段"), none, QStringLiteral("3 处"),
+                              QStringLiteral("填 2 级，挖 3 级"), none, none, none, QStringLiteral("1 行")}));
+        const auto files = ProjectFolder::filesIn(ProjectPath(gProject));
+        e.folder.write("断链参数.txt", "");
+        choose(e.form, 5);
+        QCOMPARE(next(e.form), "frmDl");  // and back
+        QCOMPARE(named<QLabel>(e.form, "lblState5").text(), none);
+        QCOMPARE(ProjectFolder::filesIn(ProjectPath(gProject)).size(), files.size());
+        QCOMPARE(named<QLabel>(e.form, "lblState5").focusPolicy(), Qt::NoFocus);
+    }
+
+    void anAlignmentWithoutDataKeepsItsModel()
+    {
+        const Opened<frmSelect> e{{kSettings, "积木法\r\n三次抛物线\r\n未设置\r\n未设置\r\n未设置\r\n"},
+                                  {"超高参数.txt", "0,-2,-2,100,-2,-2\r\n"}};
+        QCOMPARE(named<QLabel>(e.form, "lblState1").text(), QStringLiteral("积木法，没有数据"));
+        QCOMPARE(named<QLabel>(e.form, "lblState3").text(), QStringLiteral("三次抛物线 1 段"));
+    }
+
     void theDownKeyGoesThroughAllElevenOptions()
     {
         const Opened<frmSelect> e{{kSettings, kSet}};

@@ -4,7 +4,7 @@
 #include "base/RunTimeError.h"
 #include "controls/XPButton.h"
 #include "dialogs/FileBox.h"
-#include "editors/Wizard.h"
+#include "editors/WizardState.h"
 #include "editors/windows/frmBpjs.h"
 #include "editors/windows/frmCg.h"
 #include "editors/windows/frmCgkd.h"
@@ -22,6 +22,7 @@
 #include "project/LoadProject.h"
 #include "screens/windows/RoadLine.h"
 #include "ui/Layout.h"
+#include "ui/QuietLine.h"
 #include "ui/Theme.h"
 
 #include <QButtonGroup>
@@ -56,7 +57,9 @@ constexpr std::pair<std::string_view, void (*)(QWidget*)> kForms[] = {
 frmSelect::frmSelect(QWidget* parent) : Form(QStringLiteral("frmSelect"), QStringLiteral("编辑线路参数"), parent)
 {
     auto* options = new QGridLayout;
-    options->setHorizontalSpacing(48);
+    options->setHorizontalSpacing(theme::kMargin);
+    options->setColumnStretch(1, 1);
+    options->setColumnStretch(3, 1);
     options->setVerticalSpacing(theme::kMargin);
     auto* optCs = m_options = new QButtonGroup(this);
     optCs->setObjectName(QStringLiteral("optCs"));
@@ -64,7 +67,12 @@ frmSelect::frmSelect(QWidget* parent) : Form(QStringLiteral("frmSelect"), QStrin
         const auto caption = std::string(kWizardOptions[static_cast<std::size_t>(index)].caption);
         auto* option = control<QRadioButton>(("optCs" + std::to_string(index)).c_str(), fromUtf8(caption));
         optCs->addButton(option, index);
-        options->addWidget(option, index < 6 ? index : index - 6, index < 6 ? 0 : 1);
+        const int row = index < 6 ? index : index - 6, col = index < 6 ? 0 : 2;
+        options->addWidget(option, row, col);
+        auto* state = control<QuietLine>(("lblState" + std::to_string(index)).c_str());
+        state->setMinimumWidth(state->fontMetrics().horizontalAdvance(QStringLiteral("交点法，没有数据")) + 4);
+        options->addWidget(state, row, col + 1);
+        m_states.push_back(state);
     }
     auto* frame = ui::frame(QStringLiteral("参数"), options);
     frame->setObjectName(QStringLiteral("Frame1"));
@@ -104,6 +112,21 @@ bool frmSelect::eventFilter(QObject* watched, QEvent* event)
     return Form::eventFilter(watched, event);
 }
 
+void frmSelect::Form_Load() { showStates(); }
+
+void frmSelect::showStates()
+{
+    const auto states = WizardStates();
+    for (std::size_t i = 0; i < states.size(); ++i) m_states[i]->say(fromUtf8(states[i]));
+}
+
+bool frmSelect::Form_KeyPress(int keyAscii)
+{
+    if (keyAscii != 13 || !qobject_cast<QRadioButton*>(focusWidget())) return false;
+    cmdSelectNext_Click();
+    return true;
+}
+
 void frmSelect::cmdSelectNext_Click()
 {
     try {
@@ -112,6 +135,7 @@ void frmSelect::cmdSelectNext_Click()
         for (const auto& [name, show] : kForms)
             if (name == step.form) show(this);
         m_road->refresh();
+        showStates();
     } catch (const FileError& error) {  // the settings, which decide what opens
         dialogs().box(FileBox(error));
     }

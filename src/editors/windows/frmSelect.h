@@ -4,8 +4,10 @@
 #include "ui/Form.h"
 
 #include <cstdint>
+#include <vector>
 
 class QButtonGroup;
+class QuietLine;
 class RoadLine;
 
 class frmSelect : public Form {
@@ -20,13 +22,18 @@ public:
     }
 
 protected:
+    void Form_Load() override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    bool Form_KeyPress(int keyAscii) override;  ///< Enter on an option goes on
 
 private:
     void cmdSelectNext_Click();
     void cmdSelectBack_Click();
 
+    void showStates();
+
     RoadLine* m_road = nullptr;
+    std::vector<QuietLine*> m_states;  ///< beside each option, what its file holds
     QButtonGroup* m_options = nullptr;
     std::int16_t m_option = 0;  ///< index of the last clicked option
 };
