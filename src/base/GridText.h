@@ -5,6 +5,7 @@
 #include "base/Cell.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <utility>
@@ -15,6 +16,23 @@ struct KeptBytes {
     std::string shown;
     std::string bytes;
 };
+
+/// The instrument station that a row was computed from, m: X north, Y east.
+struct SeenFrom {
+    double x = 0, y = 0;
+
+    bool operator==(const SeenFrom&) const = default;
+};
+
+/// A doubt about some cells of a row, in Chinese.
+struct CellNote {
+    std::uint32_t columns = 0;  ///< bit c for column c
+    std::string text = {};
+
+    bool operator==(const CellNote&) const = default;
+};
+/// Bit of a column that has one: 1 to 31.
+constexpr std::uint32_t ColumnBit(int col) { return col >= 0 && col < 32 ? std::uint32_t{1} << col : 0; }
 
 class GridText {
 public:
@@ -37,13 +55,15 @@ public:
     }
     /// A row at the end with these cells from column 1 on, as far as there are columns.
     /// @param warning  see warning()
-    void append(std::vector<Cell> cells, std::string warning)
+    /// @param notes    see notes()
+    void append(std::vector<Cell> cells, std::string warning, std::vector<CellNote> notes = {})
     {
         Row row;
         row.cells.resize(static_cast<std::size_t>(m_cols));
         for (std::size_t i = 0; i < cells.size() && i + 1 < row.cells.size(); ++i)
             row.cells[i + 1] = std::move(cells[i]);
         row.warning = std::move(warning);
+        row.notes = std::move(notes);
         m_rows.push_back(std::move(row));
     }
     void insertRow(int before) { m_rows.insert(m_rows.begin() + before, Row{}); }
@@ -55,6 +75,29 @@ public:
     {
         m_rows[static_cast<std::size_t>(row)].warning = std::move(warning);
     }
+
+    /// What is doubtful about single cells of the row. It goes with its row.
+    const std::vector<CellNote>& notes(int row) const { return m_rows[static_cast<std::size_t>(row)].notes; }
+    void clearNotes(int row) { m_rows[static_cast<std::size_t>(row)].notes.clear(); }
+    bool doubtful(int row, int col) const
+    {
+        if (!warning(row).empty()) return true;
+        for (const auto& note : notes(row))
+            if (note.columns & ColumnBit(col)) return true;
+        return false;
+    }
+    /// Why the cell is doubtful: the row's warning and the notes of its column; "" for most.
+    std::string doubt(int row, int col) const
+    {
+        std::string all = warning(row);
+        for (const auto& note : notes(row))
+            if (note.columns & ColumnBit(col)) all += (all.empty() ? "" : "；") + note.text;
+        return all;
+    }
+
+    /// The station that the row was computed from; none for rows that have nothing to do with one.
+    const std::optional<SeenFrom>& station(int row) const { return m_rows[static_cast<std::size_t>(row)].station; }
+    void setStation(int row, std::optional<SeenFrom> from) { m_rows[static_cast<std::size_t>(row)].station = from; }
 
     /// The bytes of the cell's present text. They go with their row, and stay whatever is written over the text.
     void keepBytes(int row, int col, std::string bytes)
@@ -80,6 +123,8 @@ private:
     struct Row {
         std::vector<Cell> cells;
         std::string warning;
+        std::vector<CellNote> notes;
+        std::optional<SeenFrom> station;
         std::vector<std::pair<int, KeptBytes>> kept;  // by column
     };
     std::vector<Row> m_rows = std::vector<Row>(1);

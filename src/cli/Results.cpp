@@ -6,6 +6,7 @@
 #include "base/RunTimeError.h"
 #include "cli/Culprit.h"
 #include "cli/Output.h"
+#include "cli/RunNotes.h"
 #include "exchange/Xlsx.h"
 #include "office/Xls.h"
 #include "project/Workspace.h"
@@ -149,6 +150,9 @@ int Results::finish()
                })) {
         m_refused = true;
     }
+    RunNotes notes;
+    for (int row = 0; row < grid.rows(); ++row) notes.add(grid.notes(row));
+    if (!m_call.args.has("--quiet")) m_call.err << notes.lines();
     return m_refused ? kRefused : kDone;
 }
 

@@ -1,5 +1,6 @@
 #include "cli/Commands.h"
 #include "cli/Results.h"
+#include "screens/Doubts.h"
 #include "screens/Handler.h"
 #include "screens/Plfy.h"
 
@@ -15,9 +16,11 @@ int run(const Call& call)
     if (args.has("--file")) {
         // The file run of the screen looks from the station in memory.
         if (!results.press([&] { return Handle(Trap::Words, [&] { ReadStation(*station, {}); }); })) return kRefused;
+        const std::string unseen = warning::NoStation(*station);
         results.pressLines([&](const std::string& line) {
             results.press([&] {
-                return Handle(Trap::Words, [&] { AddPlfyLine(ParseBatchLine(line, kPlfyFields), results.rows()); });
+                return Handle(Trap::Words,
+                              [&] { AddPlfyLine(ParseBatchLine(line, kPlfyFields), results.rows(), unseen); });
             });
             return true;
         });

@@ -34,6 +34,7 @@ void StreamedRows::row(ResultRow row)
     ++m_rows;
     if (!row.warning.empty() && !m_call.args.has("--quiet"))
         m_call.err << "第" << m_rows << "行结果：" << row.warning << '\n';
+    m_notes.add(row.notes);
     m_block.append(std::move(row.cells), std::move(row.warning));
     m_block.setText(m_block.rows() - 1, 0, std::to_string(m_rows));
     if (m_block.rows() > kBlock) writeBlock();
@@ -58,4 +59,5 @@ void StreamedRows::end()
 {
     if (m_block.rows() > 1 || !m_begun) writeBlock();
     if (m_call.format == Format::Json) m_call.out << (m_rows > 0 ? "\n]\n" : "]\n");
+    if (!m_call.args.has("--quiet")) m_call.err << m_notes.lines();
 }

@@ -3,6 +3,7 @@
 
 #include "base/GridText.h"
 #include "cli/Command.h"
+#include "cli/RunNotes.h"
 #include "dialogs/Outcome.h"
 
 #include <functional>
@@ -34,6 +35,7 @@ private:
     const Call& m_call;
     const std::span<const TypedColumn> m_typed;
     GridText m_block;  ///< below the headers
+    RunNotes m_notes;
     long m_rows = 0;
     bool m_begun = false;
 };

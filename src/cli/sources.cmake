@@ -30,6 +30,7 @@ set(sources
     ProjectNames.h
     Results.cpp
     Results.h
+    RunNotes.h
     Stakeout.cpp
     StreamedRows.cpp
     StreamedRows.h

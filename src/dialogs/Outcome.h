@@ -2,6 +2,7 @@
 // How the first half of a handler ends and where its rows go.
 
 #include "base/Cell.h"
+#include "base/GridText.h"
 #include "dialogs/Dialogs.h"
 
 #include <optional>
@@ -20,13 +21,17 @@ struct Refusal {
 struct Outcome {
     std::optional<Refusal> refusal;
     std::string choked = {};  ///< the text that is no number, where one was refused for it
+    std::string told = {};    ///< what became of a file, in Chinese; "" where none was run
+    bool doubtful = false;    ///< something of it was not computed
     explicit operator bool() const { return !refusal; }
 };
 
 /// One row of a result grid: the cell texts from column 1 on (column 0 is the sequence number), and quiet warnings.
 struct ResultRow {
     std::vector<Cell> cells;
-    std::string warning;  ///< "" or why the arithmetic cannot vouch for the row, in Chinese
+    std::string warning;               ///< "" or why the arithmetic cannot vouch for the row, in Chinese
+    std::vector<CellNote> notes = {};  ///< the same for single cells
+    std::optional<SeenFrom> station = {};
 };
 
 /// Takes result rows one at a time.

@@ -42,7 +42,8 @@ void PlainRows::setRows(int rows)
 
 void PlainRows::appendRow(ResultRow row)
 {
-    m_text.append(std::move(row.cells), std::move(row.warning));
+    m_text.append(std::move(row.cells), std::move(row.warning), std::move(row.notes));
+    m_text.setStation(m_text.rows() - 1, row.station);
     m_text.setText(m_text.rows() - 1, 0, std::to_string(m_text.rows() - 1));
     m_row = std::max(m_row, 1);
 }

@@ -8,6 +8,7 @@
 #include "project/Workspace.h"
 
 #include <algorithm>
+#include <cmath>
 #include <initializer_list>
 #include <utility>
 
@@ -108,14 +109,26 @@ std::string stakeText(double continuous)
     return (secondPass ? "-" : "") + FormatStake(RoundHalfUp3(value));
 }
 
+/// What the closing row of the elements adds to the road's last stake.
+double beyondEnd() { return openRoad.byIntersectionPoints ? 0.01 : 0.0001; }
+
+/// In whole millimetres that the screens take: the first one rounded up, the last one down.
+StakeRange rangeOf(double first, double last)
+{
+    constexpr double kSlack = 1e-4;  // of a millimetre: what arithmetic leaves of a whole one
+    const auto text = [](double continuous, bool up) {
+        const auto [value, secondPass] = ToNominal(continuous);
+        const double mm = value * 1000;
+        return (secondPass ? "-" : "") + NumText((up ? std::ceil(mm - kSlack) : std::floor(mm + kSlack)) / 1000);
+    };
+    return {text(first, true), text(last, false)};
+}
+
 /// From the first stake to the last one, without what the closing row adds to it.
 std::string stretch()
 {
     std::string text;
-    attempt([&] {
-        const double beyond = openRoad.byIntersectionPoints ? 0.01 : 0.0001;
-        text = stakeText(at(gElemLc, 0)) + "～" + stakeText(at(gElemLc, gElemCount) - beyond);
-    });
+    attempt([&] { text = stakeText(at(gElemLc, 0)) + "～" + stakeText(at(gElemLc, gElemCount) - beyondEnd()); });
     return text;
 }
 
@@ -151,6 +164,22 @@ RoadText roadText()
     const auto doubts = leftOpen();
     if (!doubts.empty()) text += "　" + doubts;
     return {text, !doubts.empty()};
+}
+
+std::optional<StakeRange> alignmentRange()
+{
+    std::optional<StakeRange> range;
+    if (gElemCount > 0)
+        attempt(
+            [&] { range = rangeOf(at(gElemLc, 0), at(gElemLc, gElemCount) - (openRoad.loads > 0 ? beyondEnd() : 0)); });
+    return range;
+}
+
+std::optional<StakeRange> profileRange()
+{
+    std::optional<StakeRange> range;
+    if (gSqxCount > 0) attempt([&] { range = rangeOf(at(gSqxLc, 0), at(gSqxLc, gSqxCount)); });
+    return range;
 }
 
 RoadDoubts lookAtRoad()

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -39,6 +40,13 @@ struct RoadText {
 /// 当前项目：示例一　K12+000.000～K18+553.408　交点法　断链 2 处. Stakes are nominal. Doubtful where gProject names
 /// another project than the tables hold, or the tables hold more, or less, than the project's files.
 RoadText roadText();
+
+/// The stakes that may be typed for the road in the tables, nominal, as plain numbers with up to three decimals.
+struct StakeRange {
+    std::string first, last;
+};
+std::optional<StakeRange> alignmentRange();  ///< nothing without an alignment
+std::optional<StakeRange> profileRange();    ///< nothing without a profile
 
 /// Why the tables may not be the road of the project; each "" where there is nothing to say.
 struct RoadDoubts {

@@ -20,7 +20,13 @@ BatchLine ParseBatchLine(const std::string& line, std::size_t fields);
 ///         where no line holds a comma
 std::vector<BatchLine> ReadBatchFile(const std::string& path, std::size_t fields);
 
+/// Why a line could not be computed where its own numbers do not tell, in Chinese; "" where nobody knows better.
+using WhyNot = std::function<std::string()>;
+
 /// The button of a batch: asks for a file and hands its lines over one by one, until the rows are abandoned; then the
-/// data has changed. A cancelled dialog ends it. Trap: silent.
-/// @param add  makes the rows of a line
-Outcome CalcBatchFile(std::size_t fields, RowSink& rows, const std::function<void(const BatchLine&)>& add);
+/// data has changed. A cancelled dialog ends it. Trap: silent; but the outcome tells what became of the file, its lines
+/// counted after the blank ones went.
+/// @param add  makes the rows of a line; false: it has no stake
+/// @param whyNot  asked where an error has no text that it choked on
+Outcome CalcBatchFile(std::size_t fields, RowSink& rows, const std::function<bool(const BatchLine&)>& add,
+                      const WhyNot& whyNot = {});

@@ -3,6 +3,7 @@
 #include "base/Numbers.h"
 #include "base/RunTimeError.h"
 #include "engine/Chainage.h"
+#include "screens/Doubts.h"
 #include "screens/Elevation.h"
 #include "screens/Handler.h"
 #include "screens/Rows.h"
@@ -30,7 +31,10 @@ Outcome CalcDgdGc(const DgdGcInput& in, RowSink& rows)
         if (continuous < at(gSqxLc, 0)) refuse(message::kBeforeProfile);
         if (continuous > at(gSqxLc, gSqxCount)) refuse(message::kBeyondProfile);
 
-        rows.row({{StakeCell(stake), side, ElevationCell(continuous, offset, thickness)}, {}});
+        std::vector<CellNote> notes;
+        AddNote(notes, kStakeCells, warning::TwoPlaces(stake));
+        AddNote(notes, kElevationCells, warning::OffSection(continuous, offset));
+        rows.row({{StakeCell(stake), side, ElevationCell(continuous, offset, thickness)}, {}, std::move(notes)});
         rows.changed();
     });
 }

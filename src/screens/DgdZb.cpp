@@ -3,6 +3,7 @@
 #include "base/Numbers.h"
 #include "base/RunTimeError.h"
 #include "engine/Chainage.h"
+#include "screens/Doubts.h"
 #include "screens/Handler.h"
 #include "screens/Rows.h"
 #include "tables/CalcTables.h"
@@ -37,6 +38,7 @@ Outcome CalcDgdZb(const DgdZbInput& in, RowSink& rows)
         PointToLayOut point = readPoint(in, stake);
         point.stake = ResolveOrRefuse(stake, kDgdZb);
         ReadStation(in.station, {"txtDgdCzX", "txtDgdCzY"});
+        AddNote(point.notes, kSeenCells, warning::NoStation(in.station));
         if (point.stake < at(gElemLc, 0)) Refuse(message::kBeforeRoute);
         if (point.stake > at(gElemLc, gElemCount)) Refuse(message::kBeyondRoute);
         AddCoordinateRow(rows, point);

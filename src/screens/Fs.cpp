@@ -46,5 +46,6 @@ Outcome CalcFs(const FsInput& in, RowSink& rows)
 Outcome CalcFsFile(RowSink& rows)
 {
     FootRun run;
-    return CalcBatchFile(kFsFields, rows, [&](const BatchLine& line) { AddFsPoint(run, line[0], line[1], rows); });
+    return CalcBatchFile(kFsFields, rows,
+                         [&](const BatchLine& line) { return AddFsPoint(run, line[0], line[1], rows); });
 }

@@ -5,6 +5,7 @@
 #include "base/Trig.h"
 #include "engine/Chainage.h"
 #include "engine/Route.h"
+#include "screens/Doubts.h"
 #include "screens/Handler.h"
 #include "screens/Rows.h"
 #include "screens/Walk.h"
@@ -75,6 +76,7 @@ struct Structure {
     double angle = 90;  // working angle, dd.mmss
     bool skewEnds = true;
     Cell angleCell = kNoSkewText;
+    std::vector<CellNote> notes = {};
 };
 
 /// Lays out the centre, then the four rows.
@@ -84,11 +86,13 @@ void addCorners(double nominal, double continuous, const Structure& structure, c
     const auto corners = StructureCorners({gOutX, gOutY}, gOutFwj, structure.size, structure.angle, structure.skewEnds);
     const Cell tangent = TangentCell();
     const std::string note = warning::OffRoute(continuous);
+    auto notes = structure.notes;
+    AddNote(notes, kStakeCells, warning::TwoPlaces(nominal));
     for (std::size_t i = 0; i < corners.size(); ++i) {
         std::vector<Cell> cells{StakeCell(nominal), std::string(kCornerNames[i]), structure.angleCell};
         AddSeenFromStation(cells, corners[i].x, corners[i].y);
         cells.push_back(tangent);
-        rows.row({std::move(cells), i == 0 ? warning::Join(remark, note) : note});
+        rows.row({std::move(cells), i == 0 ? warning::Join(remark, note) : note, notes});
     }
     rows.changed();
 }
@@ -136,10 +140,11 @@ Outcome CalcJgw(const JgwInput& in, JgwStructures& structures, RowSink& rows)
             if (std::abs(stake) < at(gElemLc, 0)) Refuse(message::kBeforeRoute);
             if (std::abs(stake) > at(gElemLc, gElemCount)) Refuse(message::kBeyondRoute);
         }
-        const Structure structure = readStructure(in);
+        Structure structure = readStructure(in);
         if (gPlBatch) stake = OrZero(in.stake);
         const double continuous = ResolveOrRefuse(stake, kDgdZb);
         ReadStation(in.station, kStationFields);
+        AddNote(structure.notes, kSeenCells, warning::NoStation(in.station));
 
         const auto add = [&](const RunStake& at) {
             addCorners(at.nominal, at.continuous, structure, at.remark, rows);
@@ -160,14 +165,25 @@ void AddJgwLine(const BatchLine& line, const JgwInput& in, JgwStructures& struct
     structure.size = {line[1], line[2], line[3], line[4]};
     structure.skewEnds = in.skewEnds;
     // Kept on purpose: a file is laid out square; the angle column shows a value that nothing sets.
-    if (in.skewed) structure.angleCell = SkewCell(0);
+    if (in.skewed) {
+        structure.angleCell = SkewCell(0);
+        AddNote(structure.notes, kAngleCells, "从文件读取按 90 度计算，未用夹角");
+    }
     const double continuous = ResolveOrRefuse(line[0], kFileLine);
     ReadStation(in.station, kStationFields);
+    AddNote(structure.notes, kSeenCells, warning::NoStation(in.station));
     addCorners(line[0], continuous, structure, {}, rows);
     structures.add(NumText(line[1]), NumText(line[2]), NumText(line[3]), NumText(line[4]));
 }
 
 Outcome CalcJgwFile(const JgwInput& in, JgwStructures& structures, RowSink& rows)
 {
-    return CalcBatchFile(kJgwFields, rows, [&](const BatchLine& line) { AddJgwLine(line, in, structures, rows); });
+    const auto add = [&](const BatchLine& line) {
+        AddJgwLine(line, in, structures, rows);
+        return true;
+    };
+    const auto whyNot = [&] {
+        return structures.count < std::ssize(structures.kq) ? "" : "打开窗口以来的结构物超过 100 个";
+    };
+    return CalcBatchFile(kJgwFields, rows, add, whyNot);
 }

@@ -3,6 +3,7 @@
 #include "base/Numbers.h"
 #include "base/RunTimeError.h"
 #include "engine/Chainage.h"
+#include "screens/Doubts.h"
 #include "screens/Elevation.h"
 #include "screens/Handler.h"
 #include "screens/Rows.h"
@@ -14,13 +15,17 @@ namespace {
 void addStake(const RunStake& at, double offset, double thickness, RowSink& rows)
 {
     std::vector<Cell> cells{StakeCell(at.nominal), ElevationSideCell(0), ElevationCell(at.continuous, 0, thickness)};
+    std::vector<CellNote> notes;
+    AddNote(notes, kStakeCells, warning::TwoPlaces(at.nominal));
     if (offset != 0) {
+        AddNote(notes, kLeftElevationCells, warning::OffSection(at.continuous, -offset));
+        AddNote(notes, kRightElevationCells, warning::OffSection(at.continuous, offset));
         cells.push_back(SideCell("左", offset));
         cells.push_back(ElevationCell(at.continuous, -offset, thickness));
         cells.push_back(SideCell("右", offset));
         cells.push_back(ElevationCell(at.continuous, offset, thickness));
     }
-    rows.row({std::move(cells), warning::Join(at.remark, warning::OffProfile(at.continuous))});
+    rows.row({std::move(cells), warning::Join(at.remark, warning::OffProfile(at.continuous)), std::move(notes)});
 }
 
 }  // namespace
@@ -53,11 +58,19 @@ void AddPlGcLine(const BatchLine& line, const std::string& thicknessText, RowSin
     const double stake = line[0], offset = line[1];
     const double continuous = ResolveOrRefuse(stake, kFileLine);
     const double thickness = OrZero(thicknessText);
+    std::vector<CellNote> notes;
+    AddNote(notes, kStakeCells, warning::TwoPlaces(stake));
+    AddNote(notes, kElevationCells, warning::OffSection(continuous, offset));
     rows.row({{StakeCell(stake), ElevationSideCell(offset), ElevationCell(continuous, offset, thickness)},
-              warning::OffProfile(continuous)});
+              warning::OffProfile(continuous),
+              std::move(notes)});
 }
 
 Outcome CalcPlGcFile(const std::string& thickness, RowSink& rows)
 {
-    return CalcBatchFile(kPlGcFields, rows, [&](const BatchLine& line) { AddPlGcLine(line, thickness, rows); });
+    const auto add = [&](const BatchLine& line) {
+        AddPlGcLine(line, thickness, rows);
+        return true;
+    };
+    return CalcBatchFile(kPlGcFields, rows, add, [] { return gSqxCount < 2 ? "没有完整的竖曲线参数" : ""; });
 }

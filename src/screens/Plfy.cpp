@@ -3,6 +3,7 @@
 #include "base/Numbers.h"
 #include "base/RunTimeError.h"
 #include "engine/Chainage.h"
+#include "screens/Doubts.h"
 #include "screens/Handler.h"
 #include "screens/Rows.h"
 #include "screens/Walk.h"
@@ -30,9 +31,9 @@ Sides readSides(const PlfyInput& in)
     return sides;
 }
 
-void addStake(const RunStake& at, const Sides& sides, RowSink& rows)
+void addStake(const RunStake& at, const Sides& sides, const std::vector<CellNote>& notes, RowSink& rows)
 {
-    const PointToLayOut centre{.typed = at.nominal, .stake = at.continuous};
+    const PointToLayOut centre{.typed = at.nominal, .stake = at.continuous, .notes = notes};
     AddCoordinateRow(rows, centre, at.remark);
     if (sides.offset == 0) return;
     const auto side = [&](const char* name, double skewDeg, const Cell& angle = kNoSkewText) {
@@ -68,12 +69,14 @@ Outcome CalcPlfy(const PlfyInput& in, RowSink& rows)
         ReadStation(in.station, {"txtPlzbCzX", "txtPlzbCzY"});
 
         rows.clear();
-        WalkStakes(run, NegativePass::LastInverse, rows, [&](const RunStake& at) { addStake(at, sides, rows); });
+        std::vector<CellNote> notes;
+        AddNote(notes, kSeenCells, warning::NoStation(in.station));
+        WalkStakes(run, NegativePass::LastInverse, rows, [&](const RunStake& at) { addStake(at, sides, notes, rows); });
         rows.changed();
     });
 }
 
-void AddPlfyLine(const BatchLine& line, RowSink& rows)
+void AddPlfyLine(const BatchLine& line, RowSink& rows, const std::string& stationNote)
 {
     const double stake = line[0], offset = line[1], length = std::abs(offset);
     PointToLayOut point{.typed = stake, .stake = ResolveOrRefuse(stake, kFileLine)};
@@ -82,10 +85,16 @@ void AddPlfyLine(const BatchLine& line, RowSink& rows)
         point.skew = offset < 0 ? 270 : 90;
         point.side = SideCell(offset < 0 ? "左" : "右", length);
     }
+    AddNote(point.notes, kSeenCells, stationNote);
     AddCoordinateRow(rows, point);
 }
 
-Outcome CalcPlfyFile(RowSink& rows)
+Outcome CalcPlfyFile(RowSink& rows, const StationInput& shown)
 {
-    return CalcBatchFile(kPlfyFields, rows, [&](const BatchLine& line) { AddPlfyLine(line, rows); });
+    const auto note = warning::FileStation(shown);
+    const auto add = [&](const BatchLine& line) {
+        AddPlfyLine(line, rows, note);
+        return true;
+    };
+    return CalcBatchFile(kPlfyFields, rows, add);
 }

@@ -21,7 +21,9 @@ struct PlfyInput {
 Outcome CalcPlfy(const PlfyInput& in, RowSink& rows);
 
 /// bugPlfy: asks for a file and appends one row a line, seen from the station that is in memory. Trap: silent.
-Outcome CalcPlfyFile(RowSink& rows);
+/// @param shown  the station controls, which it does not read: a station that differs is noted beside the rows
+Outcome CalcPlfyFile(RowSink& rows, const StationInput& shown = {});
 /// One line of it: stake, and offset (negative left). The rest of the batch is not looked at. No trap of its own.
-void AddPlfyLine(const BatchLine& line, RowSink& rows);
+/// @param stationNote  what is doubtful about the station, or ""
+void AddPlfyLine(const BatchLine& line, RowSink& rows, const std::string& stationNote = {});
 inline constexpr std::size_t kPlfyFields = 2;

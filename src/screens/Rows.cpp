@@ -4,6 +4,7 @@
 #include "base/RunTimeError.h"
 #include "engine/Chainage.h"
 #include "engine/Route.h"
+#include "screens/Doubts.h"
 #include "tables/CalcTables.h"
 
 #include <cmath>
@@ -50,7 +51,8 @@ void AddCoordinateRow(RowSink& rows, PointToLayOut point, const std::string& rem
     cells.push_back(std::move(point.angle));
     AddSeenFromStation(cells, gOutX, gOutY);
     cells.push_back(TangentCell());
-    rows.row({std::move(cells), warning::Join(remark, warning::OffRoute(point.stake))});
+    AddNote(point.notes, kStakeCells, warning::TwoPlaces(point.typed));
+    rows.row({std::move(cells), warning::Join(remark, warning::OffRoute(point.stake)), std::move(point.notes)});
 }
 
 namespace warning {

@@ -24,6 +24,7 @@ struct PointToLayOut {
     double offset = 0;
     Cell side = CentreCell();
     Cell angle = kNoSkewText;
+    std::vector<CellNote> notes = {};
 };
 /// StakeToXY, then one row of the coordinate columns: seen from the station, rounded coordinates, tangent.
 /// @param remark  a warning that the caller knows of, or ""

@@ -6,6 +6,8 @@ set(sources
     DgdGc.h
     DgdZb.cpp
     DgdZb.h
+    Doubts.cpp
+    Doubts.h
     Elevation.cpp
     Elevation.h
     Export.cpp

@@ -82,6 +82,8 @@ void GridModel::clear()
     showAll();
     for (int row = 0; row < m_text.rows(); ++row) {
         m_text.setWarning(row, {});
+        m_text.clearNotes(row);
+        m_text.setStation(row, {});
         for (int col = 0; col < m_text.cols(); ++col)
             if (!m_text.text(row, col).empty()) m_text.setText(row, col, {});
     }
@@ -93,7 +95,8 @@ void GridModel::clear()
 
 void GridModel::append(ResultRow row)
 {
-    m_text.append(std::move(row.cells), std::move(row.warning));
+    m_text.append(std::move(row.cells), std::move(row.warning), std::move(row.notes));
+    m_text.setStation(m_text.rows() - 1, row.station);
     renumber();
     if (!m_hold) showAll();
 }
@@ -143,14 +146,14 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(alignment(col));
     case Qt::BackgroundRole:
-        if (!m_text.warning(row).empty()) return theme::kAmber;
+        if (m_text.doubtful(row, col)) return theme::kAmber;
         if (row == m_currentRow) return theme::kCurrentRow;
         return {};
     case Qt::ToolTipRole:
-        if (!m_text.warning(row).empty()) return QString::fromStdString(m_text.warning(row));
+        if (const auto doubt = m_text.doubt(row, col); !doubt.empty()) return QString::fromStdString(doubt);
         return {};
     case Qt::AccessibleDescriptionRole:
-        return QString::fromStdString(m_text.warning(row));
+        return QString::fromStdString(m_text.doubt(row, col));
     default:
         return {};
     }

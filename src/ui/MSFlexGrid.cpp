@@ -282,6 +282,11 @@ QString MSFlexGrid::warning(int row) const
     return row >= 0 && row < Rows() ? QString::fromStdString(text().warning(row)) : QString();
 }
 
+QString MSFlexGrid::doubt(int row, int col) const
+{
+    return row >= 0 && row < Rows() ? QString::fromStdString(text().doubt(row, col)) : QString();
+}
+
 void MSFlexGrid::holdBack(bool hold)
 {
     m_heldBack = hold;

@@ -51,6 +51,8 @@ public:
     void renumber() override;  ///< column 0 of rows 1 to Rows-1 gets its row number
     /// The tool tip of an amber row, "" for a row without one.
     QString warning(int row) const;
+    /// The tool tip of an amber cell: its row's warning and its own; "" for most.
+    QString doubt(int row, int col) const;
     /// While held back, appended rows count at once but are shown only by showRows() or when the hold ends.
     void holdBack(bool hold);
     void showRows();  ///< shows rows held back and scrolls to the last one

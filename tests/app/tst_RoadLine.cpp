@@ -69,7 +69,7 @@ QString tipOfRow(Workspace& w, QString* texts = nullptr)
     for (int col = 0; texts && col < grid.Cols(); ++col) *texts += grid.TextMatrix(1, col) + u'|';
     w.dialogs.no();
     window.close();
-    return grid.warning(1);
+    return grid.doubt(1, 6);  // X: nothing else than the road is doubtful there
 }
 
 /// Colour of the line left of its text.
@@ -249,7 +249,7 @@ private slots:
         window.show();
         type(window, "txtDgdGcFylc", "12100");
         click(window, "butDgdGcCalc");
-        QCOMPARE(named<MSFlexGrid>(window, "MsfgDgdGc").warning(1), u"竖曲线参数.txt 已修改，尚未重新读入"_s);
+        QCOMPARE(named<MSFlexGrid>(window, "MsfgDgdGc").doubt(1, 3), u"竖曲线参数.txt 已修改，尚未重新读入"_s);
         w.dialogs.no();
         window.close();
     }

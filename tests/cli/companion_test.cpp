@@ -3,6 +3,13 @@
 #include "CompanionTest.h"
 #include "base/FileBytes.h"
 
+namespace {
+
+/// What a run without a station says of its azimuths and distances, once.
+const std::string kNoStation = "没有测站：方位角和距离从坐标原点算起\n";
+
+}  // namespace
+
 TEST_F(Companion, CoordsAsATable)
 {
     const auto ran =
@@ -50,8 +57,8 @@ TEST_F(Companion, EachLineOfAFileIsOnePress)
     const std::string before = ReadBytes(path);
     const auto ran = calc({"示例一", "coords", "--file", path, "--format", "csv"});
     EXPECT_EQ(ran.code, 1);
-    EXPECT_EQ(ran.err,
-              path + " 第3行：桩号不存在，请检查断链数据！\n" + path + " 第4行：“1.2.3”：请输入正确的数值！\n");
+    EXPECT_EQ(ran.err, path + " 第3行：桩号不存在，请检查断链数据！\n" + path +
+                           " 第4行：“1.2.3”：请输入正确的数值！\n" + kNoStation);
     const auto rows = lines(ran.out);
     ASSERT_EQ(rows.size(), 4u);
     EXPECT_TRUE(rows[1].starts_with("1,K12+100.000,左5米,无,"));
@@ -71,7 +78,7 @@ TEST_F(Companion, StandardInputAndAnyLineEnds)
     }
     const auto bad = calc({"示例一", "coords", "--file", "-"}, "x,5\n12200,5\n");
     EXPECT_EQ(bad.code, 1);
-    EXPECT_EQ(bad.err, "第1行：“x”：请输入正确的数值！\n");
+    EXPECT_EQ(bad.err, "第1行：“x”：请输入正确的数值！\n" + kNoStation);
 }
 
 TEST_F(Companion, RefusalsGoToStandardErrorAndEndWithOne)
@@ -184,12 +191,48 @@ TEST_F(Companion, WarningsNameTheRowUnlessQuiet)
     const std::vector<std::string> args{"示例一", "stakeout", "--from", "13350", "--to", "13450", "--step", "25"};
     const auto loud = calc(args);
     EXPECT_EQ(loud.code, 0);
-    EXPECT_EQ(loud.err, "第3行结果：从K13+400.000起的桩号在断链中不存在，已跳过\n");
+    EXPECT_EQ(loud.err, "第3行结果：从K13+400.000起的桩号在断链中不存在，已跳过\n" + kNoStation);
     auto quiet = args;
     quiet.push_back("--quiet");
     EXPECT_EQ(calc(quiet).err, "");
     EXPECT_EQ(calc(quiet).out, loud.out);
     EXPECT_EQ(json(quiet)[2]["warning"], "从K13+400.000起的桩号在断链中不存在，已跳过");
+}
+
+TEST_F(Companion, ADoubtAboutCellsIsToldOnceARunUnlessQuiet)
+{
+    const std::string edge = "偏距超出路基，高程取路基边缘\n";
+    const std::vector<std::pair<std::vector<std::string>, std::string>> runs{
+        {{"coords", "--at", "12100"}, kNoStation},
+        {{"coords", "--at", "12100", "--station", "0,0"}, ""},
+        {{"stakeout", "--from", "12000", "--to", "12100", "--step", "10"}, kNoStation},
+        {{"stakeout", "--from", "12000", "--to", "12100", "--step", "10", "--station", "GP01"}, ""},
+        {{"stakeout", "--file", "-"}, kNoStation},
+        {{"stakeout", "--file", "-", "--station", "GP01"}, ""},
+        {{"corners", "--file", "-", "--station", "GP01"}, ""},
+        {{"corners", "--file", "-"}, kNoStation},
+        {{"elevation", "--at", "12100", "--offset", "5"}, ""},
+        {{"elevation", "--at", "12100", "--offset", "-40"}, edge},
+        {{"elevation", "--from", "12100", "--to", "12200", "--step", "10", "--offset", "40"}, edge},
+        {{"inverse", "--at", "2856575.1,512894.7"}, ""},
+    };
+    for (const auto& [command, told] : runs) {
+        std::vector<std::string> args{"示例一"};
+        args.insert(args.end(), command.begin(), command.end());
+        const std::string input = command[0] == "corners" ? "12100,2,3,12,13\n12200,2,3,12,13\n" : "12100,0\n12200,0\n";
+        const auto loud = calc(args, input);
+        EXPECT_EQ(loud.code, 0) << command[0];
+        EXPECT_EQ(loud.err, told) << testing::PrintToString(command);
+        args.push_back("--quiet");
+        const auto quiet = calc(args, input);
+        EXPECT_EQ(quiet.err, "") << command[0];
+        EXPECT_EQ(quiet.out, loud.out) << command[0];
+        const auto rows = json(args, input);
+        for (std::size_t i = 0; i < rows.size(); ++i) EXPECT_FALSE(rows[i].has("warning")) << command[0];
+    }
+    const auto streamed = calc(
+        {"示例一", "stakeout", "--from", "12000", "--to", "12100", "--step", "10", "--no-limit", "--format", "csv"});
+    EXPECT_EQ(streamed.err, kNoStation);
 }
 
 TEST_F(Companion, InverseComesBack)
@@ -244,7 +287,7 @@ TEST_F(Companion, TheRunOfStructuresEndsWhereTheScreensMemoryEnds)
     for (int i = 0; i < 105; ++i) input += "12100,2,3,12,13\n";
     const auto ran = calc({"示例一", "corners", "--file", "-", "--format", "csv"}, input);
     EXPECT_EQ(ran.code, 1);
-    EXPECT_EQ(ran.err, "第101行：请输入正确的数值！\n");
+    EXPECT_EQ(ran.err, "第101行：请输入正确的数值！\n" + kNoStation);
     EXPECT_EQ(lines(ran.out).size(), 1u + 404u);
 }
 
@@ -351,7 +394,7 @@ TEST_F(Companion, ALoadThatAGapCutsShortIsNoSuccess)
     workspace.write("断链参数.txt", "13380,13412.36\r\n");
     workspace.write("竖曲线参数.txt", "12000,231\r\n13400,240,5000\r\n18000,250\r\n");
     const auto ran = calc({"测试", "coords", "--at", "12100"});
-    EXPECT_EQ(ran.err, "桩号不存在，请检查断链数据！\n");
+    EXPECT_EQ(ran.err, "桩号不存在，请检查断链数据！\n" + kNoStation);
     EXPECT_EQ(ran.code, 1);
     EXPECT_EQ(lines(ran.out).size(), 2u) << "what the screens would show all the same";
 }

@@ -78,7 +78,7 @@ TEST_F(Companion, ResultsGoStraightToDevicesAndPipes)
     EXPECT_TRUE(stat(null.c_str(), &status) == 0 && S_ISCHR(status.st_mode)) << "still a device";
     const auto refused = calc({"示例一", "coords", "--at", "12100", "-o", full});
     EXPECT_EQ(refused.code, 1);
-    EXPECT_EQ(refused.err, "“" + full + "”无法写入：磁盘已满\n");
+    EXPECT_EQ(refused.err, "“" + full + "”无法写入：磁盘已满\n没有测站：方位角和距离从坐标原点算起\n");
 }
 
 TEST_F(Companion, AResultFollowsALink)

@@ -59,11 +59,10 @@ def main():
             faults.append("no picture: " + picture.get("alt", "?"))
         if not picture.get("alt"):
             faults.append("a picture without words")
-    # Two forms share a chapter with their other side; everything else that a menu or the wizard opens has its own.
-    shared = {"frmTfy": "frmTfz", "frmWfy": "frmWfz", "frmCg": "frmSelectCg"}
+    # F1 goes to the place of the form's name.
     forms = {path.stem for path in (source / "src").rglob("frm*.h")} - {"frmJgwDrawing"}
     for form in sorted(forms):
-        if shared.get(form, form) not in page.ids:
+        if form not in page.ids:
             faults.append("no chapter for " + form)
     if len(page.pictures) < 25 or len(forms) < 25:
         faults.append("only %d pictures and %d forms" % (len(page.pictures), len(forms)))

@@ -50,6 +50,32 @@ TEST_F(OpenRoadTest, IntersectionPointsCloseWithACentimetre)
     EXPECT_EQ(roadText().text, "当前项目：乙　K1+000.000～" + FormatStake(std::round(end * 1000) / 1000) + "　交点法");
 }
 
+TEST_F(OpenRoadTest, TheStakesThatMayBeTyped)
+{
+    EXPECT_FALSE(alignmentRange());
+    EXPECT_FALSE(profileRange());
+    open("甲", {{"其他参数.txt", "积木法\r\n"},
+                {"平曲线参数.txt", "0.1234,200.9876,10,20,30,0,0\r\n"},
+                {"竖曲线参数.txt", "20.5,10\r\n50,12,900\r\n180.25,11\r\n"}});
+    ASSERT_TRUE(alignmentRange() && profileRange());
+    // Whole millimetres inside the road: 0.123 and 200.988 would be refused.
+    EXPECT_EQ(alignmentRange()->first, ".124");
+    EXPECT_EQ(alignmentRange()->last, "200.987");
+    EXPECT_EQ(profileRange()->first, "20.5");
+    EXPECT_EQ(profileRange()->last, "180.25");
+}
+
+TEST_F(OpenRoadTest, TheStakesThatMayBeTypedAreNominal)
+{
+    open("断", {{"其他参数.txt", "积木法\r\n"},
+                {"断链参数.txt", "100,130\r\n"},
+                {"平曲线参数.txt", "0,100,10,20,30,0,0\r\n130,230,96.6,70,30,0,50\r\n"}});
+    ASSERT_TRUE(alignmentRange());
+    EXPECT_EQ(alignmentRange()->first, "0");
+    EXPECT_EQ(alignmentRange()->last, "230");
+    EXPECT_FALSE(profileRange());
+}
+
 TEST_F(OpenRoadTest, CountsTheBreaksAndShowsStakesAsPeopleWriteThem)
 {
     folder.project("断", kRoad);

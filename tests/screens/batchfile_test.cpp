@@ -195,7 +195,10 @@ TEST_F(BatchFile, ThePickIsCancelled)
     ScriptedDialogs dialogs;
     Screen screen(kInverseColumns);
     dialogs.cancelOpen();
-    EXPECT_TRUE(CalcBatchFile(2, screen.rows, [](const BatchLine&) { ADD_FAILURE(); }));
+    EXPECT_TRUE(CalcBatchFile(2, screen.rows, [](const BatchLine&) {
+        ADD_FAILURE();
+        return false;
+    }));
     EXPECT_EQ(dialogs.filters, (Texts{"(*.txt)|*.txt|"}));
     EXPECT_EQ(screen.state, ScreenState{});
 }
@@ -212,7 +215,10 @@ TEST_F(BatchFile, EachLineIsHandedOverUntilTheRowsAreAbandoned)
     write("1,2\r\n3,4\r\n5,6\r\n");
     dialogs.open(path);
     std::vector<BatchLine> taken;
-    EXPECT_TRUE(CalcBatchFile(2, rows, [&](const BatchLine& line) { taken.push_back(line); }));
+    EXPECT_TRUE(CalcBatchFile(2, rows, [&](const BatchLine& line) {
+        taken.push_back(line);
+        return true;
+    }));
     EXPECT_EQ(taken, (std::vector<BatchLine>{{1, 2}, {3, 4}}));
     EXPECT_TRUE(rows.state.changed);
 }
@@ -223,7 +229,8 @@ TEST_F(BatchFile, ARunTimeErrorOfALineEndsTheBatchInSilence)
     Screen screen(kInverseColumns);
     write("1,2\r\n3,4\r\n");
     dialogs.open(path);
-    EXPECT_TRUE(CalcBatchFile(2, screen.rows, [](const BatchLine&) { throw RunTimeError(RunTimeError::Overflow); }));
+    EXPECT_TRUE(
+        CalcBatchFile(2, screen.rows, [](const BatchLine&) -> bool { throw RunTimeError(RunTimeError::Overflow); }));
     EXPECT_FALSE(screen.state.changed);
 }
 

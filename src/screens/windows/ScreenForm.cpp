@@ -3,73 +3,94 @@
 #include "base/Numbers.h"
 #include "exchange/windows/Exchange.h"
 #include "project/OpenRoad.h"
-#include "screens/Rows.h"
+#include "project/Workspace.h"
+#include "screens/Doubts.h"
+#include "screens/windows/Hints.h"
 #include "tables/CalcTables.h"
 #include "ui/GridSink.h"
 #include "ui/Layout.h"
 
 #include <QHBoxLayout>
 
-#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-/// Hands rows on; each has the doubt about the road among its warnings.
-class DoubtedRows : public RowSink {
-public:
-    DoubtedRows(RowSink& rows, std::string doubt) : m_rows(rows), m_doubt(std::move(doubt)) {}
-
-    void clear() override { m_rows.clear(); }
-    void row(ResultRow row) override
-    {
-        row.warning = warning::Join(m_doubt, row.warning);
-        m_rows.row(std::move(row));
-    }
-    void changed() override { m_rows.changed(); }
-    bool abandoned() override { return m_rows.abandoned(); }
-
-private:
-    RowSink& m_rows;
-    std::string m_doubt;
-};
-
-/// What a row of these columns hangs on: the profile where it has an elevation, else the alignment.
-std::string doubtOf(std::span<const GridColumn> columns, bool pickedStation)
-{
-    const RoadDoubts doubts = lookAtRoad();
-    const bool elevations =
-        std::any_of(columns.begin(), columns.end(), [](const auto& c) { return c.header == "高 程"; });
-    return warning::Join(elevations ? doubts.profile : doubts.alignment, pickedStation ? doubts.traverse : "");
-}
-
-}  // namespace
 
 ScreenForm::ScreenForm(const ScreenParts& parts) : Form(QString::fromUtf8(parts.form), parts.caption), m_parts(parts) {}
 
 void ScreenForm::run(const std::function<Outcome(RowSink&)>& handler)
 {
     Outcome outcome;
+    bool grew = false;
+    m_grew = false;
     {
         const bool picked = station.pick && !station.typed->isChecked() && station.pick->ListIndex() >= 0;
         GridSink shown(*grid, *results);
-        DoubtedRows rows(shown, doubtOf(m_parts.columns, picked));
+        NotedRows rows(shown, RoadNotes(m_parts.columns, lookAtRoad(), picked), station.pick != nullptr);
         outcome = handler(rows);
+        grew = rows.count() > 0;
+        if (rows.refused()) {
+            const bool byStake = m_parts.columns[1].header == kCoordinateColumns[1].header;
+            outcome.told += (outcome.told.empty() ? "" : "；") + std::string("已达 32767 行上限") +
+                            (byStake ? "，从 " + *rows.refused() + " 起没有计算" : "");
+            outcome.doubtful = true;
+        }
     }
+    m_grew = grew && !outcome.refusal;
+    m_told = std::move(outcome.told);
+    m_toldDoubtful = outcome.doubtful;
+    tell({});
     if (outcome.refusal) refuse(*outcome.refusal);
+}
+
+void ScreenForm::tell(const std::string& ofSave)
+{
+    told->say(fromUtf8(m_told.empty() || ofSave.empty() ? m_told + ofSave : m_told + "　" + ofSave),
+              m_toldDoubtful || !ofSave.empty());
+}
+
+bool ScreenForm::commandKey(const QKeyCombination& key)
+{
+    if (key == QKeyCombination(Qt::Key_F5) && calc) {
+        calculate();
+        return true;
+    }
+    if (key == (Qt::CTRL | Qt::Key_S)) {
+        emit saving->Click();
+        return true;
+    }
+    return false;
+}
+
+/// Whoever calculates a row after the other finds the first field ready for the next one.
+void ScreenForm::calculate()
+{
+    m_grew = false;
+    emit calc->Click();
+    if (!m_grew || !m_first) return;
+    m_first->setFocus(Qt::ShortcutFocusReason);
+    m_first->selectAll();
 }
 
 void ScreenForm::deleteRow() { results->deleteCursorRow(); }
 
 void ScreenForm::save()
 {
+    tell(station.pick ? OtherStations(results->text(), results->state.rows) : "");
     SaveResult(m_parts.layout, exportData(), savedState(), [this](bool shown) {
         if (shown) ui::placeWaitBox(wait, grid);
         wait->setVisible(shown);
         dialogs().turn();
     });
+}
+
+ResultPaper ScreenForm::paper()
+{
+    const std::string pick = station.pick ? toUtf8(station.pick->Text()) : "";
+    return {.title = windowTitle(),
+            .project = fromUtf8(gProject),
+            .station = station.pick ? fromUtf8(StationText(pick)).trimmed() : QString(),
+            .date = QDate::currentDate()};
 }
 
 bool ScreenForm::askToSave() { return AskToSave(); }
@@ -93,19 +114,36 @@ void ScreenForm::Form_Unload()
     if (results->state.changed && askToSave()) save();
 }
 
-QLineEdit* ScreenForm::box(const char* name, KeySet keys)
+QLineEdit* ScreenForm::box(const char* name, KeySet keys, const QString& tip)
 {
     auto* made = control<QLineEdit>(name);
+    made->setToolTip(tip);
     filterKeys(made, keys);
     ui::fitDigits(made);
     setLocked(made, false);
     return made;
 }
 
-QLineEdit* ScreenForm::lockedBox(const char* name, KeySet keys)
+QLineEdit* ScreenForm::lockedBox(const char* name, KeySet keys, const QString& tip)
 {
-    auto* made = box(name, keys);
+    auto* made = box(name, keys, tip);
     setLocked(made, true);
+    return made;
+}
+
+QLineEdit* ScreenForm::stakeBox(const char* name, Of group, Shows shows)
+{
+    auto* made = box(name, IsSignedDecimalKey, hint::stake);
+    const auto range = group == Of::Alignment ? alignmentRange() : profileRange();
+    if (!range) return made;
+    const QString first = fromUtf8(range->first), last = fromUtf8(range->last), both = first + u'～' + last;
+    made->setToolTip(hint::stake + (group == Of::Alignment ? u"\n路线：%1 米。"_s : u"\n竖曲线：%1 米。"_s).arg(both));
+    // A range that the box cannot show whole stands in the tool tip alone.
+    const QString shown = shows == Shows::First ? first : shows == Shows::Last ? last : both;
+    constexpr int kAround = 12;  // pixels of frame and margins
+    if (made->fontMetrics().horizontalAdvance(shown) + kAround <=
+        made->sizeHint().expandedTo(made->minimumSize()).width())
+        made->setPlaceholderText(shown);
     return made;
 }
 
@@ -148,8 +186,8 @@ QWidget* ScreenForm::stationFrame(const StationNames& names)
         for (const auto& name : gDxdName) station.pick->AddItem(fromUtf8(name));
     ui::fitDigits(station.pick, 16);
     station.typed = check(names.typed, u"输入坐标"_s);
-    station.x = lockedBox(names.x, IsUnsignedDecimalKey);
-    station.y = lockedBox(names.y, IsUnsignedDecimalKey);
+    station.x = lockedBox(names.x, IsUnsignedDecimalKey, hint::stationX);
+    station.y = lockedBox(names.y, IsUnsignedDecimalKey, hint::stationY);
     on(station.typed, &QCheckBox::toggled, [this](bool ticked) {
         open(station.y, ticked);
         open(station.x, ticked);
@@ -176,6 +214,7 @@ StationInput ScreenForm::readStation() const
 
 void ScreenForm::layOut(std::vector<ui::Piece> fields, std::vector<QWidget*> buttons)
 {
+    if (!buttons.empty()) calc = static_cast<XPButton*>(buttons.front());
     if (m_parts.del) {
         del = button(m_parts.del, u"删除一行"_s);
         on(del, &XPButton::Click, [this] { deleteRow(); });
@@ -193,14 +232,20 @@ void ScreenForm::layOut(std::vector<ui::Piece> fields, std::vector<QWidget*> but
     grid->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     grid->setLastColumnFills(true);
     addSaveAs(*grid);
+    addPaper(
+        *grid, [this] { return ResultSheet(m_parts.layout, exportData()); }, [this] { return paper(); });
     wait = control<QLineEdit>(m_parts.wait);
     ui::placeWaitBox(wait, grid);
     road = control<RoadLine>("lblRoad");
     fields.insert(fields.begin(), road);
-    fields.insert(fields.end(), {grid, ui::buttonRow(buttons)});
+    told = control<QuietLine>("lblTold");
+    fields.insert(fields.end(), {grid, told, ui::buttonRow(buttons)});
     ui::arrange(*this, fields);
 
     // Frames take their boxes behind the grid in the ring of the tab key: the first box starts with the focus.
     for (auto* next = grid->nextInFocusChain(); next != grid; next = next->nextInFocusChain())
-        if (qobject_cast<QLineEdit*>(next) && next->focusPolicy() & Qt::TabFocus) return next->setFocus();
+        if (auto* first = qobject_cast<QLineEdit*>(next); first && next->focusPolicy() & Qt::TabFocus) {
+            m_first = first;
+            return first->setFocus();
+        }
 }

@@ -7,10 +7,12 @@
 #include "screens/Columns.h"
 #include "screens/Export.h"
 #include "screens/Station.h"
+#include "screens/windows/ResultPaper.h"
 #include "screens/windows/RoadLine.h"
 #include "ui/Form.h"
 #include "ui/Layout.h"
 #include "ui/MSFlexGrid.h"
+#include "ui/QuietLine.h"
 
 #include <QCheckBox>
 
@@ -53,7 +55,10 @@ protected:
     /// What the save reads; a screen adds what it has of its own.
     virtual ExportData exportData()
     {
-        return {results->text(), results->state.rows, station.pick ? toUtf8(station.pick->Text()) : ""};
+        return {.grid = results->text(),
+                .rows = results->state.rows,
+                .stationPick = station.pick ? toUtf8(station.pick->Text()) : "",
+                .caption = toUtf8(windowTitle())};
     }
     virtual ScreenState* savedState() { return &results->state; }
 
@@ -62,8 +67,12 @@ protected:
     /// Asks about unsaved results; the window goes in any case.
     void Form_Unload() override;
 
-    QLineEdit* box(const char* name, KeySet keys);        ///< a number box
-    QLineEdit* lockedBox(const char* name, KeySet keys);  ///< one that starts locked
+    QLineEdit* box(const char* name, KeySet keys, const QString& tip);        ///< a number box
+    QLineEdit* lockedBox(const char* name, KeySet keys, const QString& tip);  ///< one that starts locked
+    /// A box for a stake of the road; says which stakes that has.
+    enum class Of { Alignment, Profile };
+    enum class Shows { Range, First, Last };  ///< as grey text of the empty box
+    QLineEdit* stakeBox(const char* name, Of group, Shows shows);
     XPButton* button(const char* name, const QString& caption);
     QCheckBox* check(const char* name, const QString& caption);
     /// Locks and empties the box, or opens it and gives it the focus.
@@ -80,8 +89,13 @@ protected:
     /// The whole window: these fields, the grid, and a row of these buttons with those that every screen has.
     void layOut(std::vector<ui::Piece> fields, std::vector<QWidget*> buttons);
 
+    /// F5 calculates, from any field, and Ctrl+S saves, as their buttons do.
+    bool commandKey(const QKeyCombination& key) override;
+
     RoadLine* road = nullptr;  ///< above the fields
+    XPButton* calc = nullptr;  ///< what F5 presses: the first of the buttons handed to layOut
     MSFlexGrid* grid = nullptr;
+    QuietLine* told = nullptr;  ///< under the grid: what became of a file, what a save writes otherwise than the rows
     std::optional<ResultTable> results;  ///< the rows of the grid
     XPButton *del = nullptr, *saving = nullptr, *back = nullptr;
     QLineEdit* wait = nullptr;
@@ -92,7 +106,15 @@ protected:
     } station;
 
 private:
+    void tell(const std::string& ofSave);
+    void calculate();
+    ResultPaper paper();
+
     const ScreenParts m_parts;
+    std::string m_told;  // of the last run
+    bool m_toldDoubtful = false;
+    bool m_grew = false;  // the last run added rows and refused nothing
+    QLineEdit* m_first = nullptr;
 };
 
 inline std::string textOf(const QLineEdit* box) { return toUtf8(box->text()); }

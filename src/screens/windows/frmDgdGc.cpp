@@ -2,6 +2,7 @@
 
 #include "base/Numbers.h"
 #include "screens/DgdGc.h"
+#include "screens/windows/Hints.h"
 
 using namespace Qt::StringLiterals;
 
@@ -17,11 +18,11 @@ frmDgdGc::frmDgdGc()
                   .layout = kDgdGcExport,
                   .hint = u"输入里程，按“计 算”，每按一次得到一行"_s})
 {
-    txtDgdGcFylc = box("txtDgdGcFylc", IsSignedDecimalKey);
+    txtDgdGcFylc = stakeBox("txtDgdGcFylc", Of::Profile, Shows::Range);
     comDgdGcz = sidePicker("comDgdGcz");
-    txtDgdGcPj = lockedBox("txtDgdGcPj", IsUnsignedDecimalKey);
+    txtDgdGcPj = lockedBox("txtDgdGcPj", IsUnsignedDecimalKey, hint::offset);
     cheDgdLm = check("cheDgdLm", u"扣除路面厚度"_s);
-    txtDgdLmhd = lockedBox("txtDgdLmhd", IsSignedDecimalKey);
+    txtDgdLmhd = lockedBox("txtDgdLmhd", IsSignedDecimalKey, hint::layer);
     auto* point = ui::fieldLine({{u"计算里程"_s, txtDgdGcFylc}, {u""_s, comDgdGcz}, {u"偏距"_s, txtDgdGcPj}});
     auto* layer = ui::fieldLine({{cheDgdLm, txtDgdLmhd}});
     auto* butDgdGcCalc = button("butDgdGcCalc", u"计 算"_s);

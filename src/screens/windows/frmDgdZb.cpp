@@ -3,6 +3,7 @@
 #include "base/Numbers.h"
 #include "controls/FormScaling.h"
 #include "screens/DgdZb.h"
+#include "screens/windows/Hints.h"
 
 using namespace Qt::StringLiterals;
 
@@ -18,11 +19,11 @@ frmDgdZb::frmDgdZb()
                   .layout = kDgdZbExport,
                   .hint = u"输入里程，按“计 算”，每按一次得到一行"_s})
 {
-    txtDgdZbFylc = box("txtDgdZbFylc", IsSignedDecimalKey);
+    txtDgdZbFylc = stakeBox("txtDgdZbFylc", Of::Alignment, Shows::Range);
     comDgdZbz = sidePicker("comDgdZbz");
-    txtDgdPj = lockedBox("txtDgdPj", IsUnsignedDecimalKey);
+    txtDgdPj = lockedBox("txtDgdPj", IsUnsignedDecimalKey, hint::offset);
     cheDgdJj = check("cheDgdJj", u"夹角"_s);
-    txtDgdJj = lockedBox("txtDgdJj", IsSignedDecimalKey);
+    txtDgdJj = lockedBox("txtDgdJj", IsSignedDecimalKey, hint::skew);
     auto* point =
         ui::fieldLine({{u"计算里程"_s, txtDgdZbFylc}, {u""_s, comDgdZbz}, {u"偏距"_s, txtDgdPj}, {cheDgdJj, txtDgdJj}});
     auto* czFrame = stationFrame({"comDgdCz", "cheDgdZb", "txtDgdCzX", "txtDgdCzY"});

@@ -3,6 +3,7 @@
 #include "base/Numbers.h"
 #include "exchange/windows/Exchange.h"
 #include "screens/Fs.h"
+#include "screens/windows/Hints.h"
 
 using namespace Qt::StringLiterals;
 
@@ -18,8 +19,8 @@ frmFs::frmFs()
                   .layout = kFsExport,
                   .hint = u"输入坐标，按“计 算”；或按“批量反算”，选一个每行为 X,Y 的文本文件"_s})
 {
-    txtFsx = box("txtFsx", IsSignedDecimalKey);
-    txtFsY = box("txtFsY", IsSignedDecimalKey);
+    txtFsx = box("txtFsx", IsSignedDecimalKey, hint::pointX);
+    txtFsY = box("txtFsY", IsSignedDecimalKey, hint::pointY);
     auto* point = ui::fieldLine({{u"X坐标"_s, txtFsx}, {u"Y坐标"_s, txtFsY}});
     auto* butFsCalc = button("butFsCalc", u"计 算"_s);
     auto* butPlfs = button("butPlfs", u"批量反算"_s);

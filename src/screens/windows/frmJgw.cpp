@@ -2,6 +2,7 @@
 
 #include "base/Numbers.h"
 #include "controls/FormScaling.h"
+#include "screens/windows/Hints.h"
 #include "screens/windows/frmJgwDrawing.h"
 #include "screens/windows/frmPl.h"
 
@@ -21,16 +22,16 @@ frmJgw::frmJgw()
                   .layout = kJgwExport,
                   .hint = u"输入结构物中心里程和尺寸，按“计 算”；“从文件读取”的每行为 里程,K前,K后,Z左,Z右"_s})
 {
-    txtJgwFylc = box("txtJgwFylc", IsSignedDecimalKey);
+    txtJgwFylc = stakeBox("txtJgwFylc", Of::Alignment, Shows::Range);
     optJgwZz = control<QRadioButton>("optJgwZz", u"斜交正做"_s);
     optJgwXz = control<QRadioButton>("optJgwXz", u"斜交斜做"_s);
     optJgwXz->setChecked(true);
-    txtJgwKq = box("txtJgwKq", IsSignedDecimalKey);
-    txtJgwKh = box("txtJgwKh", IsSignedDecimalKey);
-    txtJgwZz = box("txtJgwZz", IsSignedDecimalKey);
-    txtJgwZy = box("txtJgwZy", IsSignedDecimalKey);
+    txtJgwKq = box("txtJgwKq", IsSignedDecimalKey, hint::kq);
+    txtJgwKh = box("txtJgwKh", IsSignedDecimalKey, hint::kh);
+    txtJgwZz = box("txtJgwZz", IsSignedDecimalKey, hint::zz);
+    txtJgwZy = box("txtJgwZy", IsSignedDecimalKey, hint::zy);
     cheJgwJj = check("cheJgwJj", u"夹角"_s);
-    txtJgwJj = lockedBox("txtJgwJj", IsSignedDecimalKey);
+    txtJgwJj = lockedBox("txtJgwJj", IsSignedDecimalKey, hint::structureSkew);
     m_drawing = control<frmJgwDrawing>("drawJgw");
     auto* size = ui::fieldTable({{{u"结构物中心里程"_s, txtJgwFylc}, {cheJgwJj, txtJgwJj}},
                                  {{u"K前"_s, txtJgwKq}, {u"K后"_s, txtJgwKh}},

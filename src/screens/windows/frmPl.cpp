@@ -2,7 +2,9 @@
 
 #include "base/Numbers.h"
 #include "controls/XPButton.h"
+#include "project/OpenRoad.h"
 #include "screens/Pl.h"
+#include "screens/windows/Hints.h"
 #include "screens/windows/frmJgw.h"
 #include "ui/Layout.h"
 
@@ -19,6 +21,12 @@ frmPl::frmPl(frmJgw& structures) : Form(u"frmPl"_s, u"批量计算结构物"_s),
     txtQdlc = box("txtQdlc");
     txtZdlc = box("txtZdlc");
     txtBc = box("txtBc");
+    for (auto* stake : {txtQdlc, txtZdlc}) stake->setToolTip(hint::stake);
+    txtBc->setToolTip(hint::step);
+    if (const auto range = alignmentRange()) {
+        txtQdlc->setPlaceholderText(fromUtf8(range->first));
+        txtZdlc->setPlaceholderText(fromUtf8(range->last));
+    }
     auto* butOK = control<XPButton>("butOK", u"确    定"_s);
     auto* butCancel = control<XPButton>("butCancel", u"取    消"_s);
     ui::arrange(*this, {ui::fieldColumn(

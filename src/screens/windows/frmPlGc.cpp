@@ -2,6 +2,7 @@
 
 #include "base/Numbers.h"
 #include "screens/PlGc.h"
+#include "screens/windows/Hints.h"
 
 using namespace Qt::StringLiterals;
 
@@ -18,12 +19,12 @@ frmPlGc::frmPlGc()
            .layout = kPlGcExport,
            .hint = u"输入开始里程、结束里程和间距，按“计 算”；或按“批量计算”，选一个每行为 里程,偏距 的文本文件"_s})
 {
-    txtPlGcQdlc = box("txtPlGcQdlc", IsSignedDecimalKey);
-    txtPlGcZdlc = box("txtPlGcZdlc", IsSignedDecimalKey);
-    txtPlGcPj = box("txtPlGcPj", IsUnsignedDecimalKey);
-    txtPlGcJj = box("txtPlGcJj", IsUnsignedDecimalKey);
+    txtPlGcQdlc = stakeBox("txtPlGcQdlc", Of::Profile, Shows::First);
+    txtPlGcZdlc = stakeBox("txtPlGcZdlc", Of::Profile, Shows::Last);
+    txtPlGcPj = box("txtPlGcPj", IsUnsignedDecimalKey, hint::runOffset);
+    txtPlGcJj = box("txtPlGcJj", IsUnsignedDecimalKey, hint::step);
     cheLm = check("cheLm", u"扣除路面厚度"_s);
-    txtLmhd = lockedBox("txtLmhd", IsSignedDecimalKey);
+    txtLmhd = lockedBox("txtLmhd", IsSignedDecimalKey, hint::layer);
     auto* stretch = ui::fieldLine({{u"开始里程"_s, txtPlGcQdlc},
                                    {u"结束里程"_s, txtPlGcZdlc},
                                    {u"偏距"_s, txtPlGcPj},

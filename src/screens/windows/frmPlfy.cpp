@@ -3,6 +3,7 @@
 #include "base/Numbers.h"
 #include "controls/FormScaling.h"
 #include "screens/Plfy.h"
+#include "screens/windows/Hints.h"
 
 using namespace Qt::StringLiterals;
 
@@ -19,12 +20,12 @@ frmPlfy::frmPlfy()
            .layout = kPlfyExport,
            .hint = u"输入开始里程、结束里程和间距，按“计 算”；或按“批量放样”，选一个每行为 里程,偏距 的文本文件"_s})
 {
-    txtPlzbQdlc = box("txtPlzbQdlc", IsSignedDecimalKey);
-    txtPlzbZdlc = box("txtPlzbZdlc", IsSignedDecimalKey);
-    txtPlzbBc = box("txtPlzbBc", IsUnsignedDecimalKey);
-    txtPlzbPj = box("txtPlzbPj", IsUnsignedDecimalKey);
+    txtPlzbQdlc = stakeBox("txtPlzbQdlc", Of::Alignment, Shows::First);
+    txtPlzbZdlc = stakeBox("txtPlzbZdlc", Of::Alignment, Shows::Last);
+    txtPlzbBc = box("txtPlzbBc", IsUnsignedDecimalKey, hint::step);
+    txtPlzbPj = box("txtPlzbPj", IsUnsignedDecimalKey, hint::runOffset);
     chePlzbJj = check("chePlzbJj", u"夹角"_s);
-    txtPlzbJj = lockedBox("txtPlzbJj", IsSignedDecimalKey);
+    txtPlzbJj = lockedBox("txtPlzbJj", IsSignedDecimalKey, hint::skew);
     auto* stretch = ui::fieldLine({{u"开始里程"_s, txtPlzbQdlc},
                                    {u"结束里程"_s, txtPlzbZdlc},
                                    {u"间距"_s, txtPlzbBc},
@@ -37,7 +38,7 @@ frmPlfy::frmPlfy()
 
     opensBox(chePlzbJj, txtPlzbJj);
     on(butPlzbCalc, &XPButton::Click, [this] { butPlzbCalc_Click(); });
-    on(bugPlfy, &XPButton::Click, [this] { run([](RowSink& rows) { return CalcPlfyFile(rows); }); });
+    on(bugPlfy, &XPButton::Click, [this] { run([this](RowSink& rows) { return CalcPlfyFile(rows, readStation()); }); });
 }
 
 void frmPlfy::Form_Load()

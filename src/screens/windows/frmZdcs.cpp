@@ -33,4 +33,9 @@ void frmZdcs::Form_Load()
     fitToContent(*this, {0, sizeHint().height() - grid->sizeHint().height() + grid->heightForAllRows()});
 }
 
-ExportData frmZdcs::exportData() { return {results->text(), gZdCount, {}}; }
+ExportData frmZdcs::exportData()
+{
+    ExportData saved = ScreenForm::exportData();
+    saved.rows = gZdCount;
+    return saved;
+}
