@@ -1,7 +1,7 @@
 // The views on a road of 500 points (2,001 elements, 384 km): opening, a repaint of 1920 x 1080 while panning and
 // zooming, the read-out. `worst_ms` is the worst single one, in processor time.
 //
-// Measured on two shared cores at 2.x GHz, processor time, mean (worst):
+// Measured on two cores shared with other builds, processor time, mean (worst):
 //     opening the plan      36 to 50 ms            wanted: below 200 ms
 //     a frame of the plan   3.8 to 8.6 (10.5) ms   wanted: below 16 ms, from 0.005 to 20 pixels a metre
 //     zooming               3.1 (5.2) ms
