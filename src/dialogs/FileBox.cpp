@@ -5,5 +5,7 @@
 
 Msg FileBox(const FileError& error)
 {
-    return {.text = error.text() + "\n" + std::string(error.reason()), .title = std::string(message::kError), .icon = Icon::Exclamation};
+    return {.text = error.text() + "\n" + std::string(error.reason()),
+            .title = std::string(message::kError),
+            .icon = Icon::Exclamation};
 }

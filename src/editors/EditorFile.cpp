@@ -75,10 +75,7 @@ const KeptBytes* keptOf(const std::vector<KeptBytes>& frames, std::size_t box)
     return box < frames.size() && !frames[box].bytes.empty() ? &frames[box] : nullptr;
 }
 
-Outcome refusal(std::string text, std::string_view field = {})
-{
-    return {Refusal{Notice(text), std::string(field)}};
-}
+Outcome refusal(std::string text, std::string_view field = {}) { return {Refusal{Notice(text), std::string(field)}}; }
 
 /// A text that the file cannot hold is named before anything is touched.
 Outcome checkCodePage(const EditorTable& table, const GridText& cells, const std::vector<std::string>& frameTexts,

@@ -80,7 +80,10 @@ void makeFolder(const std::string& path)
     throw FileError(path, FileError::Writing, error ? error : std::make_error_code(std::errc::file_exists));
 }
 
-Outcome refused(std::string text) { return {Refusal{{std::move(text), std::string(message::kError), Icon::Critical}, "txtNewProjects"}}; }
+Outcome refused(std::string text)
+{
+    return {Refusal{{std::move(text), std::string(message::kError), Icon::Critical}, "txtNewProjects"}};
+}
 
 }  // namespace
 
@@ -127,10 +130,7 @@ std::optional<std::ptrdiff_t> LineOf(const std::vector<std::string>& names, std:
     return std::nullopt;
 }
 
-Refusal NoLongerListed(const std::string& name)
-{
-    return {Notice("“" + name + "”已不在项目列表中！"), {}};
-}
+Refusal NoLongerListed(const std::string& name) { return {Notice("“" + name + "”已不在项目列表中！"), {}}; }
 
 std::vector<std::string> OpenCatalogue()
 {

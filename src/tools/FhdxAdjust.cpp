@@ -235,8 +235,7 @@ private:
             m_cells.write(column, row, FormatDmsSeconds(degrees));
         };
         for (int row = 5; row <= m_rowC + 1; row += 2) withMarks('d', row, m_cells.number('d', row));
-        for (int row = kFirstAngle; row <= m_rowC; row += 2)
-            withMarks('b', row, DmsToDeg(m_cells.number('b', row)));
+        for (int row = kFirstAngle; row <= m_rowC; row += 2) withMarks('b', row, DmsToDeg(m_cells.number('b', row)));
     }
 
     FhdxCells m_cells;
