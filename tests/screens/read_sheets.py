@@ -57,7 +57,7 @@ for form, columns in SHEETS.items():
 
     # On paper: landscape, as wide as the page, rows 1 and 2 on each page.
     names = [(name.name, name.builtin, name.scope) for name in book.name_obj_list]
-    assert names == [("\x07", 1, 0)], names
+    assert names == [("Print_Titles", 1, 0)], names
     titles = book.name_obj_list[0].result.value[0].coords
     assert titles == (0, 1, 0, 2, 0, 256), titles
 
