@@ -31,6 +31,7 @@
 #include <QKeyEvent>
 #include <QRadioButton>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -87,11 +88,11 @@ frmSelect::frmSelect(QWidget* parent) : Form(QStringLiteral("frmSelect"), QStrin
     on(next, &XPButton::Click, [this] { cmdSelectNext_Click(); });
     on(back, &XPButton::Click, [this] { cmdSelectBack_Click(); });
 
-    frame->setMinimumWidth(336);
+    frame->setMinimumWidth(std::max(336, frame->minimumSizeHint().width()));
     m_road = control<RoadLine>("lblRoad");
     m_road->setLines(2);
     ui::arrange(*this, {m_road, frame, ui::buttonRow({next, back})});
-    setMinimumWidth(360);
+    setMinimumWidth(std::max(360, layout()->totalMinimumSize().width()));
 }
 
 /// Up and down go through all options in their order, from column to column; left and right between the columns.
