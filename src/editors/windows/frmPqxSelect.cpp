@@ -9,8 +9,7 @@ frmPqxSelect::frmPqxSelect(QWidget* parent)
     : ChoiceForm(
           {"frmPqxSelect", "optPqxSelectJd", "optPqxSelectJm", "cmdPqxSelectOk", "cmdPqxSelectCancel",
            QStringLiteral("平曲线计算模型"), fromUtf8(std::string(model::byIntersectionPoints)),
-           fromUtf8(std::string(model::byBlocks)),
-           QStringLiteral("确定以后就一直用这种方法，不能再改；要改只能新建项目。")},
+           fromUtf8(std::string(model::byBlocks)), QStringLiteral("确定以后不能再改，要改只能新建项目。")},
           [this](bool byIntersectionPoints) {
               const Outcome stored = StorePqxModel(byIntersectionPoints);
               if (!stored) return stored;
