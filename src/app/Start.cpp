@@ -3,6 +3,7 @@
 #include "app/Icons.h"
 #include "app/frmMain.h"
 #include "base/FilePath.h"
+#include "base/Machine.h"
 #include "project/Workspace.h"
 #include "ui/Platform.h"
 #include "ui/QtDialogs.h"

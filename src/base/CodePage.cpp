@@ -39,10 +39,12 @@ std::wstring wideFrom(unsigned page, std::string_view text)
     return wide;
 }
 
-/// "" where some character does not convert.
+/// "" where some character does not convert. Windows gives the pairs that the code page leaves to its users a place of
+/// their own; they have none here, so that a file means the same on every system.
 std::string convert(unsigned from, unsigned to, std::string_view text)
 {
     const auto wide = wideFrom(from, text);
+    if (std::any_of(wide.begin(), wide.end(), [](wchar_t c) { return c >= 0xE000 && c <= 0xF8FF; })) return {};
     const int size = static_cast<int>(wide.size());
     const DWORD strict = to == 936 ? WC_NO_BEST_FIT_CHARS : 0;
     BOOL lost = FALSE;

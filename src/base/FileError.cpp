@@ -3,6 +3,7 @@
 #include "base/FilePath.h"
 
 #include <cerrno>
+#include <string_view>
 #include <utility>
 
 namespace {
@@ -23,6 +24,16 @@ bool notAllowed(std::error_code why)
            why == std::errc::read_only_file_system;
 }
 
+/// A spreadsheet or a viewer holds the file; only Windows keeps others out then.
+bool heldByAnother([[maybe_unused]] std::error_code why)
+{
+#ifdef _WIN32
+    return why == std::errc::device_or_resource_busy;
+#else
+    return false;
+#endif
+}
+
 bool folderIsThere(const std::string& path)
 {
     const auto folder = filePath(path).parent_path();
@@ -30,11 +41,12 @@ bool folderIsThere(const std::string& path)
     return std::filesystem::is_directory(folder.empty() ? "." : folder, error);
 }
 
-enum class Kind { DiskFull, NotAllowed, NoFile, NoFolder, Other };
+enum class Kind { DiskFull, NotAllowed, NoFile, NoFolder, InUse, Other };
 
 Kind kindOf(const std::string& path, FileError::Doing doing, std::error_code why)
 {
     if (diskIsFull(why)) return Kind::DiskFull;
+    if (heldByAnother(why)) return Kind::InUse;
     if (notAllowed(why)) return Kind::NotAllowed;
     if (why == std::errc::not_a_directory) return Kind::NoFolder;
     if (why != std::errc::no_such_file_or_directory) return Kind::Other;
@@ -60,6 +72,8 @@ std::string_view reasonOf(Kind kind, FileError::Doing doing)
         return "文件不存在";
     case Kind::NoFolder:
         return "文件夹不存在";
+    case Kind::InUse:
+        return "正被其他程序使用";
     case Kind::Other:
         break;
     }
@@ -76,8 +90,8 @@ FileError::FileError(std::string path, Doing doing, std::error_code why)
 
 std::string FileError::name() const
 {
-    const auto path = m_path.substr(0, m_path.find_last_not_of('/') + 1);
-    return path.substr(path.find_last_of('/') + 1);  // the whole of it where there is no folder
+    const auto path = m_path.substr(0, m_path.find_last_not_of(kSeparators) + 1);
+    return path.substr(path.find_last_of(kSeparators) + 1);  // the whole of it where there is no folder
 }
 
 std::string FileError::text() const { return "“" + name() + (writing() ? "”无法写入！" : "”无法读取！"); }

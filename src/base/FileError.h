@@ -20,7 +20,7 @@ public:
     const std::string& path() const noexcept { return m_path; }
     std::string name() const;  ///< the file's own name, without its folder
     bool writing() const noexcept { return m_doing == Writing; }
-    /// 磁盘已满, 没有写入权限, 没有读取权限, 文件夹不存在, 文件不存在 or 读写错误.
+    /// 磁盘已满, 没有写入权限, 没有读取权限, 文件夹不存在, 文件不存在, 正被其他程序使用 (Windows) or 读写错误.
     std::string_view reason() const noexcept { return m_reason; }
     /// “<name>”无法写入！ or “<name>”无法读取！
     std::string text() const;

@@ -8,22 +8,33 @@ set(sources
     Digits.h
     FileBytes.cpp
     FileBytes.h
+    FileBytesPosix.cpp
+    FileBytesWindows.cpp
     FileError.cpp
     FileError.h
     FilePath.h
     GridText.h
+    HandleWindows.h
     Lines.cpp
     Lines.h
+    Machine.h
+    MachinePosix.cpp
+    MachineWindows.cpp
     Numbers.cpp
     Numbers.h
     ParameterFiles.h
     ReplaceFile.cpp
     ReplaceFile.h
+    ReplaceFilePosix.cpp
+    ReplaceFileWindows.cpp
+    ReplaceWhole.h
     RunTimeError.cpp
     RunTimeError.h
     SignalsHeld.h
     TabText.cpp
     TabText.h
+    TemporaryName.cpp
+    TemporaryName.h
     TextFile.cpp
     TextFile.h
     Trig.cpp

@@ -47,7 +47,8 @@ private:
 
 std::string withoutSeparator(std::string path)
 {
-    while (path.size() > 1 && path.back() == '/') path.pop_back();
+    const std::string_view separators = kSeparators;
+    while (path.size() > 1 && separators.find(path.back()) != std::string_view::npos) path.pop_back();
     return path;
 }
 

@@ -226,7 +226,7 @@ std::string StakeNumber(const std::string& text)
         !std::all_of(rest.begin(), rest.begin() + static_cast<std::ptrdiff_t>(plus), isDigit))
         return text;
     const auto metres = rest.substr(plus + 1);
-    const auto whole = std::min(metres.find('.'), metres.size());
+    const auto whole = std::find(metres.begin(), metres.end(), '.') - metres.begin();
     if (whole != 3 || !std::all_of(metres.begin(), metres.begin() + 3, isDigit)) return text;
     return (negative ? "-" : "") + std::string(rest.substr(0, plus)) + std::string(metres);
 }

@@ -13,7 +13,9 @@
 #include "exchange/XmlWriter.h"
 #include "project/Workspace.h"
 
+#include <chrono>
 #include <cmath>
+#include <ctime>
 #include <set>
 
 namespace {
@@ -22,8 +24,18 @@ std::string pointText(double x, double y) { return ShortestText(x) + " " + Short
 
 std::string clockText(std::time_t time, const char* format)
 {
+    // The C library's own way has another name on each system, and one that knows no time before 1970.
+    const std::chrono::sys_seconds at{std::chrono::seconds(time)};
+    const auto day = std::chrono::floor<std::chrono::days>(at);
+    const std::chrono::year_month_day date(day);
+    const std::chrono::hh_mm_ss clock(at - day);
     std::tm utc{};
-    gmtime_r(&time, &utc);
+    utc.tm_year = static_cast<int>(date.year()) - 1900;
+    utc.tm_mon = static_cast<int>(static_cast<unsigned>(date.month())) - 1;
+    utc.tm_mday = static_cast<int>(static_cast<unsigned>(date.day()));
+    utc.tm_hour = static_cast<int>(clock.hours().count());
+    utc.tm_min = static_cast<int>(clock.minutes().count());
+    utc.tm_sec = static_cast<int>(clock.seconds().count());
     char text[16];
     return {text, std::strftime(text, sizeof text, format, &utc)};
 }

@@ -1,6 +1,7 @@
 #include "project/DeleteFolderTree.h"
 #include "base/FileError.h"
 #include "base/FilePath.h"
+#include "base/Machine.h"
 #include "dialogs/Dialogs.h"
 
 #include <system_error>
@@ -19,6 +20,7 @@ namespace {
 void removeOne(const fs::path& path)
 {
     std::error_code error;
+    Unprotect(path);
     fs::remove(path, error);
     if (error) fail(path, error);
 }
@@ -32,7 +34,7 @@ void removeTree(const fs::path& folder)
         entries.push_back(*entry);
     if (error) fail(folder, error);
     for (const auto& entry : entries) {
-        if (fs::is_directory(entry.symlink_status(error)))
+        if (!IsLink(entry.path()) && fs::is_directory(entry.symlink_status(error)))
             removeTree(entry.path());
         else
             removeOne(entry.path());
@@ -48,10 +50,10 @@ void DeleteFolderTree(const std::string& path)
     std::error_code error;
     const auto root = filePath(path);
     const auto status = fs::symlink_status(root, error);
-    if (fs::is_directory(status))
-        removeTree(root);
-    else if (fs::is_symlink(status))
+    if (IsLink(root))
         removeOne(root);
+    else if (fs::is_directory(status))
+        removeTree(root);
     else if (status.type() == fs::file_type::none)  // not missing: it could not be looked at
         fail(root, error);
 }

@@ -87,15 +87,6 @@ Outcome refused(std::string text)
 
 }  // namespace
 
-std::string ProgramFolder(const char* name)
-{
-    std::error_code error;
-    auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    if (error) program = std::filesystem::absolute(name, error);
-    const auto folder = program.parent_path().u8string();
-    return {folder.begin(), folder.end()};
-}
-
 std::string WorkspacePath() { return gAppPath + "/参数文件"; }
 std::string PhonePath() { return gAppPath + "/SJCS"; }
 std::string ProjectPath(const std::string& project) { return childOf(WorkspacePath(), catalogue(), project); }

@@ -19,9 +19,6 @@ inline std::string gProject;  ///< name of the current project, UTF-8; never cle
 /// Set by programs that take a folder anywhere; the windows leave it empty.
 inline std::string gProjectFolder;
 
-/// Folder of the running program, bytes as they are: a name that is no valid UTF-8 works too.
-/// @param name  as the program was called, for machines that do not tell
-std::string ProgramFolder(const char* name);
 std::string WorkspacePath();  ///< gAppPath/参数文件
 /// gAppPath/参数文件/<project>. A name that is no direct child of the workspace (empty, "..", "a/b") gives a path where
 /// nothing can exist, so that whatever is done with it fails as with a folder that is missing.

@@ -1,0 +1,80 @@
+# What the scripts beside it share; they source it after `set -euo pipefail`.
+# Built once and kept outside the checkout, in a folder named by the checksum of all that went into it.
+packaging=$(realpath "$(dirname "${BASH_SOURCE[0]}")")
+checkout=$(realpath "$packaging/../..")
+cache=${VELUMARK_CACHE:-$HOME/.cache/velumark}
+jobs=$(nproc)
+
+say() { printf '%s  %s\n' "$(date +%H:%M:%S)" "$*" >&2; }
+
+# logged LOG COMMAND...: runs it, and shows the end of its log where it fails.
+logged() {
+    local log=$1
+    shift
+    if ! "$@" >> "$log" 2>&1; then
+        echo "failed: $*; the end of $log:" >&2
+        grep -A 15 -E 'FAILED|error:|Error' "$log" | tail -n 40 >&2 || true
+        tail -n 20 "$log" >&2
+        return 1
+    fi
+}
+
+# debian_version PACKAGE: SOURCE=VERSION of an installed package. What is linked on Linux is what is linked on Windows.
+debian_version() { dpkg-query --show --showformat '${source:Package}=${source:Version}\n' "$1"; }
+
+compiler_version() { dpkg-query --show --showformat '${Package}=${Version}\n' g++-mingw-w64-x86-64-posix mingw-w64-x86-64-dev; }
+
+# debian_sources FOLDER SOURCE=VERSION...: fetches Debian's sources into the folder. apt checks them against Debian's
+# signed index; the machine's own sources are asked, once, for source packages, and stay as they are.
+debian_sources() {
+    local folder=$1
+    shift
+    mkdir -p "$folder/apt/parts" "$folder/apt/lists/partial"
+    local list
+    for list in /etc/apt/sources.list.d/*.sources; do
+        [[ ! -e $list ]] || sed -E 's/^Types:.*/Types: deb-src/' "$list" > "$folder/apt/parts/$(basename "$list")"
+    done
+    { cat /etc/apt/sources.list /etc/apt/sources.list.d/*.list 2>/dev/null || true; } |
+        sed -nE 's/^deb /deb-src /p' > "$folder/apt/parts/classic.list"
+    cat > "$folder/apt/apt.conf" <<END
+Dir::Etc::sourcelist "/dev/null";
+Dir::Etc::sourceparts "$folder/apt/parts";
+Dir::State::lists "$folder/apt/lists";
+Acquire::Languages "none";
+APT::Sandbox::User "$(id -un)";
+END
+    (
+        cd "$folder"
+        export APT_CONFIG=$folder/apt/apt.conf
+        apt-get -q update
+        apt-get -q source --download-only "$@"
+    ) </dev/null
+    rm -rf "$folder/apt"
+}
+
+# unpacked FOLDER SOURCE: the folder of the unpacked source package.
+unpacked() {
+    local folder=$1 source=$2
+    [[ -d $folder/$source ]] || dpkg-source --no-check -x "$folder/${source}"_*.dsc "$folder/$source" >&2
+    printf '%s\n' "$folder/$source"
+}
+
+# program_options LIBRARIES: what CMake is told for the program itself. One file that needs nothing beside it; no paths
+# of this machine and no clock in it, so that one commit gives one program.
+program_options() {
+    local map="-ffile-prefix-map=$checkout=velumark -ffile-prefix-map=$1=libraries"
+    options=(-DCMAKE_BUILD_TYPE=Release "-DCMAKE_CXX_FLAGS_RELEASE=-O2 -DNDEBUG $map"
+        -DVM_PREFIX="$1" -DCMAKE_CXX_STANDARD_INCLUDE_DIRECTORIES="$1/include"
+        "-DCMAKE_EXE_LINKER_FLAGS=-static -s -L$1/lib -Wl,--no-insert-timestamp" -DVM_WARNINGS_ARE_ERRORS=ON)
+}
+
+# fresh FOLDER LIBRARIES: a build folder made with other libraries goes.
+fresh() { grep -qsx "VM_PREFIX:[A-Z]*=$2" "$1/CMakeCache.txt" || rm -rf "$1"; }
+
+# with_wine: what runs .exe files from here on, in a prefix of the checkout's own. A locale that knows Chinese file names.
+with_wine() {
+    export LC_ALL=C.UTF-8 WINEDEBUG=-all WINEPREFIX=$checkout/build/wine VM_WINE=/usr/lib/wine/wine64
+    mkdir -p "$WINEPREFIX"
+    DISPLAY='' "$VM_WINE" wineboot --init > "$checkout/build/wine.log" 2>&1
+    trap '/usr/lib/wine/wineserver64 --kill || true' EXIT
+}

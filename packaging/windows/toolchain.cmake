@@ -1,0 +1,17 @@
+# 64-bit Windows with Debian's MinGW-w64; VM_PREFIX is where the cross-built libraries are.
+# A copy of it goes with the built Qt, whose own toolchain file loads it.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR x86_64)
+set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
+set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
+set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
+set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES VM_PREFIX)
+list(APPEND CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
+if(VM_PREFIX)
+    list(PREPEND CMAKE_FIND_ROOT_PATH ${VM_PREFIX})
+    list(PREPEND CMAKE_PREFIX_PATH ${VM_PREFIX})
+endif()
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
