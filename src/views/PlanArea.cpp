@@ -11,6 +11,12 @@
 
 using namespace plot;
 
+namespace {
+
+constexpr double kNearest = 1000;  // pixels a metre
+
+}  // namespace
+
 void PlanArea::setRoad(const Road* road)
 {
     m_road = road;
@@ -53,13 +59,18 @@ void PlanArea::pin(std::optional<Point> where)
     update();
 }
 
+double PlanArea::scaleFor(const Box& box) const
+{
+    const double room = 60;
+    return std::clamp(std::min((width() - 2 * room) / std::max(box.width(), 1.0),
+                               (height() - 2 * room) / std::max(box.height(), 1.0)),
+                      1e-5, kNearest);
+}
+
 void PlanArea::fit(const Box& box)
 {
     if (box.empty() || width() < 2) return;
-    const double room = 60;
-    m_toScreen.scale = std::clamp(std::min((width() - 2 * room) / std::max(box.width(), 1.0),
-                                           (height() - 2 * room) / std::max(box.height(), 1.0)),
-                                  1e-5, 1000.0);
+    m_toScreen.scale = scaleFor(box);
     m_toScreen.shift = {};
     const Point middle = m_toScreen(box.centre());
     m_toScreen.shift = Point{width() / 2.0, height() / 2.0} - middle;
@@ -82,7 +93,10 @@ void PlanArea::showAll()
 
 void PlanArea::zoomAt(QPointF where, double factor)
 {
-    const double wanted = std::clamp(m_toScreen.scale * factor, 1e-5, 1000.0);
+    // Farther out than this the road is a dot that nobody finds again.
+    const double farthest =
+        m_road && !m_road->empty() ? std::min(scaleFor(m_road->box()) / 16, m_toScreen.scale) : 1e-5;
+    const double wanted = std::clamp(m_toScreen.scale * factor, farthest, kNearest);
     const Point fixed = local(where);
     m_all = false;
     m_toScreen.scale = wanted;
@@ -172,9 +186,16 @@ void PlanArea::paint(QPainter& painter)
     painter.setPen(QColor(0xD0, 0xD5, 0xDB));
     painter.setBrush(QColor(255, 255, 255, 235));
     painter.drawRect(legendRoom().adjusted(0.5, 0.5, -0.5, -0.5));
+    const Picture bar = scaleBar(shown.mm);
+    const Box wide = extents(bar);  // mm; the road may run beneath its numbers
+    const QPointF barAt(24, height() - 36.0);
+    painter.setPen(Qt::NoPen);
+    painter.drawRect(QRectF(barAt.x() + kPxPerMm * wide.low.x, barAt.y() - kPxPerMm * wide.high.y,
+                            kPxPerMm * wide.width(), kPxPerMm * wide.height())
+                         .adjusted(-4, -2, 4, 4));
     at(planLegend(*m_road, shown), {4, kPxPerMm * 32.5});
     at(northArrow(0), {width() - 34.0, 52});
-    at(scaleBar(shown.mm), {24, height() - 36.0});
+    at(bar, barAt);
     if (m_pin) {
         const QPointF p = onScreen(*m_pin);
         painter.setPen(QPen(QColor(230, 40, 140), 1.6));

@@ -20,6 +20,7 @@ public:
     void setStale(const plot::Stale& stale);
     void pick(std::optional<std::size_t> element);
     void pin(std::optional<plot::Point> where);
+    std::optional<plot::Point> pinned() const { return m_pin; }
 
     void showAll() override;
     void zoomAt(QPointF where, double factor) override;
@@ -41,6 +42,7 @@ protected:
 
 private:
     void fit(const plot::Box& box);
+    double scaleFor(const plot::Box& box) const;
     plot::PlanView view() const;
     static QRectF legendRoom();
 

@@ -12,12 +12,16 @@ using namespace plot;
 
 namespace {
 
-constexpr double kScale = 4.1;  // pixels a millimetre: bands take much of the height
+constexpr double kLargest = 4.1, kSmallest = 2.6;  // pixels a millimetre: bands take much of the height
+constexpr double kLeastGraph = 32;                 // mm of height
 constexpr double kLeft = kBandTitles + 1, kRight = 3, kTop = 3, kBottom = kBandsHeight + 1;  // mm around the graph
 
 }  // namespace
 
-double ProfileArea::graphWidth() const { return std::max(20.0, width() / kScale - kLeft - kRight); }
+/// Pixels a millimetre: a low window has smaller bands, not fewer.
+double ProfileArea::scale() const { return std::clamp(height() / (kTop + kLeastGraph + kBottom), kSmallest, kLargest); }
+
+double ProfileArea::graphWidth() const { return std::max(20.0, width() / scale() - kLeft - kRight); }
 
 void ProfileArea::setRoad(const Road* road, double from, double to)
 {
@@ -67,7 +71,7 @@ void ProfileArea::keepInside()
 void ProfileArea::settle()
 {
     m_view.mm = (m_view.to - m_view.from) / graphWidth();
-    m_view.height = std::max(40.0, height() / kScale - kTop - kBottom);
+    m_view.height = std::max(kLeastGraph, height() / scale() - kTop - kBottom);
     if (m_road) {
         fitHeights(m_road->tables(), m_view);
         if (m_wished > 0) {
@@ -91,7 +95,8 @@ void ProfileArea::flyTo(double stake)
 void ProfileArea::zoomAt(QPointF where, double factor)
 {
     const double stake = std::clamp(stakeAt(where), m_view.from, m_view.to);
-    const double wide = std::clamp((m_view.to - m_view.from) / factor, 5.0, m_last - m_first);
+    const double all = m_last - m_first, least = std::min(5.0, all);
+    const double wide = std::clamp((m_view.to - m_view.from) / factor, least, all);
     const double share = (stake - m_view.from) / (m_view.to - m_view.from);
     m_view.from = stake - share * wide;
     m_view.to = m_view.from + wide;
@@ -100,7 +105,7 @@ void ProfileArea::zoomAt(QPointF where, double factor)
 
 void ProfileArea::moveBy(QPointF pixels)
 {
-    const double by = -pixels.x() / kScale * m_view.mm;
+    const double by = -pixels.x() / scale() * m_view.mm;
     m_view.from += by;
     m_view.to += by;
     keepInside();
@@ -110,7 +115,8 @@ void ProfileArea::resizeEvent(QResizeEvent*) { settle(); }
 
 Transform ProfileArea::toScreen() const
 {
-    return {1, 0, kScale, {kLeft * kScale, (kTop + m_view.height) * kScale}, true};
+    const double px = scale();
+    return {1, 0, px, {kLeft * px, (kTop + m_view.height) * px}, true};
 }
 
 double ProfileArea::stakeAt(QPointF where) const
@@ -127,11 +133,11 @@ void ProfileArea::paint(QPainter& painter)
     }
     const Box screen{{-40, -40}, {width() + 40.0, height() + 40.0}};
     const Transform by = toScreen();
-    paintPicture(painter, clipped(transformed(profilePicture(*m_road, m_view), by), screen, 0.3), kScale);
+    paintPicture(painter, clipped(transformed(profilePicture(*m_road, m_view), by), screen, 0.3), scale());
     if (!m_cursor || *m_cursor < m_view.from || *m_cursor > m_view.to) return;
     const double x = by({(*m_cursor - m_view.from) / m_view.mm, 0}).x;
     painter.setPen(QPen(QColor(230, 40, 140), 1));
-    painter.drawLine(QPointF(x, kTop * kScale), QPointF(x, (kTop + m_view.height + kBandsHeight) * kScale));
+    painter.drawLine(QPointF(x, by({0, m_view.height}).y), QPointF(x, by({0, -kBandsHeight}).y));
     if (const auto e = surfaceAt(m_road->tables(), *m_cursor, 0)) {
         const Point p = by(inProfile(m_view, *m_cursor, *e));
         painter.drawEllipse(QPointF(p.x, p.y), 4, 4);

@@ -36,6 +36,7 @@ protected:
 
 private:
     double graphWidth() const;  ///< mm
+    double scale() const;
     void keepInside();
     void settle();
     plot::Transform toScreen() const;

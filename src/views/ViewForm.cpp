@@ -9,6 +9,7 @@
 #include "ui/Layout.h"
 #include "ui/RunHandler.h"
 #include "ui/Theme.h"
+#include "views/DrawingArea.h"
 #include "views/PicturePainter.h"
 
 #include <QBuffer>
@@ -76,7 +77,12 @@ QLayout* ViewForm::endRow()
     return row;
 }
 
-void ViewForm::Form_Load() { reload(); }
+void ViewForm::Form_Load()
+{
+    reload();
+    // The drawing has the keys that the window speaks of.
+    findChild<DrawingArea*>()->setFocus();
+}
 
 void ViewForm::reload()
 {

@@ -119,7 +119,7 @@ void frmHdm::reload()
     ViewForm::reload();
     const plot::Order all = plot::orderOf(road(), plot::Order::Profile);
     m_from = all.from;
-    m_to = all.to;
+    m_to = std::max(all.from, all.to);  // grade changes typed backwards, without an alignment
     const QSignalBlocker quiet(m_slider);
     m_slider->setRange(0, static_cast<int>(std::max(0.0, m_to - m_from)));
     m_slider->setPageStep(20);

@@ -139,6 +139,8 @@ void frmPmt::reload()
         m_other->addItem(QStringLiteral("（不叠加）"));
         for (const auto& name : plot::listedProjects()) m_other->addItem(fromUtf8(name));
     }
+    m_hovered.clear();
+    if (m_pinnedPlace) pinAt(road().local(m_pinnedPlace->y, m_pinnedPlace->x));
     say();
 }
 
@@ -222,9 +224,8 @@ void frmPmt::cmdZd_Click()
         return m_stake->selectAll();
     }
     m_area->flyTo(pose->at, std::max(m_area->scale(), 2.0));
+    pinAt(pose->at);
     m_pinnedStake = *stake;
-    m_area->pin(pose->at);
-    say();
 }
 
 void frmPmt::hover(QPointF where)
@@ -248,20 +249,23 @@ void frmPmt::click(QPointF where)
         m_results->setRow(m_resultRows[i].first);
         break;
     }
-    m_pinnedStake = out->foot.stake;
-    m_pinned->setText(QStringLiteral("定点：") + fromUtf8(out->text));
-    m_area->pin(m_area->local(where));
+    pinAt(m_area->local(where));
     if (std::abs(out->foot.offset) * m_area->scale() < 12) pickElement(out->foot.element, false);
 }
 
 void frmPmt::say()
 {
     ViewForm::say(m_hovered.isEmpty() ? QStringLiteral("滚轮缩放，拖动平移，单击定点，双击编辑该线元") : m_hovered);
-    if (m_pinnedStake) {
-        if (const auto pose = road().poseAt(*m_pinnedStake); pose && m_pinned->text().isEmpty())
-            if (const auto out = plot::readOutAt(road(), pose->at))
-                m_pinned->setText(QStringLiteral("定点：") + fromUtf8(out->text));
-    }
+}
+
+/// The cross and its line of numbers always tell of one place.
+void frmPmt::pinAt(plot::Point local)
+{
+    const auto out = plot::readOutAt(road(), local);
+    m_pinned->setText(out ? QStringLiteral("定点：") + fromUtf8(out->text) : QString());
+    m_area->pin(out ? std::optional(local) : std::nullopt);
+    m_pinnedStake = out ? std::optional(out->foot.stake) : std::nullopt;
+    m_pinnedPlace = out ? std::optional(plot::Point{out->y, out->x}) : std::nullopt;
 }
 
 void frmPmt::pickElement(std::size_t element, bool fromTable)

@@ -38,6 +38,7 @@ private:
     void showElements();
     void readResults();
     void say();
+    void pinAt(plot::Point local);
     double stakeAtHand() const;
 
     PlanArea* m_area;
@@ -50,6 +51,7 @@ private:
     std::vector<plot::Marked> m_marked;
     std::vector<std::pair<int, plot::Point>> m_resultRows;  ///< grid row and its point
     std::optional<double> m_pinnedStake;
+    std::optional<plot::Point> m_pinnedPlace;  ///< east, north: a road read anew has another origin
     QString m_hovered;
     bool m_fromTable = false;
 };

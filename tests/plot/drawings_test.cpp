@@ -143,6 +143,61 @@ TEST_F(PlotDrawings, SheetsFollowTheRoadWithoutAGap)
     }
 }
 
+// The whole road in grey, what the sheet holds over it, and the sheet's outline: one similarity takes the road there.
+TEST_F(PlotDrawings, TheKeyPlanShowsWhereTheSheetLies)
+{
+    const auto linesOf = [](const Picture& picture, Layer layer) {
+        std::vector<Polyline> all;
+        for (const auto& entity : picture.entities)
+            if (const auto* line = std::get_if<Polyline>(&entity.shape); line && entity.layer == layer)
+                all.push_back(*line);
+        return all;
+    };
+    for (const char* name : {"示例一", "示例二"}) {
+        const Sample sample(name);
+        const Road road(shared.tables);
+        for (const double scale : {500.0, 2000.0, 100000.0}) {
+            Order order = orderOf(road, Order::Plan);
+            order.paper = kA4;
+            order.scale = scale;
+            const auto sheets = sheetsOf(road, order, {});
+            for (std::size_t i = 0; i < sheets.size(); ++i) {
+                SCOPED_TRACE(testing::Message() << name << " 1:" << scale << " sheet " << i + 1);
+                const Picture picture = keyPlan(road, sheets, i);
+                Box grey;
+                for (const auto& line : linesOf(picture, Layer::OtherRoad))
+                    for (const Point p : line.points) grey.add(p);
+                EXPECT_TRUE(Box({0, 0}, {58, kStrip}).holds(grey.low) && Box({0, 0}, {58, kStrip}).holds(grey.high));
+                const double k = std::max(grey.width() / road.box().width(), grey.height() / road.box().height());
+                const auto there = [&](Point p) { return grey.centre() + k * (p - road.box().centre()); };
+                const auto near = [](Point a, Point b) { return length(a - b) < 0.3; };
+                const auto here = linesOf(picture, Layer::Picked);
+                ASSERT_FALSE(here.empty());
+                EXPECT_TRUE(near(here.front().points.front(), there(road.poseAt(sheets[i].from)->at)));
+                const double last = std::min(sheets[i].to, road.end() - 1e-6);  // the end itself belongs to no element
+                EXPECT_TRUE(near(here.back().points.back(), there(road.poseAt(last)->at)));
+                double drawn = 0;
+                for (const auto& line : here)
+                    for (std::size_t p = 1; p < line.points.size(); ++p)
+                        drawn += length(line.points[p] - line.points[p - 1]);
+                EXPECT_NEAR(drawn, k * (sheets[i].to - sheets[i].from), 0.3 + 0.03 * drawn);
+                // The outline of this sheet alone, cut off at the edge of the box; none where one sheet holds all.
+                std::vector<Point> corners;
+                for (const auto& line : linesOf(picture, Layer::Frame))
+                    for (const Point p : line.points)
+                        if (p.x > 1.01 && p.x < 56.99 && p.y > 1.01 && p.y < kStrip - 1.01) corners.push_back(p);
+                EXPECT_EQ(corners.empty(), sheets.size() == 1);
+                for (const Point p : corners) {
+                    const auto& outline = sheets[i].outline;
+                    EXPECT_TRUE(std::any_of(outline.begin(), outline.end(),
+                                            [&](Point corner) { return near(p, there(corner)); }))
+                        << p.x << ' ' << p.y;
+                }
+            }
+        }
+    }
+}
+
 TEST_F(PlotDrawings, GradeChangesFollowTheTextbook)
 {
     // i1 = +2 %, i2 = -1 %, R = 4000: T = 60, E = T squared over 2 R = 0.45; the crest lies 80 m behind the start.

@@ -586,6 +586,108 @@ private slots:
         QCOMPARE(samples.files(), files);
     }
 
+    void theLineOfThePinTellsOfItsCross()
+    {
+        Samples samples;
+        frmPmt form;
+        shown(form);
+        QTest::mouseClick(&form.area(), Qt::LeftButton, {}, {200, 220});
+        QVERIFY(pinned(form).startsWith(u"定点："));
+        type(form, "txtLc", "13412.36");
+        click(form, "cmdZd");
+        QVERIFY2(pinned(form).contains(u"K13+380.000"), qPrintable(pinned(form)));  // the break ahead of it
+        const auto back = pointAt(shared.tables, 13380, 90, 0);
+        QVERIFY(pinned(form).contains(QString::number(back->x, 'f', 3)));
+        // The editor over it may leave another road: the place stays, its numbers are read anew.
+        const QString before = pinned(form), x = before.section(u' ', 1, 1);
+        ScriptedDialogs dialogs;
+        QTimer::singleShot(400, &form, [&] {
+            Samples::load("示例二");
+            QApplication::activeModalWidget()->close();
+        });
+        QTest::mouseDClick(&form.area(), Qt::LeftButton, {}, screenOf(form.area(), 13380, 0).toPoint());
+        QVERIFY(form.area().pinned());
+        QVERIFY(pinned(form) != before);
+        QVERIFY2(std::abs(pinned(form).section(u' ', 1, 1).toDouble() - x.toDouble()) < 1, qPrintable(pinned(form)));
+    }
+
+    void aStormOfTheWheelKeepsTheRoadInSight()
+    {
+        Samples samples;
+        frmPmt form;
+        shown(form);
+        const plot::Road road(shared.tables);
+        const double whole = form.area().scale();
+        const QPointF middle = QRectF(form.area().rect()).center();
+        for (int i = 0; i < 120; ++i) wheel(form.area(), middle, -1);
+        QVERIFY(std::max(road.box().width(), road.box().height()) * form.area().scale() > 12);
+        for (int i = 0; i < 200; ++i) wheel(form.area(), middle, 1);
+        QCOMPARE(form.area().scale(), 1000.0);  // a millimetre a pixel
+        (void)form.grab();
+        click(form, "cmdQt");
+        QCOMPARE(form.area().scale(), whole);
+    }
+
+    void keysGoToTheDrawing()
+    {
+        Samples samples;
+        frmPmt plan;
+        frmZdm profile;
+        frmHdm section(12100.0);
+        for (auto& [form, area] : std::initializer_list<std::pair<ViewForm*, const char*>>{
+                 {&plan, "picPmt"}, {&profile, "picZdm"}, {&section, "picHdm"}}) {
+            shown(*form);
+            QCOMPARE(form->focusWidget()->objectName(), QString::fromLatin1(area));
+        }
+        QTest::keyClick(section.focusWidget(), Qt::Key_Right);
+        QCOMPARE(section.stake(), 12101.0);
+    }
+
+    void aLowProfileKeepsItsBands()
+    {
+        Samples samples;
+        frmZdm form;
+        shown(form);
+        auto& area = *form.findChild<ProfileArea*>();
+        area.setParent(nullptr);  // as a low screen has it, whatever the window around it needs
+        for (const QSize size : {QSize(900, 560), QSize(880, 330), QSize(880, 285)}) {
+            area.setFixedSize(size);
+            shown(area);
+            // Lines run between and under the six bands, from the titles to the end: rows of dark pixels.
+            const QImage image = area.grab().toImage();
+            const auto dark = [&](int y) {
+                int n = 0;
+                for (int x = 0; x < image.width(); ++x) n += qGray(image.pixel(x, y)) < 150;
+                return n > image.width() * 8 / 10;
+            };
+            int lines = 0;
+            for (int y = 2; y < image.height() - 2; ++y) lines += dark(y) && !dark(y - 1);
+            QVERIFY2(lines >= 7, qPrintable(QString::number(lines)));
+        }
+        area.setParent(&form);
+    }
+
+    void aProfileOfTwoMetresIsLookedAt()
+    {
+        ProjectFolder folder;
+        shared.tables.sqxLc = {100, 102};
+        shared.tables.sqxGc = {50, 50.1};
+        shared.tables.sqxR = {0, 0};
+        shared.tables.sqxCount = 1;
+        frmZdm form;
+        shown(form);
+        auto& area = *form.findChild<ProfileArea*>();
+        for (const int steps : {1, 1, -1, -9, 9}) {
+            wheel(area, QRectF(area.rect()).center(), steps);
+            QVERIFY(area.from() >= 100 && area.to() <= 102 && area.to() > area.from());
+        }
+        // Typed backwards, without an alignment: one section.
+        shared.tables.sqxLc = {102, 100};
+        frmHdm section;
+        shown(section);
+        QVERIFY(section.stake() <= 102 && section.stake() >= 100);
+    }
+
     void withoutAnAlignmentTheViewsSaySo()
     {
         ProjectFolder folder;
