@@ -15,6 +15,8 @@ set(sources
     WaysOut.h
     frmAbout.cpp
     frmAbout.h
+    frmHf.cpp
+    frmHf.h
     frmMain.cpp
     frmMain.h
     frmNewProjects.cpp

@@ -2,6 +2,7 @@
 
 #include "base/FileBytes.h"
 #include "base/Lines.h"
+#include "base/Numbers.h"
 #include "base/ReplaceFile.h"
 #include "base/RunTimeError.h"
 
@@ -50,10 +51,13 @@ void DeleteLine(const std::string& path, std::int16_t lineNo)
     rewrite(path, [&](auto& lines) { onLine(lines, lineNo, [&](auto line) { lines.erase(line); }); });
 }
 
-void RemoveBlankLines(const std::string& path)
+void RemoveBlankLines(const std::string& path, const std::function<void(const std::string& bytes)>& losing)
 {
     const auto bytes = ReadBytes(path);
-    if (const auto cleaned = WithoutBlankLines(bytes); cleaned != bytes) WriteBytes(path, cleaned);
+    const auto cleaned = WithoutBlankLines(bytes);
+    if (cleaned == bytes) return;
+    if (losing && !Trim(SplitLines(bytes).back()).empty()) losing(bytes);  // only what follows the last CR LF can go
+    WriteBytes(path, cleaned);
 }
 
 void RewriteWithoutBlankLines(const std::string& path)

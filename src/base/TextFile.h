@@ -3,6 +3,7 @@
 // bytes exactly. Paths are UTF-8.
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -15,7 +16,8 @@ void InsertLine(const std::string& path, std::int16_t lineNo, std::string_view t
 void DeleteLine(const std::string& path, std::int16_t lineNo);
 /// DeleteLine for every empty piece, the one after the final CR LF included, in effect; the user's file is changed for
 /// good, and a last line without CR LF goes with the first blank line. Nothing is written where nothing changes.
-void RemoveBlankLines(const std::string& path);
+/// @param losing  runs with the whole file before a line goes that holds more than blanks
+void RemoveBlankLines(const std::string& path, const std::function<void(const std::string& bytes)>& losing = {});
 /// RemoveBlankLines that writes whenever there is an empty piece, as each deletion does: a file that ends with CR LF
 /// always, changed or not. So it fails wherever the file cannot be written.
 void RewriteWithoutBlankLines(const std::string& path);

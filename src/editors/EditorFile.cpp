@@ -8,6 +8,7 @@
 #include "base/RunTimeError.h"
 #include "dialogs/Messages.h"
 #include "editors/EditorRules.h"
+#include "project/Backups.h"
 #include "project/Workspace.h"
 
 #include <algorithm>
@@ -136,11 +137,13 @@ EditorContent EditorContentOf(const EditorTable& table, std::string_view bytes)
     return content;
 }
 
-EditorContent LoadEditor(const EditorTable& table)
+std::string EditorFileBytes(const EditorTable& table)
 {
     const std::string path = ParameterFile(table.file);
-    return EditorContentOf(table, FileExists(path) ? ReadBytes(path) : std::string());
+    return FileExists(path) ? ReadBytes(path) : std::string();
 }
+
+EditorContent LoadEditor(const EditorTable& table) { return EditorContentOf(table, EditorFileBytes(table)); }
 
 Outcome CheckEditor(const EditorTable& table, const GridText& cells, const std::vector<std::string>& frameTexts)
 {
@@ -183,6 +186,11 @@ Outcome SaveEditor(const EditorTable& table, const GridText& cells, const std::v
 {
     if (Outcome refused = CheckEditor(table, cells, frameTexts); !refused) return refused;
     if (Outcome refused = checkCodePage(table, cells, frameTexts, keptFrames); !refused) return refused;
-    WriteBytes(ParameterFile(std::string(table.file)), EditorBytes(table, cells, frameTexts, keptFrames));
+    const std::string bytes = EditorBytes(table, cells, frameTexts, keptFrames);
+    attempt([&] {  // what cannot be read is not replaced either
+        const auto before = EditorFileBytes(table);
+        if (before != bytes && rowsIn(before) > 0) keepReplaced(table.file, before);
+    });
+    WriteBytes(ParameterFile(table.file), bytes);
     return {};
 }

@@ -24,6 +24,8 @@ struct EditorContent {
 
 /// The content of a file with these bytes. The last line that holds a comma is the last one that counts.
 EditorContent EditorContentOf(const EditorTable& table, std::string_view bytes);
+/// What the table's file in the open project says now; nothing of a missing one. @throws FileError
+std::string EditorFileBytes(const EditorTable& table);
 /// The content of the table's file in the open project; a missing one is like an empty one. @throws FileError where it
 /// is there and cannot be read
 EditorContent LoadEditor(const EditorTable& table);
@@ -34,6 +36,7 @@ Outcome CheckEditor(const EditorTable& table, const GridText& cells, const std::
 /// @throws TypeMismatch where a text has no place in the code page
 std::string EditorBytes(const EditorTable& table, const GridText& cells, const std::vector<std::string>& frameTexts,
                         const std::vector<KeptBytes>& keptFrames = {});
-/// Checks, then writes the table's file in the open project in one go. @throws FileError
+/// Checks, then writes the table's file in the open project in one go. Rows that it replaces are kept before, whoever
+/// wrote them. @throws FileError
 Outcome SaveEditor(const EditorTable& table, const GridText& cells, const std::vector<std::string>& frameTexts,
                    const std::vector<KeptBytes>& keptFrames = {});

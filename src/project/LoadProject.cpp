@@ -6,6 +6,7 @@
 #include "dialogs/Dialogs.h"
 #include "dialogs/Messages.h"
 #include "engine/Chainage.h"
+#include "project/Backups.h"
 #include "project/OpenRoad.h"
 #include "project/Workspace.h"
 #include "tables/CalcTables.h"
@@ -24,7 +25,7 @@ void cleanFiles(Loaded& met)
                             files::superelevation, files::widths}) {
         met.attemptFile([&] {
             const auto path = ParameterFile(file);
-            if (FileExists(path)) RemoveBlankLines(path);
+            if (FileExists(path)) RemoveBlankLines(path, [&](const auto& bytes) { keepReplaced(file, bytes); });
         });
     }
 }

@@ -148,7 +148,9 @@ void OpenRoad::remember(const Loaded& loaded, Files asRead)
     }
 }
 
-RoadText roadText()
+namespace {
+
+RoadText openText()
 {
     if (openRoad.loads == 0) return {"尚未打开项目"};
     if (const auto named = Trim(gProject); named != openRoad.project)
@@ -164,6 +166,15 @@ RoadText roadText()
     const auto doubts = leftOpen();
     if (!doubts.empty()) text += "　" + doubts;
     return {text, !doubts.empty()};
+}
+
+}  // namespace
+
+RoadText roadText()
+{
+    RoadText road = openText();
+    if (!openRoad.notKept.empty()) road = {openRoad.notKept + "　" + road.text, true};
+    return road;
 }
 
 std::optional<StakeRange> alignmentRange()

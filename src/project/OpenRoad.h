@@ -25,7 +25,8 @@ struct OpenRoad {
         int load = 0;
     };
     std::map<std::string, Source, std::less<>> sources;  ///< by file; none: its tables are empty
-    bool byIntersectionPoints = false;                   ///< how the alignment in the tables was described
+    std::string notKept;                ///< why the last replaced file has no backup, "" where it has one
+    bool byIntersectionPoints = false;  ///< how the alignment in the tables was described
 
     /// After each load of gProject.
     void remember(const Loaded& loaded, Files asRead);

@@ -11,6 +11,7 @@
 #include "base/TextFile.h"
 #include "base/Utf16File.h"
 #include "dialogs/Messages.h"
+#include "project/Backups.h"
 #include "project/DeleteFolderTree.h"
 
 #include <algorithm>
@@ -193,5 +194,6 @@ Outcome DeleteProject(int index, const std::string& name)
         attempt([&] { WriteBytes(catalogue(), before); });
         throw;
     }
+    setBackupsAside(name);
     return {};
 }

@@ -53,7 +53,7 @@ Outcome CreateProject(const std::string& typed, const std::function<void()>& lis
 /// @returns refused where the name is listed, stands on disk, or cannot be a folder  @throws FileError
 Outcome AddProject(const std::string& name, const std::map<std::string, std::string>& files);
 /// The project's line of the catalogue goes, then the folder of that name with all it holds (none where `name` is no
-/// direct child of the workspace). Where the folder stays, so does the line.
+/// direct child of the workspace). Where the folder stays, so does the line. Backups are set aside.
 /// @param index  line that was shown (from 0); where it names another project by now, the name is looked for. Refused
 ///               where it is no longer listed; then nothing is deleted
 /// @throws FileError

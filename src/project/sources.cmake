@@ -1,4 +1,6 @@
 set(sources
+    Backups.cpp
+    Backups.h
     Compile.h
     CompileIntersectionPoints.cpp
     CompileTables.cpp

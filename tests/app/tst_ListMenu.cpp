@@ -2,6 +2,7 @@
 
 #include "app/ListMenu.h"
 #include "app/frmMain.h"
+#include "project/Backups.h"
 #include "support/ProjectFolder.h"
 #include "support/QtTests.h"
 #include "support/ScriptedDialogs.h"
@@ -27,6 +28,13 @@ QStringList entries(frmMain& main, const QPoint& at)
     return names;
 }
 
+/// Right click on the first project, then that entry.
+void choose(frmMain& main, ListBox& list, const char* entry)
+{
+    emit list.customContextMenuRequested(list.visualItemRect(list.item(0)).center());
+    main.findChild<QMenu*>(QStringLiteral("mnuProjects"))->findChild<QAction*>(QString::fromUtf8(entry))->trigger();
+}
+
 }  // namespace
 
 class tst_ListMenu : public QObject {
@@ -50,6 +58,38 @@ private slots:
         QCOMPARE(entries(main, QPoint(20, list.viewport()->height() - 5)), ofList);
     }
 
+    void anOlderFileComesBack()
+    {
+        ProjectFolder folder{{"断链参数.txt", "9,9\r\n"}};
+        std::ofstream(gAppPath + "/参数文件/项目名称.txt") << Cp936FromUtf8("测试") << "\r\n";
+        keepReplaced("断链参数.txt", "1,2\r\n");
+        keepReplaced("断链参数.txt", "1,2\r\n3,4\r\n");
+        const Shared before = shared;
+        ScriptedDialogs dialogs;
+        dialogs.yes();
+        frmMain main;
+        main.show();
+        auto& list = named<ListBox>(main, "lstProjects");
+        useModal([&] { choose(main, list, "mnuRestore"); },
+                 [&](QWidget& window) {
+                     auto& kept = named<ListBox>(window, "lstHf");
+                     QCOMPARE(kept.count(), 2);
+                     QVERIFY(kept.item(0)->text().endsWith(QStringLiteral("　断链参数.txt　2 行")));
+                     QVERIFY(kept.item(1)->text().endsWith(QStringLiteral("　断链参数.txt　1 行")));
+                     click(window, "butHf");
+                     QCOMPARE(dialogs.messages.back().text, std::string("请选择一个备份！"));
+                     kept.setCurrentRow(1);
+                     click(window, "butHf");
+                     QCOMPARE(kept.count(), 3);
+                 });
+        QCOMPARE(dialogs.messages.size(), size_t(3));
+        QCOMPARE(dialogs.messages[1].buttons, Msg::YesNo);
+        QCOMPARE(dialogs.messages[2].text, std::string("恢复成功，重新打开项目后生效！"));
+        QCOMPARE(folder.text("断链参数.txt"), std::string("1,2\r\n"));
+        QVERIFY(shared == before);
+        QCOMPARE(gProject, std::string("测试"));
+    }
+
     void exportAsksForAFileAndCancelEndsIt()
     {
         ProjectFolder folder;
@@ -58,11 +98,7 @@ private slots:
         dialogs.cancelSave();
         frmMain main;
         main.show();
-        auto& list = named<ListBox>(main, "lstProjects");
-        emit list.customContextMenuRequested(list.visualItemRect(list.item(0)).center());
-        main.findChild<QMenu*>(QStringLiteral("mnuProjects"))
-            ->findChild<QAction*>(QStringLiteral("mnuExport"))
-            ->trigger();
+        choose(main, named<ListBox>(main, "lstProjects"), "mnuExport");
         QCOMPARE(dialogs.filters.size(), size_t(1));
         QCOMPARE(dialogs.messages.size(), size_t(0));
     }

@@ -192,6 +192,24 @@ TEST_F(LineHelpers, BlankLineRemovalLosesALastLineWithoutLineEnd)
     EXPECT_EQ(now(), "a,1\r\nb,2");
 }
 
+TEST_F(LineHelpers, ALineThatGoesWithItsTextIsToldBefore)
+{
+    std::vector<std::string> told;
+    const auto remove = [&](const char* bytes) {
+        has(bytes);
+        told.clear();
+        RemoveBlankLines(path, [&](const std::string& before) {
+            EXPECT_EQ(now(), before) << "the file still stands";
+            told.push_back(before);
+        });
+        return told.size();
+    };
+    EXPECT_EQ(remove("a,1\r\n\r\nb,2"), 1u);
+    EXPECT_EQ(told.front(), "a,1\r\n\r\nb,2");
+    for (const char* harmless : {"a,1\r\nb,2", "a,1\r\n\r\nb,2\r\n", "a,1\r\n\r\n  ", "\r\n\r\n", ""})
+        EXPECT_EQ(remove(harmless), 0u) << testing::PrintToString(harmless);
+}
+
 TEST_F(LineHelpers, BlankLineRemovalInOnePassLeavesTheBytesOfOneRewriteALine)
 {
     std::mt19937 random(20240229);

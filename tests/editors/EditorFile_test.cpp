@@ -3,6 +3,7 @@
 #include "base/Numbers.h"
 #include "base/RunTimeError.h"
 #include "editors/EditorText.h"
+#include "project/Backups.h"
 #include "support/KillAtRandomPoints.h"
 #include "support/ProjectFolder.h"
 
@@ -334,6 +335,49 @@ TEST(EditorFile, SaveReplacesTheWholeFile)
         EXPECT_EQ(back.rows, (Rows{fullRow(t, "1"), fullRow(t, "22")})) << t.stem;
         EXPECT_EQ(back.frameTexts, frames(t)) << t.stem;
     }
+}
+
+TEST(EditorFile, SaveKeepsTheRowsThatItReplaces)
+{
+    for (const EditorTable& t : everyTable()) {
+        const std::string file(t.file), old = "old,old,old\r\n\xFF\xFE,old\r\n";
+        const ProjectFolder folder;
+        folder.writeBytes(file, old);
+        const Shared before = shared;
+        EXPECT_TRUE(SaveEditor(t, twoRows(t), frames(t)));
+        const auto kept = BackupsOf(gProject);
+        ASSERT_EQ(kept.size(), 1u) << t.stem;
+        EXPECT_EQ(kept[0].file, file);
+        EXPECT_EQ(folder.bytesOf(kept[0].path), old);
+        EXPECT_TRUE(SaveEditor(t, twoRows(t), frames(t)));
+        EXPECT_EQ(BackupsOf(gProject).size(), 1u) << "the same bytes again lose nothing";
+        EXPECT_EQ(shared, before);
+        EXPECT_EQ(folder.filesIn(ProjectPath(gProject)).size(), 1u);
+    }
+}
+
+TEST(EditorFile, SaveKeepsNothingWhereNoRowIsLost)
+{
+    const EditorTable t = DlTable();
+    for (const char* old : {"", "\r\n", "no row\r\n"}) {
+        const ProjectFolder folder{{std::string(t.file), old}};
+        EXPECT_TRUE(SaveEditor(t, twoRows(t), frames(t)));
+        EXPECT_FALSE(std::filesystem::exists(gAppPath + "/备份"));
+    }
+    const ProjectFolder folder{{std::string(t.file), "1,2\r\n"}};
+    EXPECT_FALSE(SaveEditor(t, gridOf(t, {{"5", ""}}), {}));
+    EXPECT_FALSE(std::filesystem::exists(gAppPath + "/备份")) << "a refused one";
+}
+
+TEST(EditorFile, ABackupThatFailsDoesNotStopTheSave)
+{
+    const EditorTable t = DlTable();
+    const ProjectFolder folder{{std::string(t.file), "1,2\r\n"}};
+    std::ofstream(gAppPath + "/备份") << "in the way";
+    EXPECT_TRUE(SaveEditor(t, twoRows(t), frames(t)));
+    EXPECT_EQ(folder.bytes(std::string(t.file)), EditorBytes(t, twoRows(t), frames(t)));
+    EXPECT_TRUE(roadText().doubtful);
+    EXPECT_TRUE(roadText().text.starts_with("断链参数.txt 没有备份：")) << roadText().text;
 }
 
 TEST(EditorFile, TextThatTheCodePageLacksIsNamedAndTheFileStays)

@@ -6,8 +6,10 @@
 #include "editors/windows/frmJdpqx.h"
 #include "editors/windows/frmPqxSelect.h"
 #include "editors/windows/frmSelect.h"
+#include "project/Backups.h"
 #include "support/FailingCalls.h"
 #include "support/QtTests.h"
+#include "ui/QuietLine.h"
 
 #include <QRadioButton>
 
@@ -120,6 +122,26 @@ private slots:
         const EditorWindow window(form);
         QCOMPARE(window.grid.Rows(), 2);
         QVERIFY(dialogs.messages.empty());
+    }
+
+    void aFileThatAnotherProgramChangedIsSaidBeforeTheSave()
+    {
+        Traverse e;
+        const auto& line = named<QuietLine>(e.form, "lblRoad");
+        const auto changed = QStringLiteral("导线点参数.txt 已被其他程序修改，保存会替换它");
+        QVERIFY(!line.text().contains(changed));
+        e.folder.write("导线点参数.txt", "A,1,2,\r\nB,3,4,\r\nZ,9,9,\r\n");
+        e.window.click(2, 1);
+        QVERIFY(line.text().startsWith(changed));
+        QVERIFY(line.doubtful());
+        e.window.click(1, 1);
+        click(e.form, "cmdDxdSave");
+        QVERIFY(!line.text().contains(changed));
+        const auto kept = BackupsOf(gProject);
+        QCOMPARE(kept.size(), std::size_t(1));
+        QCOMPARE(ProjectFolder::bytesOf(kept[0].path), std::string("A,1,2,\r\nB,3,4,\r\nZ,9,9,\r\n"));
+        e.window.click(2, 1);
+        QVERIFY(!line.text().contains(changed));
     }
 
     void aFailedSaveSaysSoAndKeepsTheWork()

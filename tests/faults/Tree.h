@@ -6,6 +6,7 @@
 #include <iterator>
 #include <map>
 #include <optional>
+#include <regex>
 #include <set>
 #include <string>
 #include <vector>
@@ -24,12 +25,26 @@ inline std::string bytesOf(const std::filesystem::path& file)
     return bytes;
 }
 
+/// A backup is named after the time at which it was made.
+inline std::string withoutTime(const std::string& path)
+{
+    static const std::regex time("\\d{4}-\\d\\d-\\d\\d \\d\\d\\.\\d\\d\\.\\d\\d(\\.\\d{3})?");
+    return path.starts_with("备份/") ? std::regex_replace(path, time, "(time)") : path;
+}
+
 inline Tree treeOf(const std::filesystem::path& root)
 {
     Tree tree;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(root))
-        tree[entry.path().lexically_relative(root).string()] =
+        tree[withoutTime(entry.path().lexically_relative(root).string())] =
             entry.is_directory() ? "(folder)" : bytesOf(entry.path());
+    return tree;
+}
+
+/// The tree but for the backups: one that fails is said in the line of the windows, not in a box.
+inline Tree withoutBackups(Tree tree)
+{
+    std::erase_if(tree, [](const auto& entry) { return entry.first == "备份" || entry.first.starts_with("备份/"); });
     return tree;
 }
 

@@ -2,6 +2,7 @@
 
 #include "SmallRoad.h"
 #include "base/CodePage.h"
+#include "project/Backups.h"
 #include "project/LoadProject.h"
 #include "support/FiniteTables.h"
 
@@ -75,12 +76,14 @@ private:
     }
 };
 
+/// All but the project and its backups.
 std::map<std::string, std::string> outside(const ProjectFolder& folder)
 {
     std::map<std::string, std::string> all;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.root())) {
         const auto path = entry.path().string();
-        if (path.starts_with(folder.path(""))) continue;
+        if (path.starts_with(folder.path("")) || path == gAppPath + "/备份" || path.starts_with(BackupPath(gProject)))
+            continue;
         all[path] = entry.is_regular_file() ? ProjectFolder::bytesOf(path) : "/";
     }
     return all;
@@ -88,7 +91,7 @@ std::map<std::string, std::string> outside(const ProjectFolder& folder)
 
 }  // namespace
 
-TEST(AnyBytes, ALoadEndsAndWritesNothingOutsideItsProject)
+TEST(AnyBytes, ALoadEndsAndWritesNothingOutsideItsProjectAndItsBackups)
 {
     ScriptedDialogs dialogs;
     ProjectFolder folder;

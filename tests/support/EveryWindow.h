@@ -3,6 +3,7 @@
 
 #include "app/ListBox.h"
 #include "app/frmAbout.h"
+#include "app/frmHf.h"
 #include "app/frmMain.h"
 #include "app/frmNewProjects.h"
 #include "controls/XPButton.h"
@@ -206,6 +207,11 @@ inline void showExchange(const Seen& seen)
     show(seen, import);
     frmDrBg told(QStringLiteral("导出报告"), {fromUtf8(report.empty() ? "没有不能带走的内容" : report[0])});
     show(seen, told);
+    keepReplaced(files::breaks, "100,120\r\n");
+    keepReplaced(files::vertical, "0,10\r\n50,12,900\r\n");
+    frmHf kept(QStringLiteral("示例一"));
+    kept.findChild<ListBox*>(QStringLiteral("lstHf"))->setCurrentRow(0);
+    show(seen, kept);
     frmScbj compared(shared.tables, {{"A1", 2856486.512, 512730.907, {}}, {"A2", 2856540.203, 512815.415, 52.31}});
     type(compared, {{"txtScbjPm", "0.02"}, {"txtScbjGc", "0.02"}});
     shown(compared);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <fstream>
@@ -25,7 +26,8 @@ inline pid_t startRewriter(const std::function<void()>& rewrite, int ready)
     while (true) rewrite();
 }
 
-/// Kills the rewriter at 200 random points; the file must always be one of `whole`, and each of them is met.
+/// Kills the rewriter at 200 random points of its first rounds, however slow the machine is; the file must always be
+/// one of `whole`, and each of them is met.
 inline void killAtRandomPoints(const std::string& path, const std::set<std::string>& whole,
                                const std::function<void()>& rewrite)
 {
@@ -34,13 +36,17 @@ inline void killAtRandomPoints(const std::string& path, const std::set<std::stri
     for (int kill = 0; kill < 200; ++kill) {
         int ready[2];
         ASSERT_EQ(pipe(ready), 0);
+        const auto begin = std::chrono::steady_clock::now();
         const pid_t child = startRewriter(rewrite, ready[1]);
         ASSERT_GT(child, 0);
         ::close(ready[1]);
         char byte;
         ASSERT_EQ(::read(ready[0], &byte, 1), 1);
         ::close(ready[0]);
-        std::this_thread::sleep_for(std::chrono::microseconds(random() % 4000));
+        const auto round = std::chrono::steady_clock::now() - begin;
+        const auto most = std::chrono::duration_cast<std::chrono::microseconds>(round).count() * 3 / 2;
+        std::this_thread::sleep_for(
+            std::chrono::microseconds(random() % std::max(4000ul, static_cast<unsigned long>(most))));
         ::kill(child, SIGKILL);
         int status = 0;
         waitpid(child, &status, 0);

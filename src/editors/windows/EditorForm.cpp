@@ -66,6 +66,7 @@ bool EditorForm::takeCell(int row, int col)
     if (!named) hideBox();
     CurRow = toInt16(named ? row : 0);
     CurCol = toInt16(named ? col : 0);
+    showRoad();
     if (!named) return false;
     showCellText();
     placeBox();
@@ -189,7 +190,8 @@ void EditorForm::cmdSave_Click()
         dialogs().box({"数据保存成功！", "", Icon::Information});
         Edited = false;
         if (m_table.loadsProject) LoadProject();
-        m_road->refresh();
+        attempt([this] { m_asRead = EditorFileBytes(m_table); });
+        showRoad();
     });
 }
 
@@ -218,6 +220,23 @@ void EditorForm::showCellText()
 {
     m_box->setText(cellText(CurRow, CurCol));
     m_box->selectAll();
+}
+
+/// The road, and before it what another program did to the file since it was read here: a save would replace that.
+void EditorForm::showRoad()
+{
+    m_road->refresh();
+    std::string now = m_asRead;
+    attempt([&] { now = EditorFileBytes(m_table); });
+    if (now == m_asRead) return;
+    const auto told = fromUtf8(std::string(m_table.file) + " 已被其他程序修改，保存会替换它");
+    m_road->say(told + QStringLiteral("　") + m_road->text(), true);
+}
+
+void EditorForm::changeEvent(QEvent* event)
+{
+    Form::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) showRoad();
 }
 
 void EditorForm::scrollToBox()

@@ -39,6 +39,7 @@ protected:
     bool QueryUnload() override;
     bool Form_KeyPress(int keyAscii) override;
     void Form_Resize() override;
+    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -69,6 +70,7 @@ private:
     bool boxHasCell() const;
 
     // Comfort.
+    void showRoad();
     void placeBox();
     void scrollToBox();
     bool boxNeeds(const QKeyEvent& key) const;
@@ -90,4 +92,5 @@ private:
     std::vector<QLineEdit*> m_frameBoxes;
     QBoxLayout* m_buttons = nullptr;
     std::vector<KeptBytes> m_keptFrames;  // see EditorContent
+    std::string m_asRead;                 // the file's bytes at the load or the last save
 };

@@ -134,7 +134,8 @@ void EditorForm::Form_Load()
 {
     EditorContent content;
     try {
-        content = LoadEditor(m_table);
+        m_asRead = EditorFileBytes(m_table);
+        content = EditorContentOf(m_table, m_asRead);
     } catch (const FileError& error) {  // an empty grid would replace what is there
         dialogs().box(FileBox(error));
         return stayClosed();
