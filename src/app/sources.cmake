@@ -15,6 +15,8 @@ set(sources
     WaysOut.h
     frmAbout.cpp
     frmAbout.h
+    frmFz.cpp
+    frmFz.h
     frmHf.cpp
     frmHf.h
     frmMain.cpp

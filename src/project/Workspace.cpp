@@ -12,6 +12,7 @@
 #include "base/Utf16File.h"
 #include "dialogs/Messages.h"
 #include "project/Backups.h"
+#include "project/Catalogue.h"
 #include "project/DeleteFolderTree.h"
 
 #include <algorithm>
@@ -72,6 +73,13 @@ std::vector<std::string> namesOf(const std::string& bytes)
     auto names = linesOf(bytes);
     for (auto& name : names) name = Utf8FromCp936(name);
     return names;
+}
+
+/// @param name  bytes. It gets a line of its own, whatever stands before.
+std::string withLine(const std::string& before, const std::string& name)
+{
+    const bool open = !before.empty() && !before.ends_with("\r\n");
+    return before + (open ? "\r\n" : "") + name + "\r\n";
 }
 
 void makeFolder(const std::string& path)
@@ -138,6 +146,11 @@ std::vector<std::string> ReadPhoneCatalogue()
     return names;
 }
 
+void appendToCatalogue(const std::string& name)
+{
+    WriteBytes(catalogue(), withLine(ReadBytes(catalogue()), Cp936FromUtf8(name)));
+}
+
 Outcome CreateProject(const std::string& typed, const std::function<void()>& listed)
 {
     gProject = Trim(typed);
@@ -149,8 +162,7 @@ Outcome CreateProject(const std::string& typed, const std::function<void()>& lis
             return refused("项目名称已存在，请重新输入项目名称！");
         if (!IsFolderName(gProject)) throw RunTimeError(RunTimeError::PathAccess);
         makeFolder(ProjectPath(gProject));
-        const bool open = !before.empty() && !before.ends_with("\r\n");  // a line of its own, whatever stands before
-        WriteBytes(catalogue(), before + (open ? "\r\n" : "") + name + "\r\n");
+        WriteBytes(catalogue(), withLine(before, name));
         if (listed) listed();
         const auto unset = Cp936FromUtf8("未设置");
         WriteBytes(ProjectPath(gProject) + "/" + std::string(files::settings),
@@ -172,9 +184,7 @@ Outcome AddProject(const std::string& name, const std::map<std::string, std::str
     makeFolder(folder);
     try {
         for (const auto& [file, bytes] : files) WriteBytes(folder + "/" + file, bytes);
-        const auto before = ReadBytes(catalogue());
-        const bool open = !before.empty() && !before.ends_with("\r\n");
-        WriteBytes(catalogue(), before + (open ? "\r\n" : "") + Cp936FromUtf8(name) + "\r\n");
+        appendToCatalogue(name);
     } catch (const FileError&) {
         attempt([&] { DeleteFolderTree(folder); });
         throw;

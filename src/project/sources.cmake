@@ -1,6 +1,7 @@
 set(sources
     Backups.cpp
     Backups.h
+    Catalogue.h
     Compile.h
     CompileIntersectionPoints.cpp
     CompileTables.cpp
@@ -12,6 +13,8 @@ set(sources
     LoadTables.h
     OpenRoad.cpp
     OpenRoad.h
+    ProjectFolders.cpp
+    ProjectFolders.h
     Workspace.cpp
     Workspace.h
 )

@@ -90,6 +90,89 @@ private slots:
         QCOMPARE(gProject, std::string("测试"));
     }
 
+    void aProjectIsCopiedUnderAnotherName()
+    {
+        ProjectFolder folder{{"断链参数.txt", "9,9\r\n"}};
+        const Shared before = shared;
+        ScriptedDialogs dialogs;
+        frmMain main;
+        main.show();
+        auto& list = named<ListBox>(main, "lstProjects");
+        useModal([&] { choose(main, list, "mnuCopyAs"); },
+                 [&](QWidget& window) {
+                     QCOMPARE(textOf(window, "txtFzMc"), QStringLiteral("测试"));
+                     click(window, "butFzOK");
+                     QCOMPARE(dialogs.messages.back().text, std::string("项目名称已存在，请重新输入项目名称！"));
+                     QVERIFY(window.isVisible());
+                     type(window, "txtFzMc", " 测试二 ");
+                     QTest::keyClick(&named<QLineEdit>(window, "txtFzMc"), Qt::Key_Return);
+                     QVERIFY(!window.isVisible());
+                 });
+        QCOMPARE(list.count(), 2);
+        QCOMPARE(list.item(1)->text(), QStringLiteral("测试二"));
+        QCOMPARE(list.ListIndex(), -1);
+        QCOMPARE(ProjectFolder::bytesOf(ProjectPath("测试二") + "/断链参数.txt"), std::string("9,9\r\n"));
+        QCOMPARE(gProject, std::string("测试"));
+        QVERIFY(shared == before);
+    }
+
+    void theFolderOfAProjectIsOpened()
+    {
+        ProjectFolder folder;
+        ScriptedDialogs dialogs;
+        ScriptedPlatform seams;
+        frmMain main;
+        main.show();
+        auto& list = named<ListBox>(main, "lstProjects");
+        choose(main, list, "mnuOpenFolder");
+        QCOMPARE(seams.opened, std::vector<QString>{fromUtf8(ProjectPath("测试"))});
+        QVERIFY(dialogs.messages.empty());
+        seams.opens = false;
+        choose(main, list, "mnuOpenFolder");
+        QCOMPARE(dialogs.messages.size(), size_t(1));
+        std::filesystem::remove_all(ProjectPath("测试"));
+        seams.opens = true;
+        choose(main, list, "mnuOpenFolder");
+        QCOMPARE(dialogs.messages.size(), size_t(2));
+        QCOMPARE(seams.opened.size(), size_t(2));
+    }
+
+    void aFolderElsewhereIsTakenIn()
+    {
+        ProjectFolder folder;
+        const std::string from = gAppPath + "/三标";
+        std::filesystem::create_directory(from);
+        std::ofstream(from + "/断链参数.txt") << "1,2\r\n";
+        ScriptedDialogs dialogs;
+        dialogs.open(from + "/断链参数.txt").open(from + "/断链参数.txt").cancelOpen();
+        frmMain main;
+        main.show();
+        auto& list = named<ListBox>(main, "lstProjects");
+        choose(main, list, "mnuTakeFolder");
+        QCOMPARE(list.count(), 2);
+        QCOMPARE(list.item(1)->text(), QStringLiteral("三标"));
+        QVERIFY(dialogs.messages.empty());
+        choose(main, list, "mnuTakeFolder");
+        QCOMPARE(dialogs.messages.size(), size_t(1));
+        choose(main, list, "mnuTakeFolder");
+        QCOMPARE(dialogs.messages.size(), size_t(1));
+        QCOMPARE(list.count(), 2);
+    }
+
+    void lettersJumpToTheName()
+    {
+        ProjectFolder folder;
+        for (const char* name : {"A1", "B2", "B31"}) folder.project(name);
+        ScriptedDialogs dialogs;
+        frmMain main;
+        main.show();
+        auto& list = named<ListBox>(main, "lstProjects");
+        list.setFocus();
+        QTest::keyClicks(&list, QStringLiteral("b3"));
+        QCOMPARE(list.Text(), QStringLiteral("B31"));
+        QVERIFY(dialogs.messages.empty());
+    }
+
     void exportAsksForAFileAndCancelEndsIt()
     {
         ProjectFolder folder;

@@ -3,6 +3,7 @@
 
 #include "app/ListBox.h"
 #include "app/frmAbout.h"
+#include "app/frmFz.h"
 #include "app/frmHf.h"
 #include "app/frmMain.h"
 #include "app/frmNewProjects.h"
@@ -207,6 +208,8 @@ inline void showExchange(const Seen& seen)
     show(seen, import);
     frmDrBg told(QStringLiteral("导出报告"), {fromUtf8(report.empty() ? "没有不能带走的内容" : report[0])});
     show(seen, told);
+    frmFz copied(QStringLiteral("示例一"));
+    show(seen, copied);
     keepReplaced(files::breaks, "100,120\r\n");
     keepReplaced(files::vertical, "0,10\r\n50,12,900\r\n");
     frmHf kept(QStringLiteral("示例一"));
