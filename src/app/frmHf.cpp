@@ -16,7 +16,7 @@ frmHf::frmHf(const QString& project)
     : Form(u"frmHf"_s, u"恢复“%1”"_s.arg(project)), m_project(project), lstHf(control<ListBox>("lstHf")),
       butHf(control<XPButton>("butHf", u"恢 复"_s)), butHfBack(control<XPButton>("butHfBack", u"返 回"_s))
 {
-    auto* label = control<QLabel>("lblHf", u"替换以前的参数文件，新的在上面："_s);
+    auto* label = control<QLabel>("lblHf", u"被替换掉的参数文件，新的在上面："_s);
     label->setBuddy(lstHf);
     lstHf->setMinimumSize(440, 280);
     lstHf->setHint(u"还没有备份。\n保存时被替换的参数文件会留在这里，\n每个文件最近 20 份。"_s);
