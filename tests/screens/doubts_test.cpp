@@ -12,6 +12,8 @@
 
 #include <filesystem>
 #include <fstream>
+#include <random>
+#include <string>
 
 namespace {
 
@@ -109,7 +111,8 @@ TEST_F(Doubts, AFileRunNamesTheStationInMemory)
 
 TEST_F(Doubts, TheFileRunOfTheStakeOutCarriesIt)
 {
-    const auto path = std::filesystem::temp_directory_path() / "velumark-doubts.txt";
+    const auto path =
+        std::filesystem::temp_directory_path() / ("velumark-" + std::to_string(std::random_device{}()) + ".txt");
     std::ofstream(path, std::ios::binary) << "10,0\r\n20,-3\r\n";
     gStationX = 5;
     ScriptedDialogs dialogs;

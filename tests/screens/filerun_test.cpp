@@ -11,22 +11,27 @@
 
 #include <filesystem>
 #include <fstream>
+#include <random>
+#include <string>
 
 namespace {
 
 struct FileRuns : testing::Test {
-    std::filesystem::path path = std::filesystem::temp_directory_path() / "点.txt";
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / ("velumark-" + std::to_string(std::random_device{}()));
+    const std::filesystem::path path = folder / "点.txt";
     ScriptedDialogs dialogs;
     Screen screen{kCoordinateColumns};
 
     FileRuns()
     {
+        std::filesystem::create_directories(folder);
         shared = {};
         straightNorth();
     }
     ~FileRuns() override
     {
-        std::filesystem::remove(path);
+        std::filesystem::remove_all(folder);
         shared = {};
     }
     void write(const std::string& bytes)
