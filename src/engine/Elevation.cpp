@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 RoadSection sectionAt(const Tables& t, double stake)
 {
@@ -29,11 +30,11 @@ double grade(const Tables& t, std::ptrdiff_t from, std::ptrdiff_t to)
     return run == 0 ? 0 : (at(t.sqxGc, to) - at(t.sqxGc, from)) / run;
 }
 
-double gradeLine(const Tables& t, double stake)
+/// @param i  the row where the search begins
+double gradeLine(const Tables& t, double stake, std::ptrdiff_t i)
 {
     double e = 0;
     const std::ptrdiff_t c = t.sqxCount;
-    std::ptrdiff_t i = 1;
     for (; i <= c - 1; ++i) {
         const double g1 = grade(t, i - 1, i), g2 = grade(t, i, i + 1);
         const double lc = at(t.sqxLc, i), tangent = std::abs((g2 - g1) * at(t.sqxR, i) / 2);
@@ -56,10 +57,29 @@ double gradeLine(const Tables& t, double stake)
 
 }  // namespace
 
-double elevationAt(const Tables& t, double stake, double offset)
+GradeIndex::GradeIndex(const Tables& t)
+{
+    double farthest = -std::numeric_limits<double>::infinity();
+    attempt([&] {
+        for (std::ptrdiff_t i = 1; i <= t.sqxCount - 1; ++i) {
+            const double g1 = grade(t, i - 1, i), g2 = grade(t, i, i + 1);
+            const double lc = at(t.sqxLc, i), tangent = std::abs((g2 - g1) * at(t.sqxR, i) / 2);
+            for (const double end : {lc - tangent, lc + tangent})
+                if (end > farthest) farthest = end;
+            m_ends.push_back(farthest);
+        }
+    });
+}
+
+std::ptrdiff_t GradeIndex::firstRow(double stake) const
+{
+    return std::lower_bound(m_ends.begin(), m_ends.end(), stake) - m_ends.begin() + 1;
+}
+
+double elevationAt(const Tables& t, double stake, double offset, const GradeIndex* index)
 {
     const RoadSection section = sectionAt(t, stake);
-    const double e = gradeLine(t, stake);
+    const double e = gradeLine(t, stake, index ? index->firstRow(stake) : 1);
     const double aoff = std::abs(offset), h = section.halfMedian;
     if (aoff <= h) return e;
 

@@ -31,22 +31,24 @@ std::vector<GradeChange> gradeChanges(const Tables& t)
 
 std::vector<Extreme> extremes(const Tables& t)
 {
+    const GradeIndex grades(t);
     std::vector<Extreme> all;
     for (const auto& c : gradeChanges(t)) {
         if (c.before * c.behind > 0 || c.before == c.behind) continue;
         // The grade falls off from before to behind in proportion to length.
         const double stake = c.start() + 2 * c.tangent * (c.before / (c.before - c.behind));
-        if (const auto e = surfaceAt(t, stake, 0)) all.push_back({stake, *e, c.crest});
+        if (const auto e = surfaceAt(t, stake, 0, &grades)) all.push_back({stake, *e, c.crest});
     }
     return all;
 }
 
 std::optional<std::pair<double, double>> heightsBetween(const Tables& t, double from, double to)
 {
+    const GradeIndex grades(t);
     std::optional<std::pair<double, double>> found;
     const auto add = [&](double stake) {
         if (stake < from || stake > to) return;
-        const auto e = surfaceAt(t, stake, 0);
+        const auto e = surfaceAt(t, stake, 0, &grades);
         if (!e) return;
         if (!found) found = {*e, *e};
         found = {std::min(found->first, *e), std::max(found->second, *e)};
@@ -155,7 +157,7 @@ private:
             std::vector<Point> points;
             for (int i = 0; i <= n; ++i) {
                 const double stake = from + (to - from) * i / n;
-                if (const auto e = surfaceAt(m_t, stake, 0)) points.push_back(place(stake, *e));
+                if (const auto e = surfaceAt(m_t, stake, 0, &m_grades)) points.push_back(place(stake, *e));
             }
             for (std::size_t k = 1; k < points.size(); ++k) blockLine(points[k - 1], points[k]);
             if (points.size() > 1) all.polyline(orAmber(layer), std::move(points));
@@ -204,7 +206,7 @@ private:
         for (const auto& c : shownChanges()) {
             for (const double s : {c.start(), c.end()})
                 if (seen(s) && c.tangent > 0)
-                    if (const auto e = surfaceAt(m_t, s, 0)) {
+                    if (const auto e = surfaceAt(m_t, s, 0, &m_grades)) {
                         const Point p = place(s, *e);
                         m_out.line(Layer::VerticalCurve, {p.x, p.y - 1.2}, {p.x, p.y + 1.2});
                     }
@@ -223,7 +225,7 @@ private:
         for (const auto& c : gradeChanges(m_t)) {
             if (2 * c.tangent / m_view.mm < 12) continue;
             for (const auto& [s, name] : {std::pair{c.start(), "起 "}, {c.end(), "终 "}}) {
-                const auto e = surfaceAt(m_t, s, 0);
+                const auto e = surfaceAt(m_t, s, 0, &m_grades);
                 if (!e || !seen(s)) continue;
                 const Point p = place(s, *e);
                 const double away = c.crest ? -2 : 2;
@@ -284,6 +286,7 @@ private:
 
     const Road& m_road;
     const Tables& m_t;
+    const GradeIndex m_grades{m_t};
     const ProfileView& m_view;
     double m_width;
     Labels m_labels, m_written;  ///< all that keeps texts off; leaders and their words alone

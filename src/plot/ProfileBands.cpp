@@ -100,7 +100,7 @@ private:
     void elevations(double top, double height)
     {
         forMultiples(m_road, m_view, interval(), [&](double stake) {
-            const auto e = surfaceAt(m_t, stake, 0);
+            const auto e = surfaceAt(m_t, stake, 0, &m_grades);
             if (!e) return;
             m_out.line(Layer::Bands, {x(stake), top}, {x(stake), top - 1});
             put({x(stake), top - height / 2 - 0.3}, 1.9, fixed(*e, 3), 90);
@@ -230,6 +230,7 @@ private:
 
     const Road& m_road;
     const Tables& m_t;
+    const GradeIndex m_grades{m_t};
     const ProfileView& m_view;
     double m_width;
     Labels m_labels;

@@ -57,11 +57,11 @@ bool fromIntersectionPoints(const Tables& t)
            t.elemLc[static_cast<std::size_t>(t.elemCount)] == t.jdLc.back() + 0.01;
 }
 
-std::optional<double> surfaceAt(const Tables& t, double stake, double offset)
+std::optional<double> surfaceAt(const Tables& t, double stake, double offset, const GradeIndex* index)
 {
     if (t.sqxLc.empty() || stake < t.sqxLc.front() - 1e-6 || stake > t.sqxLc.back() + 1e-6) return {};
     std::optional<double> found;
-    attempt([&] { found = checked(elevationAt(t, stake, offset)); });
+    attempt([&] { found = checked(elevationAt(t, stake, offset, index)); });
     return found;
 }
 

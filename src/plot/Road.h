@@ -2,6 +2,7 @@
 // The road of the tables as shapes: what the views and the drawings are made of. Nothing here moves a shared value.
 // Points are drawing coordinates (x east, y north, from the road's origin), stakes are continuous, lengths metres.
 
+#include "engine/Elevation.h"
 #include "engine/XYToStake.h"
 #include "plot/Picture.h"
 #include "tables/CalcTables.h"
@@ -130,7 +131,7 @@ private:
 /// True where the tables were compiled from intersection points, which the work arrays of that compile still tell.
 bool fromIntersectionPoints(const Tables& t);
 /// Elevation of the surface; nothing where the tables do not say. Stakes beyond the profile have none either.
-std::optional<double> surfaceAt(const Tables& t, double stake, double offset);
+std::optional<double> surfaceAt(const Tables& t, double stake, double offset, const GradeIndex* index = nullptr);
 /// Crossfall of the roadway, a fraction, positive upwards from the centre. @param side -1 left, 1 right
 std::optional<double> crossfallAt(const Tables& t, double stake, int side);
 /// A number with so many decimals, no -0.

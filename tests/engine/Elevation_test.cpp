@@ -7,10 +7,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -378,9 +380,11 @@ TEST_F(ElevationAtTest, AgreesWithASecondFormulationOnRandomTables)
         setWidths(widths);
         gCgType = road % 2 ? "0" : "1";
 
+        const GradeIndex index(shared.tables);
         for (int point = 0; point < 100; ++point) {
             const double stake = draw(from - 50, to + 50), offset = draw(-18, 18);
             ASSERT_NEAR(ElevationAt(stake, offset), elevationByParts(stake, offset), 1e-9) << stake << ' ' << offset;
+            ASSERT_EQ(elevationAt(shared.tables, stake, offset, &index), ElevationAt(stake, offset)) << stake;
         }
         for (int i = 1; i < n; ++i) {  // no step at the limits of the curves
             const auto k = static_cast<std::size_t>(i);
@@ -389,6 +393,36 @@ TEST_F(ElevationAtTest, AgreesWithASecondFormulationOnRandomTables)
             const double t = std::abs(change) * grades[k].r / 2;
             for (const double limit : {grades[k].lc - t, grades[k].lc + t})
                 ASSERT_NEAR(ElevationAt(limit - 1e-6, 0), ElevationAt(limit + 1e-6, 0), 1e-6);
+        }
+    }
+}
+
+/// Rows in any order, curves that overlap, radii of no size or of all: from the index on, the search ends where it ends
+/// from the first row on, or fails alike.
+TEST_F(ElevationAtTest, TheIndexLeavesOutNothing)
+{
+    std::mt19937_64 random(9);
+    const auto draw = [&](double from, double to) { return std::uniform_real_distribution<double>(from, to)(random); };
+    for (int road = 0; road < 2000; ++road) {
+        std::vector<GradeRow> grades;
+        for (int i = 0; i < road % 12; ++i)
+            grades.push_back({draw(0, 1000), draw(0, 100), i % 5 == 4 ? 1e308 : i % 3 == 2 ? 0 : draw(-1, 1) * 1e5});
+        if (road % 2) std::ranges::sort(grades, {}, &GradeRow::lc);
+        setGrades(grades);
+        const GradeIndex index(shared.tables);
+        for (int point = 0; point < 50; ++point) {
+            const double stake =
+                point % 10 == 9 && !grades.empty() ? grades[random() % grades.size()].lc : draw(-50, 1050);
+            const auto asked = [&](const GradeIndex* from) {
+                double e = 0;
+                try {
+                    e = elevationAt(shared.tables, stake, 0, from);
+                } catch (const RunTimeError& error) {
+                    return std::pair(std::bit_cast<std::uint64_t>(e), static_cast<int>(error.number()));
+                }
+                return std::pair(std::bit_cast<std::uint64_t>(e), 0);
+            };
+            ASSERT_EQ(asked(&index), asked(nullptr)) << road << ' ' << stake;
         }
     }
 }
