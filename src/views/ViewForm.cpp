@@ -1,12 +1,10 @@
 #include "views/ViewForm.h"
 
-#include "base/FileError.h"
-#include "base/ReplaceFile.h"
 #include "controls/XPButton.h"
-#include "dialogs/Dialogs.h"
-#include "dialogs/FileBox.h"
+#include "dialogs/Messages.h"
 #include "plot/Svg.h"
 #include "ui/Layout.h"
+#include "ui/Paper.h"
 #include "ui/RunHandler.h"
 #include "ui/Theme.h"
 #include "views/DrawingArea.h"
@@ -124,41 +122,22 @@ plot::Order ViewForm::order() const
 
 void ViewForm::ask(const QString& extension)
 {
-    const auto chosen = dialogs().saveFile(toUtf8(QStringLiteral("(*.%1)|*.%1|").arg(extension)));
-    if (!chosen || chosen->empty()) return;
-    QString path = fromUtf8(*chosen);
-    if (QFileInfo(path).suffix().compare(extension, Qt::CaseInsensitive) != 0) path += u'.' + extension;
-    if (QFileInfo::exists(path) && !dialogs().box({.text = "文件已存在！是否覆盖？",
-                                                   .title = "注意",
-                                                   .icon = Icon::Question,
-                                                   .buttons = Msg::YesNo,
-                                                   .preset = Msg::No}))
-        return;
+    const QString path = askPath(extension);
+    if (path.isEmpty()) return;
     if (exportTo(path)) say(QStringLiteral("已导出：") + QDir::toNativeSeparators(path));
-}
-
-bool ViewForm::write(const QString& path, const std::string& bytes)
-{
-    try {
-        WriteResult(toUtf8(path), bytes);
-        return true;
-    } catch (const FileError& error) {
-        dialogs().box(FileBox(error));
-        return false;
-    }
 }
 
 bool ViewForm::exportTo(const QString& path)
 {
     const plot::Order what = order();
     if (const std::string why = plot::refusalOf(*m_road, what); !why.empty()) {
-        dialogs().box({why, "注意", Icon::Exclamation});
+        dialogs().box(Notice(why));
         return false;
     }
     const QString extension = QFileInfo(path).suffix().toLower();
-    if (extension == u"dxf") return write(path, plot::dxfOf(*m_road, what, m_slopes));
+    if (extension == u"dxf") return writeOrSay(path, plot::dxfOf(*m_road, what, m_slopes));
     const auto sheets = plot::sheetsOf(*m_road, what, m_slopes);
-    if (extension == u"pdf") return write(path, pdfOf(sheets, windowTitle()).toStdString());
+    if (extension == u"pdf") return writeOrSay(path, pdfOf(sheets, windowTitle()).toStdString());
     // A file a sheet: 图.svg, or 图-1.svg, 图-2.svg where there are several.
     for (std::size_t i = 0; i < sheets.size(); ++i) {
         QString name = path;
@@ -177,7 +156,7 @@ bool ViewForm::exportTo(const QString& path)
         } else {
             bytes = plot::svgOf(sheets[i]);
         }
-        if (!write(name, bytes)) return false;
+        if (!writeOrSay(name, bytes)) return false;
     }
     return true;
 }

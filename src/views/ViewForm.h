@@ -55,7 +55,6 @@ private:
     void ask(const QString& extension);
     /// Says in amber what is doubtful, and which groups that are.
     plot::Stale look();
-    static bool write(const QString& path, const std::string& bytes);
 
     plot::Order::Kind m_kind;
     ViewSource m_source;

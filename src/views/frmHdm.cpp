@@ -1,15 +1,13 @@
 #include "views/frmHdm.h"
 
-#include "base/FileError.h"
 #include "base/Numbers.h"
-#include "base/ReplaceFile.h"
 #include "base/RunTimeError.h"
 #include "controls/FormScaling.h"
 #include "controls/XPButton.h"
-#include "dialogs/Dialogs.h"
-#include "dialogs/FileBox.h"
+#include "dialogs/Messages.h"
 #include "ui/Layout.h"
 #include "ui/MSFlexGrid.h"
+#include "ui/Paper.h"
 #include "ui/Theme.h"
 #include "views/SectionArea.h"
 #include "views/TypedStake.h"
@@ -17,7 +15,6 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
-#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QSlider>
@@ -173,7 +170,7 @@ void frmHdm::cmdZd_Click()
 {
     const auto stake = typedStake(*source().tables, toUtf8(m_stake->text()));
     if (!stake || *stake < m_from || *stake > m_to) {
-        dialogs().box({"桩号不在纵断面上！", "注意", Icon::Exclamation});
+        dialogs().box(Notice("桩号不在纵断面上！"));
         m_stake->setFocus();
         return m_stake->selectAll();
     }
@@ -188,20 +185,10 @@ void frmHdm::cmdFz_Click()
 
 void frmHdm::cmdDcd_Click()
 {
-    const auto chosen = dialogs().saveFile("(*.csv)|*.csv|");
-    if (!chosen || chosen->empty()) return;
-    QString path = fromUtf8(*chosen);
-    if (QFileInfo(path).suffix().compare(u"csv", Qt::CaseInsensitive) != 0) path += QStringLiteral(".csv");
-    if (QFileInfo::exists(path) &&
-        !dialogs().box({"文件已存在！是否覆盖？", "注意", Icon::Question, Msg::YesNo, Msg::No}))
-        return;
-    try {
-        // The mark tells spreadsheets that the bytes are UTF-8.
-        WriteResult(toUtf8(path), "\xEF\xBB\xBF" + plot::sectionTable(road(), section(), ",", "\r\n"));
+    const QString path = askPath(QStringLiteral("csv"));
+    // The mark tells spreadsheets that the bytes are UTF-8.
+    if (!path.isEmpty() && writeOrSay(path, "\xEF\xBB\xBF" + plot::sectionTable(road(), section(), ",", "\r\n")))
         say(QStringLiteral("已导出：") + path);
-    } catch (const FileError& error) {
-        dialogs().box(FileBox(error));
-    }
 }
 
 bool frmHdm::Form_KeyPress(int keyAscii)

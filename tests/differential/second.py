@@ -5,7 +5,6 @@ load fills, the shared results that calls leave behind, and one method for each 
 """
 
 import contextlib
-import functools
 import math
 import re
 from decimal import Decimal
@@ -297,10 +296,8 @@ class Row:
 POINTS = ("Zh", "Hy", "Yh", "Hz")
 
 
-@functools.lru_cache(maxsize=None)
-def end_of_element(length, k1, k2, az, x0, y0, total):
-    d = (k2 - k1) / total * length
-    a0 = dms_to_deg(az)
+def integrated(length, a0, k1, d, x0, y0):
+    """End of a stretch from a0 in degrees, by Simpson's rule; d is the change of curvature over it."""
     odd_x = odd_y = even_x = even_y = 0.0
     fwj = a0 + (2 * k1 + d) * length * 90 / PI
     for i in range(96, 0, -1):
@@ -318,6 +315,10 @@ def end_of_element(length, k1, k2, az, x0, y0, total):
     if not (math.isfinite(x) and math.isfinite(y)):
         raise OverflowError
     return x, y, fwj
+
+
+def end_of_element(length, k1, k2, az, x0, y0, total):
+    return integrated(length, dms_to_deg(az), k1, (k2 - k1) / total * length, x0, y0)
 
 
 class Road:
@@ -645,22 +646,7 @@ class Road:
     def forward_element(length, r1, r2, az, x0, y0):
         length = abs(length)
         k1, k2 = curvature(r1), curvature(r2)
-        d = k2 - k1
-        a0 = dms_to_deg(az)
-        end_deg = a0 + (2 * k1 + d) * length * 90 / PI
-        odd_x = odd_y = even_x = even_y = 0.0
-        for i in range(96, 0, -1):
-            u = 2 * i - 1
-            angle = (a0 + ((u * d / 192 + 2 * k1) * (length / 2) * u / 192) * 180 / PI) * PI / 180
-            odd_x += trig.cos(angle)
-            odd_y += trig.sin(angle)
-        for i in range(95, 0, -1):
-            angle = (a0 + ((i * d / 96 + 2 * k1) * (length / 2) * (i / 96)) * 180 / PI) * PI / 180
-            even_x += trig.cos(angle)
-            even_y += trig.sin(angle)
-        start, end = a0 * PI / 180, end_deg * PI / 180
-        x = (4 * odd_x + trig.cos(start) + 2 * even_x + trig.cos(end)) * (length / 576) + x0
-        y = (4 * odd_y + trig.sin(start) + 2 * even_y + trig.sin(end)) * (length / 576) + y0
+        x, y, end_deg = integrated(length, dms_to_deg(az), k1, k2 - k1, x0, y0)
         return fixed3(x), fixed3(y), deg_to_dms(end_deg)
 
     def _integrate(self, stake):
