@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 enum class Icon { None, Information, Exclamation, Critical, Question };
 
@@ -46,3 +47,26 @@ public:
 /// The dialogs in use, set at process start and by tests.
 Dialogs& dialogs();
 void setDialogs(Dialogs* dialogs);
+
+/// While one stands, whoever asks for a file to read is given this one unasked; all else goes to the dialogs in use.
+class FileGiven : public Dialogs {
+public:
+    explicit FileGiven(std::string path) : m_path(std::move(path)), m_person(dialogs()) { setDialogs(this); }
+    ~FileGiven() override { setDialogs(&m_person); }
+    FileGiven(const FileGiven&) = delete;
+    FileGiven& operator=(const FileGiven&) = delete;
+
+    bool box(const Msg& msg) override { return m_person.box(msg); }
+    void turn() override { m_person.turn(); }
+    void turnWithInput() override { m_person.turnWithInput(); }
+    std::optional<std::string> openFile(std::string_view) override { return m_path; }
+    std::optional<std::string> saveFile(std::string_view filter) override { return m_person.saveFile(filter); }
+    std::optional<std::string> saveFileAs(std::string_view filter, std::string_view proposed) override
+    {
+        return m_person.saveFileAs(filter, proposed);
+    }
+
+private:
+    std::string m_path;
+    Dialogs& m_person;
+};

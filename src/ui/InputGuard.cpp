@@ -39,6 +39,8 @@ bool InputGuard::eventFilter(QObject*, QEvent* event)
     if (!isInput(event->type())) return false;
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
     if (isKey && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) m_sawEscape = true;
-    event->setAccepted(event->type() != QEvent::Close);
+    const bool refused =
+        event->type() == QEvent::Close || event->type() == QEvent::DragEnter || event->type() == QEvent::Drop;
+    event->setAccepted(!refused);
     return true;
 }

@@ -7,6 +7,8 @@ set(sources
     FieldFlow.h
     Fields.cpp
     Fields.h
+    FileDrop.cpp
+    FileDrop.h
     Form.cpp
     Form.h
     GridHeader.cpp

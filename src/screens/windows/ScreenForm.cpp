@@ -7,10 +7,12 @@
 #include "screens/Doubts.h"
 #include "screens/windows/Hints.h"
 #include "tables/CalcTables.h"
+#include "ui/FileDrop.h"
 #include "ui/GridSink.h"
 #include "ui/Layout.h"
 
 #include <QHBoxLayout>
+#include <QScopedValueRollback>
 
 #include <utility>
 
@@ -23,6 +25,7 @@ void ScreenForm::run(const std::function<Outcome(RowSink&)>& handler)
     Outcome outcome;
     bool grew = false;
     m_grew = false;
+    const QScopedValueRollback running(m_running, true);
     {
         const bool picked = station.pick && !station.typed->isChecked() && station.pick->ListIndex() >= 0;
         GridSink shown(*grid, *results);
@@ -212,7 +215,7 @@ StationInput ScreenForm::readStation() const
             textOf(station.y)};
 }
 
-void ScreenForm::layOut(std::vector<ui::Piece> fields, std::vector<QWidget*> buttons)
+void ScreenForm::layOut(std::vector<ui::Piece> fields, std::vector<QWidget*> buttons, XPButton* reads)
 {
     if (!buttons.empty()) calc = static_cast<XPButton*>(buttons.front());
     if (m_parts.del) {
@@ -236,6 +239,14 @@ void ScreenForm::layOut(std::vector<ui::Piece> fields, std::vector<QWidget*> but
         *grid, [this] { return ResultSheet(m_parts.layout, exportData()); }, [this] { return paper(); });
     wait = control<QLineEdit>(m_parts.wait);
     ui::placeWaitBox(wait, grid);
+    FileDrop::Take take;
+    if (reads)
+        take = [this, reads](const QString& path) {
+            if (m_running || !reads->isEnabled()) return;
+            const FileGiven given(toUtf8(path));
+            emit reads->Click();
+        };
+    new FileDrop(this, take);
     road = control<RoadLine>("lblRoad");
     fields.insert(fields.begin(), road);
     told = control<QuietLine>("lblTold");

@@ -87,7 +87,8 @@ protected:
     QWidget* stationFrame(const StationNames& names);
     StationInput readStation() const;
     /// The whole window: these fields, the grid, and a row of these buttons with those that every screen has.
-    void layOut(std::vector<ui::Piece> fields, std::vector<QWidget*> buttons);
+    /// @param reads  the button that runs a file: a text file dropped on the window presses it; nullptr: there is none
+    void layOut(std::vector<ui::Piece> fields, std::vector<QWidget*> buttons, XPButton* reads = nullptr);
 
     /// F5 calculates, from any field, and Ctrl+S saves, as their buttons do.
     bool commandKey(const QKeyCombination& key) override;
@@ -113,6 +114,7 @@ private:
     const ScreenParts m_parts;
     std::string m_told;  // of the last run
     bool m_toldDoubtful = false;
+    bool m_running = false;
     bool m_grew = false;  // the last run added rows and refused nothing
     QLineEdit* m_first = nullptr;
 };

@@ -24,7 +24,7 @@ frmFs::frmFs()
     auto* point = ui::fieldLine({{u"X坐标"_s, txtFsx}, {u"Y坐标"_s, txtFsY}});
     auto* butFsCalc = button("butFsCalc", u"计 算"_s);
     auto* butPlfs = button("butPlfs", u"批量反算"_s);
-    layOut({ui::frame(u"测点"_s, point)}, {butFsCalc, butPlfs});
+    layOut({ui::frame(u"测点"_s, point)}, {butFsCalc, butPlfs}, butPlfs);
     addComparison(*grid);
 
     on(butFsCalc, &XPButton::Click, [this] {

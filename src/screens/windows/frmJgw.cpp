@@ -42,7 +42,7 @@ frmJgw::frmJgw()
     auto* butJgwCalc = button("butJgwCalc", u"计 算"_s);
     auto* pljs = button("pljs", u"批量计算"_s);
     auto* butTxt = button("butTxt", u"从文件读取"_s);
-    layOut({structure, czFrame}, {butJgwCalc, pljs, butTxt});
+    layOut({structure, czFrame}, {butJgwCalc, pljs, butTxt}, butTxt);
 
     opensBox(cheJgwJj, txtJgwJj);
     on(butJgwCalc, &XPButton::Click, [this] { butJgwCalc_Click(); });

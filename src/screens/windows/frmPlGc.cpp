@@ -32,7 +32,7 @@ frmPlGc::frmPlGc()
                                    {cheLm, txtLmhd}});
     auto* butPlGcCalc = button("butPlGcCalc", u"计 算"_s);
     auto* bugPlgc = button("bugPlgc", u"批量计算"_s);
-    layOut({ui::frame(u"计算范围"_s, stretch)}, {butPlGcCalc, bugPlgc});
+    layOut({ui::frame(u"计算范围"_s, stretch)}, {butPlGcCalc, bugPlgc}, bugPlgc);
 
     opensBox(cheLm, txtLmhd);
     on(butPlGcCalc, &XPButton::Click, [this] { butPlGcCalc_Click(); });

@@ -34,7 +34,7 @@ frmPlfy::frmPlfy()
     auto* czFrame = stationFrame({"comPlzbCz", "chePlFyzb", "txtPlzbCzX", "txtPlzbCzY"});
     auto* butPlzbCalc = button("butPlzbCalc", u"计 算"_s);
     auto* bugPlfy = button("bugPlfy", u"批量放样"_s);
-    layOut({ui::frame(u"放样范围"_s, stretch), czFrame}, {butPlzbCalc, bugPlfy});
+    layOut({ui::frame(u"放样范围"_s, stretch), czFrame}, {butPlzbCalc, bugPlfy}, bugPlfy);
 
     opensBox(chePlzbJj, txtPlzbJj);
     on(butPlzbCalc, &XPButton::Click, [this] { butPlzbCalc_Click(); });
