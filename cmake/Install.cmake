@@ -6,6 +6,10 @@ if(VM_QT)
 endif()
 install(FILES LICENSE DESTINATION . COMPONENT program)
 
+# Files to try the batches and the traverse with, for the samples.
+set(batch_files samples/附合导线.csv samples/放样点.txt samples/反算点.txt samples/高程点.txt samples/结构物.txt)
+install(FILES ${batch_files} DESTINATION 样例文件 COMPONENT program)
+
 # The page for users, with its picture beside it: what speaks of the source stays with the source.
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS README.zh-CN.md)
 set(readme ${CMAKE_BINARY_DIR}/readme)

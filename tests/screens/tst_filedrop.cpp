@@ -117,8 +117,8 @@ private slots:
         Driven<frmPlfy> f;
         auto* box = f.box("txtPlzbQdlc");
         box->setText(u"12100"_s);
-        for (const auto& paths : {QStringList{text, second}, {sheet}, {folder.filePath(u"d.txt"_s)},
-                                  {folder.filePath(u"gone.txt"_s)}})
+        for (const auto& paths :
+             {QStringList{text, second}, {sheet}, {folder.filePath(u"d.txt"_s)}, {folder.filePath(u"gone.txt"_s)}})
             for (QWidget* target : {static_cast<QWidget*>(&f.form), static_cast<QWidget*>(box)})
                 QVERIFY(!drop(target, paths));
         QCoreApplication::processEvents();

@@ -20,6 +20,23 @@ inline void write(const std::string& file, const std::string& text)
     std::ofstream(ParameterFile(file), std::ios::binary | std::ios::trunc) << text;
 }
 
+/// The worked example of the help: typed, compared, looked at.
+inline void drawExample(const Seen& seen)
+{
+    std::filesystem::copy(VM_SOURCE_DIR "/tests/data/worked_example", ProjectPath("例题"));
+    gProject = "例题";
+    LoadProject();
+    const auto named = [&](const char* name) {
+        return [&seen, name](QWidget& window) {
+            window.setObjectName(QString::fromUtf8(name));
+            seen(window);
+        };
+    };
+    every_window::open<frmJdpqx>(named("example-points"));
+    every_window::open<frmZdcs>(named("example-mainpoints"));
+    every_window::open<frmPmt>(named("example-plan"));
+}
+
 /// A project of 500 intersection points with a break, grades of 400 m, one width and crossfall.
 inline void writeLongRoad()
 {
@@ -94,6 +111,11 @@ inline void forEveryRoad(const Seen& seen)
     draw<frmPmt>(seen, "plan-break", at("13412.36"));
     draw<frmZdm>(seen, "profile-break", at("13412.36"));
     draw<frmHdm>(seen, "section-fill", at("12200"));
+    shared = {};
+    openRoad = {};
+    drawExample(seen);
+    shared = {};
+    openRoad = {};
     writeLongRoad();
     LoadProject();
     draw<frmPmt>(seen, "plan-500", asItOpens);
