@@ -1,16 +1,11 @@
 #include "ui/QtDialogs.h"
 
+#include "ui/FileDialog.h"
 #include "ui/InputGuard.h"
 
 #include <QApplication>
-#include <QDeadlineTimer>
-#include <QDialogButtonBox>
 #include <QEventLoop>
-#include <QFileDialog>
-#include <QFileIconProvider>
-#include <QFileInfo>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
@@ -18,6 +13,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -117,79 +113,11 @@ private:
     const QPointer<QWidget> m_window, m_field;
 };
 
-/// What the dialog's column of kinds says.
-class FileIcons : public QFileIconProvider {
-public:
-    QString type(const QFileInfo& file) const override
-    {
-        if (file.isDir()) return QStringLiteral("文件夹");
-        return file.suffix().isEmpty() ? QStringLiteral("文件") : file.suffix() + QStringLiteral(" 文件");
-    }
-};
-
-/// What is typed is one name, quotation marks and all: they don't enclose the names of a list here.
-class OneFileDialog : public QFileDialog {
-public:
-    OneFileDialog() : QFileDialog(windowBelow()), m_name(findChild<QLineEdit*>())
-    {
-        // A name with quotation marks is judged by the pieces between them, which may be nothing at all.
-        connect(m_name, &QLineEdit::textChanged, this, [this] {
-            if (quoted()) acceptButton()->setEnabled(true);
-        });
-    }
-    QString chosen() const { return m_chosen; }
-
-protected:
-    void accept() override
-    {
-        if (!quoted()) return QFileDialog::accept();
-        const QFileInfo file(directory(), m_name->text());
-        if (file.isDir()) {
-            setDirectory(file.filePath());
-            m_name->clear();
-        } else if (acceptMode() == AcceptSave || file.exists()) {
-            m_chosen = file.filePath();
-            done(Accepted);
-        } else {
-            QMessageBox::warning(
-                this, windowTitle(),
-                tr("%1\nFile not found.\nPlease verify the correct file name was given.").arg(file.fileName()));
-        }
-    }
-    void done(int result) override
-    {
-        if (m_chosen.isEmpty()) m_chosen = selectedFiles().value(0);
-        QFileDialog::done(result);
-    }
-
-private:
-    bool quoted() const { return m_name->text().contains(u'"'); }
-    QPushButton* acceptButton() const
-    {
-        auto* buttons = findChild<QDialogButtonBox*>();
-        return buttons->button(acceptMode() == AcceptOpen ? QDialogButtonBox::Open : QDialogButtonBox::Save);
-    }
-
-    QLineEdit* m_name;
-    QString m_chosen;
-};
-
-std::optional<std::string> chosenFile(std::string_view filter, QFileDialog::AcceptMode mode,
-                                      const QString& proposed = {})
+std::optional<std::string> askedFile(FileDialog kind, std::string_view filter, std::string_view proposed = {})
 {
-    FileIcons icons;  // outlives the dialog
-    OneFileDialog dialog;
-    dialog.setAcceptMode(mode);
-    dialog.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
-    // The dialog's own drawing: a desktop's native one may ask about overwriting or add an extension by itself.
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setOption(QFileDialog::DontConfirmOverwrite);
-    dialog.setIconProvider(&icons);
-    dialog.setWindowTitle(mode == QFileDialog::AcceptOpen ? QStringLiteral("打开") : QStringLiteral("另存为"));
-    dialog.setNameFilters(nameFilters(QString::fromUtf8(filter.data(), static_cast<qsizetype>(filter.size()))));
-    if (!proposed.isEmpty()) dialog.selectFile(proposed);
-    if (dialog.exec() != QDialog::Accepted || dialog.chosen().isEmpty()) return std::nullopt;
-    return dialog.chosen().toStdString();
+    const auto chosen = askForFile(windowBelow(), kind, QString::fromUtf8(filter.data(), std::ssize(filter)),
+                                   QString::fromUtf8(proposed.data(), std::ssize(proposed)));
+    return chosen.isEmpty() ? std::nullopt : std::optional(chosen.toStdString());
 }
 
 }  // namespace
@@ -216,20 +144,13 @@ void QtDialogs::turnWithInput()
     QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
 }
 
-std::optional<std::string> QtDialogs::openFile(std::string_view filter)
-{
-    return chosenFile(filter, QFileDialog::AcceptOpen);
-}
+std::optional<std::string> QtDialogs::openFile(std::string_view filter) { return askedFile(FileDialog::Open, filter); }
 
-std::optional<std::string> QtDialogs::saveFile(std::string_view filter)
-{
-    return chosenFile(filter, QFileDialog::AcceptSave);
-}
+std::optional<std::string> QtDialogs::saveFile(std::string_view filter) { return askedFile(FileDialog::Save, filter); }
 
 std::optional<std::string> QtDialogs::saveFileAs(std::string_view filter, std::string_view proposed)
 {
-    return chosenFile(filter, QFileDialog::AcceptSave,
-                      QString::fromUtf8(proposed.data(), static_cast<qsizetype>(proposed.size())));
+    return askedFile(FileDialog::Save, filter, proposed);
 }
 
 QStringList nameFilters(const QString& filter)

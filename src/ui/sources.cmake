@@ -1,12 +1,18 @@
 set(sources
     BusyRow.cpp
     BusyRow.h
+    Desktop.h
+    DesktopPosix.cpp
+    DesktopWindows.cpp
     DocumentWindow.cpp
     DocumentWindow.h
     FieldFlow.cpp
     FieldFlow.h
     Fields.cpp
     Fields.h
+    FileDialog.h
+    FileDialogPosix.cpp
+    FileDialogWindows.cpp
     FileDrop.cpp
     FileDrop.h
     Form.cpp
