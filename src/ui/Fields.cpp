@@ -9,18 +9,22 @@
 #include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QToolTip>
 
 #include <algorithm>
 #include <utility>
 
 namespace {
 
-constexpr int kEscape = 27;  // the form's, never a box's
+constexpr int kEscape = 27;        // the form's, never a box's
+constexpr int kFirstTyped = 32;    // below stand keys such as Enter: they type nothing
+constexpr int kAllowedFor = 2000;  // milliseconds
+constexpr int kToolTipDrop = 16;   // pixels by which Qt puts a tool tip below its place, to clear a pointer
 
 class KeyFilter : public QObject {
 public:
-    KeyFilter(QLineEdit* box, std::function<bool(int)> keep, WhileCtrl whileCtrl)
-        : QObject(box), m_keep(std::move(keep)), m_whileCtrl(whileCtrl)
+    KeyFilter(QLineEdit* box, std::function<bool(int)> keep, WhileCtrl whileCtrl, QString allowed)
+        : QObject(box), m_box(box), m_keep(std::move(keep)), m_whileCtrl(whileCtrl), m_allowed(std::move(allowed))
     {
         setObjectName(name());
         box->installEventFilter(this);
@@ -31,13 +35,19 @@ protected:
     bool eventFilter(QObject* box, QEvent* event) override
     {
         if (event->type() == QEvent::KeyPress) {
-            const int key = keyAscii(*static_cast<QKeyEvent*>(event));
-            return key != 0 && key != kEscape && !passes(key);
+            const auto& pressed = *static_cast<QKeyEvent*>(event);
+            const int key = keyAscii(pressed);
+            if (key == 0 || key == kEscape || passes(key)) return false;
+            if (!(pressed.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))) tell(key);
+            return true;
         }
         if (event->type() == QEvent::InputMethod && !m_resending) {
             m_resending = true;
-            const bool done = filterCommit(box, *static_cast<QInputMethodEvent*>(event),
-                                           [this](int character) { return passes(character); });
+            const bool done = filterCommit(box, *static_cast<QInputMethodEvent*>(event), [this](int character) {
+                const bool passed = passes(character);
+                if (!passed) tell(character);
+                return passed;
+            });
             m_resending = false;
             return done;
         }
@@ -50,8 +60,16 @@ private:
         return (m_whileCtrl == WhileCtrl::Passes && KeyIsDown(kVirtualKeyControl)) || m_keep(key);
     }
 
+    void tell(int key) const
+    {
+        if (key >= kFirstTyped && !m_box->isReadOnly())
+            showAllowed(m_box, m_box->rect(), m_allowed.isEmpty() ? allowedKeys(m_keep) : m_allowed);
+    }
+
+    QLineEdit* m_box;
     std::function<bool(int)> m_keep;
     WhileCtrl m_whileCtrl;
+    QString m_allowed;
     bool m_resending = false;
 };
 
@@ -120,10 +138,32 @@ void keepTabOnChosen(QRadioButton* option)
     });
 }
 
-void filterKeys(QLineEdit* box, std::function<bool(int keyAscii)> keep, WhileCtrl whileCtrl)
+void filterKeys(QLineEdit* box, std::function<bool(int keyAscii)> keep, WhileCtrl whileCtrl, const QString& allowed)
 {
     delete box->findChild<QObject*>(KeyFilter::name(), Qt::FindDirectChildrenOnly);
-    new KeyFilter(box, std::move(keep), whileCtrl);
+    new KeyFilter(box, std::move(keep), whileCtrl, allowed);
+}
+
+QString allowedKeys(const std::function<bool(int keyAscii)>& keep)
+{
+    QString digits;
+    for (int key = '0'; key <= '9'; ++key)
+        if (keep(key)) digits += QChar(key);
+    QStringList kinds;
+    if (digits.size() == 10)
+        kinds << QStringLiteral("数字");
+    else if (!digits.isEmpty())
+        kinds << QStringLiteral(" %1～%2").arg(digits.front()).arg(digits.back());
+    if (keep('.')) kinds << QStringLiteral("小数点");
+    if (keep('-')) kinds << QStringLiteral("负号");
+    const QString last = kinds.isEmpty() ? QString() : kinds.takeLast();
+    return QStringLiteral("只能输入") + (kinds.isEmpty() ? last : kinds.join(u'、') + QStringLiteral("和") + last);
+}
+
+void showAllowed(QWidget* under, const QRect& rect, const QString& allowed)
+{
+    const QPoint at = under->mapToGlobal(rect.bottomLeft());
+    QToolTip::showText(at - QPoint(0, kToolTipDrop - 4), allowed, under, {}, kAllowedFor);
 }
 
 void setLocked(QLineEdit* box, bool locked)

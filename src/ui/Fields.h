@@ -14,8 +14,14 @@ enum class WhileCtrl { Passes, Filtered };  ///< what the filter does while Ctrl
 
 /// Only keys that `keep` accepts enter the box, by key press or by each character that an input method commits; while
 /// Ctrl is held anything passes, so that a paste is not filtered. Keys that type nothing always pass. A later call
-/// replaces the filter.
-void filterKeys(QLineEdit* box, std::function<bool(int keyAscii)> keep, WhileCtrl whileCtrl = WhileCtrl::Passes);
+/// replaces the filter. A character that is swallowed shows for two seconds, under the box, what is allowed.
+/// @param allowed  says that; "": made of what `keep` accepts, which then is asked about characters that nobody typed
+void filterKeys(QLineEdit* box, std::function<bool(int keyAscii)> keep, WhileCtrl whileCtrl = WhileCtrl::Passes,
+                const QString& allowed = {});
+/// What a filter lets through, in words: 只能输入数字和小数点.
+QString allowedKeys(const std::function<bool(int keyAscii)>& keep);
+/// Shows the words for two seconds under `rect` of the widget. They take no focus and no key.
+void showAllowed(QWidget* under, const QRect& rect, const QString& allowed);
 
 /// What stands before the first line end; the whole text where there is none.
 QString upToLineEnd(const QString& text);

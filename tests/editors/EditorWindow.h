@@ -143,6 +143,27 @@ private:
     QWidget* focus() const { return form.focusWidget() ? form.focusWidget() : &form; }
 };
 
+/// An editor on a project of its own.
+template <class F>
+struct OpenedEditor {
+    ScriptedDialogs dialogs;
+    ScriptedPlatform seams;
+    ProjectFolder folder;
+    F form;
+    EditorWindow w;
+
+    QStringList frames() const
+    {
+        QStringList texts;
+        for (const FrameBox& box : form.table().frameBoxes()) texts << textOf(form, box.control.data());
+        return texts;
+    }
+
+    OpenedEditor(std::initializer_list<ProjectFolder::File> files = {}, bool leftDown = false)
+        : folder(files), form(), w((gGridLeftDown = leftDown, form))
+    {}
+};
+
 /// One event and the state after it.
 struct Step {
     const char* what;

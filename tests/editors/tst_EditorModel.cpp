@@ -98,6 +98,17 @@ struct Model {
         allSelected = true;
     }
 
+    /// A character on the grid opens the box where it is seen, else in the grid's cell, if the column takes it.
+    void open(char typed)
+    {
+        const bool seen = shown && curRow >= 1 && curRow < rows();
+        const int r = seen ? curRow : row, c = seen ? curCol : col;
+        if (kind.numbers.count(c) && !std::isdigit(typed)) return;
+        curRow = r, curCol = c;
+        setBox(cell(r, c));
+        shown = boxHasFocus = allSelected = true;
+    }
+
     // Events
 
     void mouse(int r, int c, bool leftButton)
@@ -116,6 +127,7 @@ struct Model {
     void character(char typed)
     {
         if (kind.enter) commit();
+        if (!boxHasFocus && !button) open(typed);
         if (!boxHasFocus || (kind.numbers.count(curCol) && !std::isdigit(typed))) return;
         setBox(allSelected ? std::string(1, typed) : box + typed);
         allSelected = false;

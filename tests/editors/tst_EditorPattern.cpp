@@ -19,26 +19,8 @@ const Msg kSaved{"数据保存成功！", "", Icon::Information};
 const Msg kAsk{"数据已修改，是否保存？", "", Icon::Question, Msg::YesNo, Msg::Yes};
 const Msg kIncomplete{"请输入完整的数据！", "注意", Icon::Exclamation};
 
-/// An editor on a project of its own.
 template <class F>
-struct Opened {
-    ScriptedDialogs dialogs;
-    ScriptedPlatform seams;
-    ProjectFolder folder;
-    F form;
-    EditorWindow w;
-
-    QStringList frames() const
-    {
-        QStringList texts;
-        for (const FrameBox& box : form.table().frameBoxes()) texts << textOf(form, box.control.data());
-        return texts;
-    }
-
-    Opened(std::initializer_list<ProjectFolder::File> files = {}, bool leftDown = false)
-        : folder(files), form(), w((gGridLeftDown = leftDown, form))
-    {}
-};
+using Opened = OpenedEditor<F>;
 
 using Sqx = Opened<frmSqx>;
 constexpr auto kDxd = "导线点参数.txt";
@@ -888,14 +870,6 @@ private slots:
         e.w.click(1, 1);
         e.w.paste("A\t1\t2\t\"at the\nbridge\"\r\nB\t3\t4\tr\r\n");
         QCOMPARE(e.w.cells(), "A,1,2,at the bridge/B,3,4,r");
-    }
-
-    void typingWhileTheGridHasTheFocusMovesNothing()
-    {
-        Sqx e{{{kSqx, kTwoRows}}};
-        e.w.grid.setFocus();
-        e.w.type("4");
-        QCOMPARE(e.w.state(), "1,1 cur 0,0 rows 3 -- ()");
     }
 
     /// CurRow counts to 32,767; what a file holds beyond that is shown and saved, but no cell of it is entered.

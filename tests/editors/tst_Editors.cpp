@@ -32,17 +32,7 @@ const Msg kIncomplete{"请输入完整的数据！", "注意", Icon::Exclamation
 constexpr auto kSettings = "其他参数.txt";
 
 template <class F>
-struct Opened {
-    ScriptedDialogs dialogs;
-    ScriptedPlatform seams;
-    ProjectFolder folder;
-    F form;
-    EditorWindow w;
-
-    Opened(std::initializer_list<ProjectFolder::File> files = {}, bool leftDown = false)
-        : folder(files), form(), w((gGridLeftDown = leftDown, form))
-    {}
-};
+using Opened = OpenedEditor<F>;
 
 struct Editor {
     const char* name;

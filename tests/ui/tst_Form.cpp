@@ -18,6 +18,7 @@
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTableView>
+#include <QToolTip>
 #include <QVBoxLayout>
 #include <QtTest>
 
@@ -365,6 +366,57 @@ private slots:
         QCOMPARE(box.text(), "12.3");
         commit(&box, "45");
         QCOMPARE(box.text(), "12.345");
+    }
+    void aSwallowedCharacterShowsForTwoSecondsWhatIsAllowed()
+    {
+        const auto told = [] { return QToolTip::isVisible() ? QToolTip::text() : QString(); };
+        const std::pair<bool (*)(int), const char*> filters[] = {
+            {IsIntegerKey, "只能输入数字"},
+            {IsUnsignedDecimalKey, "只能输入数字和小数点"},
+            {IsSignedDecimalKey, "只能输入数字、小数点和负号"},
+            {[](int key) { return key >= '1' && key <= '5'; }, "只能输入 1～5"},
+        };
+        Machine machine;
+        QLineEdit box;
+        box.show();
+        for (const auto& [keep, words] : filters) {
+            filterKeys(&box, keep);
+            QToolTip::hideText();  // takes its time
+            QTRY_COMPARE(told(), "");
+            QTest::keyClicks(&box, "3");
+            for (const auto key : {Qt::Key_Return, Qt::Key_Tab, Qt::Key_Left, Qt::Key_F3, Qt::Key_Escape})
+                QTest::keyClick(&box, key);
+            QTest::keyClick(&box, Qt::Key_A, Qt::ControlModifier);
+            QCOMPARE(told(), "");
+            QTest::keyClicks(&box, "x");
+            QCOMPARE(told(), words);
+            QToolTip::hideText();
+            QTRY_COMPARE(told(), "");
+            commit(&box, "二");
+            QCOMPARE(told(), words);
+        }
+        QElapsedTimer shown;
+        shown.start();
+        QTest::keyClicks(&box, "x");
+        QTRY_COMPARE_WITH_TIMEOUT(told(), "", 4000);
+        QVERIFY2(shown.elapsed() > 1500, qPrintable(QString::number(shown.elapsed())));
+    }
+    void aFilterMayBringItsOwnWords()
+    {
+        Machine machine;
+        QLineEdit box;
+        box.show();
+        int asked = 0;
+        filterKeys(
+            &box, [&](int) { return ++asked < 0; }, WhileCtrl::Filtered, QStringLiteral("只能输入英文字母和数字"));
+        QTest::keyClicks(&box, "-");
+        QCOMPARE(QToolTip::text(), "只能输入英文字母和数字");
+        QCOMPARE(asked, 1);  // what answers with a sound is not asked about characters that nobody typed
+        QToolTip::hideText();
+        QTRY_VERIFY(!QToolTip::isVisible());
+        box.setReadOnly(true);
+        QTest::keyClicks(&box, "-");
+        QVERIFY(!QToolTip::isVisible());
     }
     void heldCtrlLetsAnythingPass()
     {

@@ -8,6 +8,7 @@
 #include "ui/Form.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,7 @@ protected:
     void Form_Load() override;
     bool QueryUnload() override;
     bool Form_KeyPress(int keyAscii) override;
+    bool commandKey(const QKeyCombination& key) override;
     void Form_Resize() override;
     void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -70,11 +72,18 @@ private:
     bool boxHasCell() const;
 
     // Comfort.
+    struct CellPlace {
+        int row, col;
+    };
     void showRoad();
     void placeBox();
     void scrollToBox();
     bool boxNeeds(const QKeyEvent& key) const;
+    CellPlace activeCell() const;
     bool moveByKey(const QKeyEvent& key);
+    bool amendCell();
+    void typeIntoCell(QKeyEvent& key);
+    std::function<bool(int)> keysOf(int col) const;
     bool paste(QObject* into, const QString& text);
     bool pasteBlock(const QString& text);
     bool pasteOverFrames(std::size_t at, const QString& text);

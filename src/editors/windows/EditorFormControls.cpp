@@ -70,10 +70,7 @@ void EditorForm::makeControls()
     m_box->setAlignment(Qt::AlignCenter);
     m_box->setAcceptDrops(false);
     m_box->hide();
-    filterKeys(m_box, [this](int keyAscii) {
-        const auto accepts = KeySetOf(m_table.columns.at(static_cast<std::size_t>(CurCol)).filter);
-        return !accepts || accepts(keyAscii);
-    });
+    filterKeys(m_box, [this](int keyAscii) { return keysOf(CurCol)(keyAscii); });
     on(m_box, &QLineEdit::textChanged, [this] { Edited = true; });
     on(m_box, &QLineEdit::textEdited, [this] { scrollToBox(); });
 

@@ -20,6 +20,13 @@ namespace {
 
 constexpr int kInset = 45;  // twips from a cell's place to the box over it
 
+/// A character that is typed: no command, no key of the grid.
+bool types(const QKeyEvent& key)
+{
+    return !key.text().isEmpty() && key.text().front().isPrint() &&
+           !(key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+}
+
 bool isMove(int key)
 {
     return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_Left || key == Qt::Key_Right ||
@@ -51,13 +58,48 @@ bool EditorForm::boxNeeds(const QKeyEvent& key) const
     return false;
 }
 
+/// What a key without a place of its own is meant for: the box's cell, and without a box the grid's.
+EditorForm::CellPlace EditorForm::activeCell() const
+{
+    if (m_box->isVisible() && boxHasCell()) return {CurRow, CurCol};
+    return {m_grid->Row(), m_grid->Col()};
+}
+
+std::function<bool(int)> EditorForm::keysOf(int col) const
+{
+    const auto accepts = KeySetOf(m_table.columns.at(static_cast<std::size_t>(col)).filter);
+    return [accepts](int keyAscii) { return !accepts || accepts(keyAscii); };
+}
+
+bool EditorForm::commandKey(const QKeyCombination& key) { return key == QKeyCombination(Qt::Key_F2) && amendCell(); }
+
+/// The box over its cell, the text kept and the cursor behind it.
+bool EditorForm::amendCell()
+{
+    const auto [row, col] = activeCell();
+    if (m_table.lastColumn() < 1 || !(m_box->hasFocus() || m_grid->hasFocus())) return false;
+    if (!m_box->hasFocus() && !enterCell(row, col)) return true;
+    m_box->deselect();
+    m_box->end(false);
+    return true;
+}
+
+/// A character typed on a cell of the grid opens the box with it. One that the column refuses opens nothing.
+void EditorForm::typeIntoCell(QKeyEvent& key)
+{
+    const auto [row, col] = activeCell();
+    if (m_table.lastColumn() < 1) return;
+    if (const auto keep = keysOf(col); !keep(key.text().front().unicode()))
+        showAllowed(m_grid, m_grid->cellRect(row, col), allowedKeys(keep));
+    else if (enterCell(row, col))
+        QCoreApplication::sendEvent(m_box, &key);
+}
+
 bool EditorForm::moveByKey(const QKeyEvent& key)
 {
     if (!isMove(key.key()) || (key.modifiers() & ~Qt::KeypadModifier) || m_table.lastColumn() < 1) return false;
-    const bool fromBox = m_box->isVisible() && boxHasCell();
     const int page = std::max(1, m_grid->viewport()->height() / std::max(1, m_grid->cellRect(1, 1).height()) - 1);
-    int row = fromBox ? CurRow : m_grid->Row();
-    int col = fromBox ? CurCol : m_grid->Col();
+    auto [row, col] = activeCell();
     switch (key.key()) {
     case Qt::Key_Up:
         row -= 1;
@@ -91,9 +133,8 @@ bool EditorForm::pasteBlock(const QString& text)
 {
     if (m_table.lastColumn() < 1 || !IsBlock(toUtf8(text))) return false;
     CommitCell();
-    const bool fromBox = m_box->isVisible() && boxHasCell();
-    const BlockPaste paste = PlanPaste(m_table, m_grid->text(), fromBox ? CurRow : m_grid->Row(),
-                                       fromBox ? CurCol : m_grid->Col(), toUtf8(text));
+    const auto [row, col] = activeCell();
+    const BlockPaste paste = PlanPaste(m_table, m_grid->text(), row, col, toUtf8(text));
     if (paste.refusal) {
         dialogs().box(*paste.refusal);
         return true;
@@ -204,10 +245,11 @@ bool EditorForm::eventFilter(QObject* watched, QEvent* event)
             break;
         }
         case QEvent::KeyPress: {
-            const auto& key = *static_cast<QKeyEvent*>(event);
+            auto& key = *static_cast<QKeyEvent*>(event);
             if (!(watched == m_box && boxNeeds(key)) && moveByKey(key)) return true;
             if (watched == m_grid && !key.text().isEmpty() && key.text().front().isPrint()) {
                 Form::eventFilter(watched, event);
+                if (types(key)) typeIntoCell(key);
                 return true;  // the view would look for a cell that begins with it
             }
             break;

@@ -24,7 +24,7 @@ frmSjName::frmSjName()
         QApplication::beep();
         return false;
     };
-    filterKeys(txtsjName, keep, WhileCtrl::Filtered);
+    filterKeys(txtsjName, keep, WhileCtrl::Filtered, QStringLiteral("只能输入英文字母和数字"));
     on(sjXmOK, &XPButton::Click, [this] { sjXmOK_Click(); });
     on(sjxmCancel, &XPButton::Click, [this] { unload(); });
 }
