@@ -2,6 +2,7 @@
 // Looks through the files of a project with a reader of its own and says what the loader takes without a word.
 // It never changes a file. Findings are data: whoever shows them decides how.
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,6 +34,27 @@ inline constexpr int kFindingsPerFile = 1000;
 /// One line for a person: 文件:行:项: text.
 std::string FindingText(const Finding& finding);
 
+/// What was measured, with its unit: 0.125 米. "" where nothing was.
+std::string AmountText(const Amount& amount);
+
 /// All findings of the project in `folder`, file by file in the order of the load. A file that cannot be read is a
 /// finding, and the others are looked at all the same.
 std::vector<Finding> CheckProject(const std::string& folder);
+
+/// The same in pieces, for whoever has other things to do between them. A piece reads the bytes of one file, or looks
+/// at one line, row or curve by one rule.
+class CheckRun {
+public:
+    explicit CheckRun(std::string folder);
+    ~CheckRun();
+    CheckRun(const CheckRun&) = delete;
+    CheckRun& operator=(const CheckRun&) = delete;
+
+    bool done() const;
+    void step();                  ///< not once it is done
+    std::vector<Finding> take();  ///< once it is done
+
+private:
+    struct Work;
+    std::unique_ptr<Work> m_work;
+};

@@ -3,8 +3,10 @@
 // What is kept of a file is its bytes and a few numbers a row, so that a huge file costs little more than its size.
 
 #include "check/CheckFindings.h"
+#include "check/CheckSteps.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -58,8 +60,11 @@ private:
     std::vector<Row> m_rows;
 };
 
-/// Reads the file and reports what is wrong with its bytes, lines and fields.
-CheckedFile ReadChecked(const std::string& folder, const FileShape& shape, Findings& findings);
-/// The first lines of 其他参数.txt in UTF-8, as they stand after a load, with the findings about them. There is always
-/// a first one.
-std::vector<std::string> ReadSettings(const std::string& folder, Findings& findings);
+// What a rule below and in the other headers is given by reference must live until its steps are made.
+
+/// Steps that read the file and report what is wrong with its bytes, lines and fields. It is there when they are made.
+std::shared_ptr<const CheckedFile> ReadChecked(const std::string& folder, const FileShape& shape, CheckSteps& steps,
+                                               Findings& findings);
+/// Steps that put the first lines of 其他参数.txt into `settings`, in UTF-8 as they stand after a load, with the
+/// findings about them. There is always a first one.
+void ReadSettings(const std::string& folder, std::vector<std::string>& settings, CheckSteps& steps, Findings& findings);

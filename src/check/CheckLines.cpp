@@ -39,32 +39,28 @@ std::string QuotedText(std::string_view bytes)
     return length < bytes.size() ? text + "…" : text;
 }
 
-LineSummary WalkLines(std::string_view bytes, const std::string& name, bool cleaned, Findings& findings,
-                      const std::function<void(std::size_t, std::string_view, int)>& line)
+bool LineWalk::next()
 {
-    LineSummary summary;
-    int number = 0;
-    for (std::size_t at = 0; at < bytes.size();) {
-        const auto end = bytes.find("\r\n", at);
-        const bool last = end == std::string_view::npos;
-        const auto piece = bytes.substr(at, last ? std::string_view::npos : end - at);
-        ++number;
-        if (piece.empty()) {
-            findings.add(name, number, 0, cleaned ? "空行，打开项目时会被删除" : "空行，在编辑窗口里占一行");
-            summary.blanks = true;
-        } else if (last && cleaned && summary.blanks) {
-            findings.add(name, number, 0, "最后一行没有以回车换行结尾，而前面有空行，打开项目时这一行会丢失",
-                         Severity::Error);
-        } else {
-            if (piece.find_first_of("\r\n") != std::string_view::npos)
-                findings.add(name, number, 0, "行内有单独的回车或换行符，换行应为回车加换行");
-            ++summary.lines;
-            summary.unterminated = last;
-            line(at, piece, number);
-        }
-        at = last ? bytes.size() : end + 2;
+    if (m_at >= m_bytes.size()) return false;
+    const auto end = m_bytes.find("\r\n", m_at);
+    const bool last = end == std::string_view::npos;
+    const auto piece = m_bytes.substr(m_at, last ? std::string_view::npos : end - m_at);
+    ++m_number;
+    if (piece.empty()) {
+        m_findings.add(m_name, m_number, 0, m_cleaned ? "空行，打开项目时会被删除" : "空行，在编辑窗口里占一行");
+        m_summary.blanks = true;
+    } else if (last && m_cleaned && m_summary.blanks) {
+        m_findings.add(m_name, m_number, 0, "最后一行没有以回车换行结尾，而前面有空行，打开项目时这一行会丢失",
+                       Severity::Error);
+    } else {
+        if (piece.find_first_of("\r\n") != std::string_view::npos)
+            m_findings.add(m_name, m_number, 0, "行内有单独的回车或换行符，换行应为回车加换行");
+        ++m_summary.lines;
+        m_summary.unterminated = last;
+        m_line(m_at, piece, m_number);
     }
-    return summary;
+    m_at = last ? m_bytes.size() : end + 2;
+    return m_at < m_bytes.size();
 }
 
 FileText ReadFile(const std::string& folder, const std::string& name, Findings& findings)

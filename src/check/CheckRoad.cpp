@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <memory>
 
 namespace {
 
@@ -27,25 +28,30 @@ constexpr double kMeetMm = 2, kMeetSeconds = 1;
 /// The polygon of intersection points.
 class Points {
 public:
-    Points(const CheckedFile& file, Findings& findings) : m_file(file), m_findings(findings) {}
+    Points(const CheckedFile& file, CheckedRoad& road, Findings& findings)
+        : m_file(file), m_road(road), m_findings(findings)
+    {}
 
-    CheckedRoad check()
+    static void check(const std::shared_ptr<const CheckedFile>& file, CheckedRoad& road, CheckSteps& steps,
+                      const std::shared_ptr<Findings>& findings)
     {
-        const std::size_t n = m_file.size();
-        if (n == 0) return {};
-        if (n == 1) {
-            add(0, 0, "只有一行，平曲线不会生成", Severity::Error);
-            return {};
-        }
-        CheckDuplicates(m_file, 1, n - 1, "交点编号", m_findings);
-        counts();
-        m_road.start = m_file[0].read(0);
-        for (std::size_t i = 0; i < n; ++i) vertex(i);
-        finish();
-        return std::move(m_road);
+        const std::size_t n = file->size();
+        if (n == 1) findings->add(kName, (*file)[0].line, 0, "只有一行，平曲线不会生成", Severity::Error);
+        if (n < 2) return;
+        CheckDuplicates(file, 1, n - 1, "交点编号", steps, *findings);
+        const auto points = std::make_shared<Points>(*file, road, *findings);
+        steps.once([points] { points->begin(); });
+        steps.rows(n, [points, file](std::size_t i) { points->vertex(i); });
+        steps.once([points, findings] { points->finish(); });
     }
 
 private:
+    void begin()
+    {
+        counts();
+        m_road.start = m_file[0].read(0);
+    }
+
     struct Corner : TrueVertex {
         bool placed = false;  ///< X and Y can be read
         bool whole = false;   ///< and so can the rest
@@ -164,8 +170,8 @@ private:
     double chord(double x, double y) const { return m_at ? std::hypot(x - m_at->x, y - m_at->y) : 0; }
 
     const CheckedFile& m_file;
+    CheckedRoad& m_road;
     Findings& m_findings;
-    CheckedRoad m_road;
     Corner m_before, m_here, m_next;
     std::optional<CheckedRoad::Point> m_at;  ///< the last point of the road that is known
     bool m_joined = false;                   ///< nothing is hidden between it and the corner before
@@ -177,16 +183,21 @@ private:
 /// The chain of blocks.
 class Blocks {
 public:
-    Blocks(const CheckedFile& file, const CheckBreaks& breaks, Findings& findings)
-        : m_file(file), m_breaks(breaks), m_findings(findings)
+    Blocks(const CheckedFile& file, const CheckBreaks& breaks, CheckedRoad& road, Findings& findings)
+        : m_file(file), m_breaks(breaks), m_road(road), m_findings(findings)
     {}
 
-    CheckedRoad check()
+    static void check(const std::shared_ptr<const CheckedFile>& file, const CheckBreaks& breaks, CheckedRoad& road,
+                      CheckSteps& steps, const std::shared_ptr<Findings>& findings)
     {
-        CheckGaps(m_file, {0}, m_breaks, m_findings);
-        for (std::size_t i = 0; i < m_file.size(); ++i) block(i);
-        if (m_file.size() > 0) ends();
-        return std::move(m_road);
+        const std::size_t n = file->size();
+        if (n == 0) return;
+        CheckGaps(file, {0}, breaks, steps, *findings);
+        const auto blocks = std::make_shared<Blocks>(*file, breaks, road, *findings);
+        steps.rows(n, [blocks, file](std::size_t i) { blocks->block(i); });
+        // The road ends where the last block does; where that is damaged, at the greatest end that can be read.
+        if (!file->back().read(1)) steps.rows(n, [blocks, file](std::size_t i) { blocks->reach(i); });
+        steps.once([blocks, file, findings] { blocks->ends(); });
     }
 
 private:
@@ -231,22 +242,25 @@ private:
                         apart ? Amount{mm, "毫米"} : Amount{turn, "秒"}});
     }
 
+    void reach(std::size_t i)
+    {
+        if (const auto known = m_file[i].read(1))
+            m_road.end = std::max(m_road.end.value_or(0), m_breaks.continuous(*known));
+    }
+
     void ends()
     {
         const auto from = m_file[0].read(0), to = m_file.back().read(1);
         if (from) m_road.start = m_breaks.continuous(*from);
         m_road.exact = from.has_value() && to.has_value();
         if (to) m_road.end = m_breaks.continuous(*to);
-        for (std::size_t i = 0; i < m_file.size() && !to; ++i)
-            if (const auto known = m_file[i].read(1))
-                m_road.end = std::max(m_road.end.value_or(0), m_breaks.continuous(*known));
         if (m_road.start && m_road.end && !(*m_road.end > *m_road.start)) m_road.start = m_road.end = std::nullopt;
     }
 
     const CheckedFile& m_file;
     const CheckBreaks& m_breaks;
+    CheckedRoad& m_road;
     Findings& m_findings;
-    CheckedRoad m_road;
 };
 
 bool looksLikeOtherModel(const CheckedFile& file, bool byPoints)
@@ -256,33 +270,41 @@ bool looksLikeOtherModel(const CheckedFile& file, bool byPoints)
     return file.size() > 2 && file[0].fields() == 3 && file[1].fields() == 6;
 }
 
-CheckedRoad checkAs(bool byPoints, const CheckedFile& file, const CheckBreaks& breaks, Findings& findings)
+/// The file by one model. @param findings  lives as long as the steps
+void checkAs(bool byPoints, const std::shared_ptr<const CheckedFile>& file, const CheckBreaks& breaks,
+             CheckedRoad& road, CheckSteps& steps, const std::shared_ptr<Findings>& findings)
 {
-    auto road = byPoints ? Points(file, findings).check() : Blocks(file, breaks, findings).check();
-    if (!breaks.whole) road.arcs.clear();
-    return road;
+    if (byPoints)
+        Points::check(file, road, steps, findings);
+    else
+        Blocks::check(file, breaks, road, steps, findings);
+    steps.once([&breaks, &road, findings] {
+        if (!breaks.whole) road.arcs.clear();
+    });
 }
 
 }  // namespace
 
-CheckedRoad CheckAlignment(const std::string& folder, const std::string& model, const CheckBreaks& breaks,
-                           Findings& findings)
+void CheckAlignment(const std::string& folder, const std::string& model, const CheckBreaks& breaks, CheckedRoad& road,
+                    CheckSteps& steps, Findings& findings)
 {
     const bool byPoints = model == model::byIntersectionPoints;
-    Findings asTold;
-    auto file = ReadChecked(folder, byPoints ? kIntersections : kBlocks, asTold);
-    if (file.empty) findings.add(kName, 0, 0, "没有平曲线参数");
-    if (file.size() > 0 && !byPoints && model != model::byBlocks)
-        findings.add(std::string(files::settings), 1, 0, "平曲线模型“" + model + "”不是交点法或积木法，按积木法载入",
-                     Severity::Error);
-    if (looksLikeOtherModel(file, byPoints)) {
-        findings.add(file.name, file[0].line, 0,
-                     byPoints ? "各行是积木法的7项，而模型是交点法" : "各行是交点法的格式，而模型不是交点法",
-                     Severity::Error);
-        // The other files are held against the road that was meant; its own details can wait for the model.
-        Findings later;
-        return checkAs(!byPoints, file, breaks, later);
-    }
-    findings.append(std::move(asTold));
-    return checkAs(byPoints, file, breaks, findings);
+    const auto asTold = std::make_shared<Findings>();
+    const auto file = ReadChecked(folder, byPoints ? kIntersections : kBlocks, steps, *asTold);
+    steps.once([=, &breaks, &road, &steps, &findings] {
+        if (file->empty) findings.add(kName, 0, 0, "没有平曲线参数");
+        if (file->size() > 0 && !byPoints && model != model::byBlocks)
+            findings.add(std::string(files::settings), 1, 0,
+                         "平曲线模型“" + model + "”不是交点法或积木法，按积木法载入", Severity::Error);
+        if (looksLikeOtherModel(*file, byPoints)) {
+            findings.add(file->name, (*file)[0].line, 0,
+                         byPoints ? "各行是积木法的7项，而模型是交点法" : "各行是交点法的格式，而模型不是交点法",
+                         Severity::Error);
+            // The other files are held against the road that was meant; its own details can wait for the model.
+            return checkAs(!byPoints, file, breaks, road, steps, std::make_shared<Findings>());
+        }
+        findings.append(std::move(*asTold));
+        const std::shared_ptr<Findings> told(std::shared_ptr<Findings>(), &findings);
+        checkAs(byPoints, file, breaks, road, steps, told);
+    });
 }

@@ -27,6 +27,7 @@ struct CheckedRoad {
     std::vector<Point> points;  ///< corners or joints, as far as they can be read
 };
 
-/// Reads 平曲线参数.txt by the model of the settings and reports what is wrong in it.
-CheckedRoad CheckAlignment(const std::string& folder, const std::string& model, const CheckBreaks& breaks,
-                           Findings& findings);
+/// Steps that read 平曲线参数.txt by the model of the settings into `road` and report what is wrong in it. What is
+/// given by reference must live until they are made.
+void CheckAlignment(const std::string& folder, const std::string& model, const CheckBreaks& breaks, CheckedRoad& road,
+                    CheckSteps& steps, Findings& findings);

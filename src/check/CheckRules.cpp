@@ -2,16 +2,20 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace {
 
 /// The compiled end of a road lies some millimetres beside the true one; a table may end that much before it.
 constexpr double kEndTolerance = 0.05;
 
-}  // namespace
+/// A row whose name stands in an earlier one.
+struct Again {
+    std::uint32_t row, before;
+};
 
-void CheckDuplicates(const CheckedFile& file, std::size_t first, std::size_t end, const std::string& what,
-                     Findings& findings)
+/// In the order of the rows.
+std::vector<Again> namedAgain(const CheckedFile& file, std::size_t first, std::size_t end)
 {
     std::vector<std::uint32_t> order(end > first ? end - first : 0);
     std::iota(order.begin(), order.end(), static_cast<std::uint32_t>(first));
@@ -20,9 +24,6 @@ void CheckDuplicates(const CheckedFile& file, std::size_t first, std::size_t end
         const auto left = name(a), right = name(b);
         return left != right ? left < right : a < b;
     });
-    struct Again {
-        std::uint32_t row, before;
-    };
     std::vector<Again> found;
     for (std::size_t i = 1, same = 0; i < order.size(); ++i) {
         if (name(order[i]) != name(order[same]))
@@ -31,21 +32,36 @@ void CheckDuplicates(const CheckedFile& file, std::size_t first, std::size_t end
             found.push_back({order[i], order[same]});
     }
     std::sort(found.begin(), found.end(), [](auto& a, auto& b) { return a.row < b.row; });
-    for (const auto& [row, before] : found)
-        findings.add(file.name, file[row].line, 1,
-                     what + "“" + file[row].text(0) + "”与第" + std::to_string(file[before].line) + "行重复");
+    return found;
 }
 
-void CheckGaps(const CheckedFile& file, std::initializer_list<std::size_t> fields, const CheckBreaks& breaks,
-               Findings& findings)
+}  // namespace
+
+void CheckDuplicates(std::shared_ptr<const CheckedFile> file, std::size_t first, std::size_t end, std::string what,
+                     CheckSteps& steps, Findings& findings)
 {
-    for (std::size_t i = 0; i < file.size(); ++i)
+    steps.once([=, &steps, &findings] {
+        const auto found = std::make_shared<std::vector<Again>>(namedAgain(*file, first, end));
+        steps.rows(found->size(), [=, &findings](std::size_t i) {
+            const auto [row, before] = (*found)[i];
+            findings.add(file->name, (*file)[row].line, 1,
+                         what + "“" + (*file)[row].text(0) + "”与第" + std::to_string((*file)[before].line) + "行重复");
+        });
+    });
+}
+
+void CheckGaps(std::shared_ptr<const CheckedFile> file, std::vector<std::size_t> fields, const CheckBreaks& breaks,
+               CheckSteps& steps, Findings& findings)
+{
+    const std::size_t rows = file->size();
+    steps.rows(rows, [file = std::move(file), fields = std::move(fields), &breaks, &findings](std::size_t i) {
         for (const auto field : fields) {
-            const auto stake = file[i].read(field);
+            const auto stake = (*file)[i].read(field);
             if (stake && breaks.place(*stake).inGap)
-                findings.add(file.name, file[i].line, static_cast<int>(field) + 1,
+                findings.add(file->name, (*file)[i].line, static_cast<int>(field) + 1,
                              "里程落在断链跳过的一段里，打开项目时到这里就停止", Severity::Error);
         }
+    });
 }
 
 void CheckGrows(const std::string& file, int line, int field, const std::string& what, double before, double stake,

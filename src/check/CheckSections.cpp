@@ -7,8 +7,12 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <memory>
+#include <utility>
 
 namespace {
+
+using SharedFile = std::shared_ptr<const CheckedFile>;
 
 const FileShape kSuperelevation{.name = std::string(files::superelevation), .fields = 6, .closingRow = true};
 const FileShape kWidths{.name = std::string(files::widths), .fields = 12, .closingRow = true};
@@ -20,92 +24,96 @@ constexpr double kRatio = 0.2;
 /// Metres of superelevation that may go on changing on the circle.
 constexpr double kStillChanging = 0.5;
 
-/// Tables of stretches: from field `first` to field `last` of each row, one behind the other over the whole road.
-void stretches(const CheckedFile& file, std::size_t first, std::size_t last, const CheckedRoad& road,
-               const CheckBreaks& breaks, Findings& findings)
+/// A row of a table of stretches, each from field `first` to field `last`, one behind the other over the whole road.
+void stretchRow(const CheckedFile& file, std::size_t i, std::size_t first, std::size_t last, const CheckBreaks& breaks,
+                Findings& findings)
 {
-    CheckGaps(file, {first, last}, breaks, findings);
     const auto stake = [&](std::size_t row, std::size_t field) { return breaks.continuous(file[row].number(field)); };
-    for (std::size_t i = 0; i < file.size(); ++i) {
-        const double from = stake(i, first);
-        const int line = file[i].line, field = static_cast<int>(first) + 1;
-        CheckGrows(file.name, line, static_cast<int>(last) + 1, "变化终点里程不大于变化起点里程", from, stake(i, last),
-                   findings);
-        if (i == 0) continue;
-        const double before = stake(i - 1, last);
-        if (from <= stake(i - 1, first))
-            CheckGrows(file.name, line, field, "变化起点里程没有增大", stake(i - 1, first), from, findings);
-        else if (from > before + kStakeTolerance)
-            findings.add({file.name,
-                          line,
-                          field,
-                          "与上一段之间有" + Metres(from - before) + "米没有数据",
-                          {from - before, "米"}});
-        else if (from < before - kStakeTolerance)
-            findings.addMetres(file.name, line, field, "与上一段重叠", before - from);
-    }
-    CheckCovers(file, first, last, road, breaks, findings);
+    const double from = stake(i, first);
+    const int line = file[i].line, field = static_cast<int>(first) + 1;
+    CheckGrows(file.name, line, static_cast<int>(last) + 1, "变化终点里程不大于变化起点里程", from, stake(i, last),
+               findings);
+    if (i == 0) return;
+    const double before = stake(i - 1, last);
+    if (from <= stake(i - 1, first))
+        CheckGrows(file.name, line, field, "变化起点里程没有增大", stake(i - 1, first), from, findings);
+    else if (from > before + kStakeTolerance)
+        findings.add(
+            {file.name, line, field, "与上一段之间有" + Metres(from - before) + "米没有数据", {from - before, "米"}});
+    else if (from < before - kStakeTolerance)
+        findings.addMetres(file.name, line, field, "与上一段重叠", before - from);
 }
 
-void ratios(const CheckedFile& file, std::initializer_list<std::size_t> fields, Findings& findings)
+void stretches(const SharedFile& file, std::size_t first, std::size_t last, const CheckedRoad& road,
+               const CheckBreaks& breaks, CheckSteps& steps, Findings& findings)
 {
-    double greatest = 0;
-    for (std::size_t i = 0; i < file.size(); ++i)
-        for (const auto field : fields) greatest = std::max(greatest, std::abs(file[i].number(field)));
-    if (greatest > 0 && greatest < kRatio)
-        findings.add({file.name,
-                      0,
-                      0,
-                      "坡度都小于" + Percent(kRatio) + "（最大" + Percent(greatest) + "），像是按比值填写，应填百分数",
-                      {greatest, "%"}});
+    CheckGaps(file, {first, last}, breaks, steps, findings);
+    steps.rows(file->size(),
+               [=, &breaks, &findings](std::size_t i) { stretchRow(*file, i, first, last, breaks, findings); });
+    steps.once([=, &road, &breaks, &findings] { CheckCovers(*file, first, last, road, breaks, findings); });
+}
+
+void ratios(const SharedFile& file, const std::vector<std::size_t>& fields, CheckSteps& steps, Findings& findings)
+{
+    const auto greatest = std::make_shared<double>(0);
+    steps.rows(file->size(), [=](std::size_t i) {
+        for (const auto field : fields) *greatest = std::max(*greatest, std::abs((*file)[i].number(field)));
+    });
+    steps.once([=, &findings] {
+        if (*greatest > 0 && *greatest < kRatio)
+            findings.add(
+                {file->name,
+                 0,
+                 0,
+                 "坡度都小于" + Percent(kRatio) + "（最大" + Percent(*greatest) + "），像是按比值填写，应填百分数",
+                 {*greatest, "%"}});
+    });
 }
 
 /// The crossfalls along the road as the table holds them: each row runs from its own start values to those of the next.
 class Crossfall {
 public:
-    Crossfall(const CheckedFile& file, const CheckedRoad& road, const CheckBreaks& breaks, Findings& findings)
-        : m_file(file), m_road(road), m_breaks(breaks), m_findings(findings)
+    Crossfall(SharedFile file, const CheckedRoad& road, const CheckBreaks& breaks, Findings& findings)
+        : m_shared(std::move(file)), m_file(*m_shared), m_road(road), m_breaks(breaks), m_findings(findings)
     {}
 
-    void onCurves()
+    /// The slopes on one of the road's arcs, which come in their order.
+    void onCurve(std::size_t curve)
     {
-        std::size_t row = 0;
-        for (const auto& arc : m_road.arcs) {
-            while (row + 1 < m_file.size() && stretch(row).to <= arc.from) ++row;
-            bool told = false;
-            double before = -std::numeric_limits<double>::infinity();
-            for (std::size_t i = row; i < m_file.size(); ++i) {
-                const auto s = stretch(i);
-                if (!(s.from >= before && s.from < arc.to)) break;  // rows out of order have been told
-                before = s.from;
-                if (!told) told = against(s, arc);
-                stillChanging(s, arc);
-            }
+        const auto& arc = m_road.arcs[curve];
+        while (m_row + 1 < m_file.size() && stretch(m_row).to <= arc.from) ++m_row;
+        bool told = false;
+        double before = -std::numeric_limits<double>::infinity();
+        for (std::size_t i = m_row; i < m_file.size(); ++i) {
+            const auto s = stretch(i);
+            if (!(s.from >= before && s.from < arc.to)) break;  // rows out of order have been told
+            before = s.from;
+            if (!told) told = against(s, arc);
+            stillChanging(s, arc);
         }
     }
 
-    /// Sides of no width; what is typed in a row of the widths counts.
-    void besideNoWidth(const CheckedFile& widths)
+    /// Where a row of the widths is, of one side.
+    struct BesideNoWidth {
+        bool left;
+        bool told = false;
+        std::size_t row = 0;
+        double before = -std::numeric_limits<double>::infinity();
+    };
+    /// A side of no width at a row of the widths, which come in their order; what is typed there counts.
+    void besideNoWidth(const CheckedRow& width, BesideNoWidth& at)
     {
-        for (const bool left : {true, false}) {
-            bool told = false;
-            std::size_t row = 0;
-            double before = -std::numeric_limits<double>::infinity();
-            for (std::size_t i = 0; i < widths.size(); ++i) {
-                const auto from = widths[i].read(left ? 3 : 4), to = widths[i].read(left ? 7 : 8);
-                if (!(from && to && *from == 0 && *to == 0)) {
-                    told = false;
-                    continue;
-                }
-                const double start = m_breaks.continuous(widths[i].number(0)),
-                             end = m_breaks.continuous(widths[i].number(1));
-                if (!(start + kStakeTolerance >= before && end >= start)) continue;  // rows out of order have been told
-                before = end;
-                while (row + 1 < m_file.size() && stretch(row).to <= start) ++row;
-                for (std::size_t k = row; k < m_file.size() && !told && stretch(k).from < end; ++k)
-                    told = noWidth(stretch(k), start, end, left, widths[i].line);
-            }
+        const auto from = width.read(at.left ? 3 : 4), to = width.read(at.left ? 7 : 8);
+        if (!(from && to && *from == 0 && *to == 0)) {
+            at.told = false;
+            return;
         }
+        const double start = m_breaks.continuous(width.number(0)), end = m_breaks.continuous(width.number(1));
+        if (!(start + kStakeTolerance >= at.before && end >= start)) return;  // rows out of order have been told
+        at.before = end;
+        while (at.row + 1 < m_file.size() && stretch(at.row).to <= start) ++at.row;
+        for (std::size_t k = at.row; k < m_file.size() && !at.told && stretch(k).from < end; ++k)
+            at.told = noWidth(stretch(k), start, end, at.left, width.line);
     }
 
 private:
@@ -194,27 +202,38 @@ private:
 
     static std::string turn(const CheckedArc& arc) { return arc.right ? "右转" : "左转"; }
 
+    SharedFile m_shared;
     const CheckedFile& m_file;
     const CheckedRoad& m_road;
     const CheckBreaks& m_breaks;
     Findings& m_findings;
+    std::size_t m_row = 0;  ///< where the last arc began
 };
 
 }  // namespace
 
 void CheckSections(const std::string& folder, const std::string& form, const CheckedRoad& road,
-                   const CheckBreaks& breaks, Findings& findings)
+                   const CheckBreaks& breaks, CheckSteps& steps, Findings& findings)
 {
-    const auto slopes = ReadChecked(folder, kSuperelevation, findings);
-    stretches(slopes, 0, 3, road, breaks, findings);
-    if (slopes.size() > 0 && form != "线性" && form != "三次抛物线")
-        findings.add(std::string(files::settings), 2, 0,
-                     "超高类型“" + form + "”不是线性或三次抛物线，按三次抛物线计算");
-    ratios(slopes, {1, 2, 4, 5}, findings);
-    const auto widths = ReadChecked(folder, kWidths, findings);
-    stretches(widths, 0, 1, road, breaks, findings);
-    ratios(widths, {11}, findings);
-    Crossfall crossfall(slopes, road, breaks, findings);
-    crossfall.onCurves();
-    crossfall.besideNoWidth(widths);
+    const auto slopes = ReadChecked(folder, kSuperelevation, steps, findings);
+    steps.once([=, &road, &breaks, &steps, &findings] {
+        stretches(slopes, 0, 3, road, breaks, steps, findings);
+        steps.once([=, &findings] {
+            if (slopes->size() > 0 && form != "线性" && form != "三次抛物线")
+                findings.add(std::string(files::settings), 2, 0,
+                             "超高类型“" + form + "”不是线性或三次抛物线，按三次抛物线计算");
+        });
+        ratios(slopes, {1, 2, 4, 5}, steps, findings);
+    });
+    const auto widths = ReadChecked(folder, kWidths, steps, findings);
+    steps.once([=, &road, &breaks, &steps, &findings] {
+        stretches(widths, 0, 1, road, breaks, steps, findings);
+        ratios(widths, {11}, steps, findings);
+        const auto crossfall = std::make_shared<Crossfall>(slopes, road, breaks, findings);
+        steps.rows(road.arcs.size(), [=](std::size_t i) { crossfall->onCurve(i); });
+        for (const bool left : {true, false})
+            steps.rows(widths->size(), [=, at = Crossfall::BesideNoWidth{.left = left}](std::size_t i) mutable {
+                crossfall->besideNoWidth((*widths)[i], at);
+            });
+    });
 }

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -32,21 +33,24 @@ std::string kilometres(double metres) { return OneDecimal(metres / 1000) + "公�
 
 }  // namespace
 
-void CheckTraversePoints(const CheckedFile& file, const CheckedRoad& road, Findings& findings)
+void CheckTraversePoints(std::shared_ptr<const CheckedFile> file, const CheckedRoad& road, CheckSteps& steps,
+                         Findings& findings)
 {
     if (road.points.empty()) return;
-    for (std::size_t i = 0; i < file.size(); ++i) {
-        const auto x = file[i].read(1), y = file[i].read(2);
-        if (!x || !y) continue;
+    const std::size_t rows = file->size();
+    steps.rows(rows, [file = std::move(file), &road, &findings](std::size_t i) {
+        const auto row = (*file)[i];
+        const auto x = row.read(1), y = row.read(2);
+        if (!x || !y) return;
         const double off = distance({*x, *y}, road.points);
-        if (!(off > kOff)) continue;
+        if (!(off > kOff)) return;
         const double exchanged = distance({*y, *x}, road.points);
         const Amount amount{off / 1000, "公里"};
         if (exchanged * kNearer < off)
-            findings.add({file.name, file[i].line, 0,
+            findings.add({file->name, row.line, 0,
                           "离路线" + kilometres(off) + "，X和Y对调后只有" + kilometres(exchanged) + "，像是填反了",
                           amount});
         else if (off > kFar)
-            findings.add({file.name, file[i].line, 0, "离路线" + kilometres(off) + "，不像这条路线的导线点", amount});
-    }
+            findings.add({file->name, row.line, 0, "离路线" + kilometres(off) + "，不像这条路线的导线点", amount});
+    });
 }

@@ -20,5 +20,7 @@ set(sources
     CheckSections.h
     CheckSettings.cpp
     CheckSlopes.cpp
+    CheckSteps.cpp
+    CheckSteps.h
     CheckTraverse.cpp
 )
