@@ -337,6 +337,51 @@ private slots:
         point.form.close();
         height.form.close();
     }
+
+    void aRunOverStakesThatTwoPlacesShare()
+    {
+        Workspace w;
+        w.folder.write("断链参数.txt", "12300,12280\r\n");
+        LoadProject();
+        const QString note = u"此里程有两处（长链），负号表示第二处"_s;
+        const auto sharedRows = [&](MSFlexGrid& grid, const QString& stake) {
+            int rows = 0;
+            for (int row = 1; row < grid.Rows(); ++row) {
+                const bool twice = grid.TextMatrix(row, 1) == stake;
+                rows += twice ? 1 : 0;
+                for (int col = 1; col < grid.Cols(); ++col)
+                    if (grid.doubt(row, col) != (twice && col == 1 ? note : QString())) return -row;
+            }
+            return rows;
+        };
+        Driven<frmPlfy> points;
+        points.pick("comPlzbCz", 0);
+        points.type("txtPlzbQdlc", "12265");
+        points.type("txtPlzbZdlc", "12305");
+        points.type("txtPlzbBc", "20");
+        points.type("txtPlzbPj", "3");
+        points.click("butPlzbCalc");
+        QCOMPARE(sharedRows(points.grid(), u"K12+285.000"_s), 3);
+        Driven<frmPlGc> heights;
+        heights.type("txtPlGcQdlc", "12265");
+        heights.type("txtPlGcZdlc", "12305");
+        heights.type("txtPlGcJj", "20");
+        heights.type("txtPlGcPj", "3");
+        heights.click("butPlGcCalc");
+        QCOMPARE(sharedRows(heights.grid(), u"K12+285.000"_s), 1);
+        Driven<frmJgw> corners;
+        corners.pick("comJgwCz", 0);
+        for (const auto* size : {"txtJgwKq", "txtJgwKh", "txtJgwZz", "txtJgwZy"}) corners.type(size, "2");
+        for (const auto* stake : {"12265", "12285", "12305"}) {
+            corners.type("txtJgwFylc", stake);
+            corners.click("butJgwCalc");
+        }
+        QCOMPARE(sharedRows(corners.grid(), u"K12+285.000"_s), 4);
+        w.dialogs.no().no().no();
+        points.form.close();
+        heights.form.close();
+        corners.form.close();
+    }
 };
 
 VM_QT_TEST(tst_doubts)
