@@ -4,6 +4,8 @@ set(sources
     CodePage.cpp
     CodePage.h
     Descriptor.h
+    DesignNumber.cpp
+    DesignNumber.h
     Digits.cpp
     Digits.h
     FileBytes.cpp

@@ -2,6 +2,7 @@
 
 #include "base/Numbers.h"
 #include "base/RunTimeError.h"
+#include "base/TabText.h"
 #include "dialogs/Messages.h"
 #include "engine/Chainage.h"
 #include "engine/Element.h"
@@ -53,54 +54,21 @@ bool startFromBlock(Overlay& cells, int block, bool continuousStakes)
     return true;
 }
 
-bool isLineEnd(char c) { return c == '\r' || c == '\n'; }
-
-/// Takes what stands before the first of `ends` off the front.
-std::string_view takeUpTo(std::string_view& text, std::string_view ends)
-{
-    const std::string_view taken = text.substr(0, text.find_first_of(ends));
-    text.remove_prefix(taken.size());
-    return taken;
-}
-
-/// Takes a line end off the front; false where none stands there.
-bool takeLineEnd(std::string_view& text)
-{
-    if (text.empty() || !isLineEnd(text.front())) return false;
-    text.remove_prefix(text.starts_with("\r\n") ? 2 : 1);
-    return true;
-}
-
-/// Takes a quoted cell off the front: one with a tab or a line end in it, as a spreadsheet hands it over. Each of them
-/// becomes a blank. Nothing where the quotes are part of the text.
-std::optional<std::string> takeQuoted(std::string_view& text)
-{
-    std::string_view rest = text;
-    if (!rest.starts_with('"')) return std::nullopt;
-    rest.remove_prefix(1);
-    std::string cell;
-    bool needsQuotes = false;
-    while (!rest.empty() && (!rest.starts_with('"') || rest.starts_with("\"\""))) {
-        const char c = rest.front();
-        if (takeLineEnd(rest)) {
-            cell += ' ';
-            needsQuotes = true;
-            continue;
-        }
-        needsQuotes = needsQuotes || c == '\t';
-        cell += c == '\t' ? ' ' : c;
-        rest.remove_prefix(c == '"' ? 2 : 1);
-    }
-    if (!needsQuotes || rest.empty()) return std::nullopt;
-    rest.remove_prefix(1);
-    if (!rest.empty() && rest.front() != '\t' && !isLineEnd(rest.front())) return std::nullopt;
-    text = rest;
-    return cell;
-}
-
 std::string place(const EditorTable& table, int row, int col)
 {
     return "第 " + std::to_string(row) + " 行“" + table.columns[static_cast<std::size_t>(col)].header + "”";
+}
+
+/// What goes in for a cell of a block: its text where the column takes it, else the number that it prints.
+std::optional<std::string> takenAs(const std::string& cell, KeyFilter filter, Quantity quantity)
+{
+    const auto accepts = KeySetOf(filter);
+    const auto fits = [&](const std::string& text) {
+        return !accepts || std::all_of(text.begin(), text.end(), [&](unsigned char c) { return accepts(c); });
+    };
+    if (fits(cell)) return cell;
+    auto number = PlainNumber(cell, quantity);
+    return number && fits(*number) ? number : std::nullopt;
 }
 
 Msg pasteRefused(const std::string& why) { return Notice("粘贴已取消：" + why); }
@@ -158,19 +126,16 @@ bool IsBlock(std::string_view text) { return text.find_first_of("\t\r\n") != tex
 
 std::vector<std::vector<std::string>> BlockCells(std::string_view text)
 {
-    std::vector<std::vector<std::string>> rows(1);
-    for (;;) {
-        std::optional<std::string> quoted = takeQuoted(text);
-        rows.back().emplace_back(Trim(quoted ? std::string_view(*quoted) : takeUpTo(text, "\t\r\n")));
-        if (takeLineEnd(text)) {
-            if (text.empty()) return rows;
-            rows.emplace_back();
-        } else if (text.empty()) {
-            return rows;
-        } else {
-            text.remove_prefix(1);  // the tab
+    CellRows rows = RowsOfTabText(text);
+    if (rows.empty()) return {{""}};
+    for (auto& row : rows)
+        for (std::string& cell : row) {
+            for (std::size_t at = 0; (at = cell.find("\r\n", at)) != std::string::npos;) cell.erase(at, 1);
+            std::replace_if(
+                cell.begin(), cell.end(), [](char c) { return c == '\t' || c == '\r' || c == '\n'; }, ' ');
+            cell = std::string(Trim(cell));
         }
-    }
+    return rows;
 }
 
 BlockPaste PlanPaste(const EditorTable& table, const GridText& cells, int row, int col, std::string_view text)
@@ -185,10 +150,11 @@ BlockPaste PlanPaste(const EditorTable& table, const GridText& cells, int row, i
                 if (!cell.empty()) return refuse("第 " + std::to_string(row) + " 行的“" + cell + "”超出了最后一列！");
                 continue;
             }
-            const auto accepts = KeySetOf(table.columns[static_cast<std::size_t>(at)].filter);
-            if (accepts && !std::all_of(cell.begin(), cell.end(), [&](unsigned char c) { return accepts(c); }))
-                return refuse(place(table, row, at) + "不能填“" + cell + "”！");
-            if (!cell.empty() || table.canBlank) paste.cells.push_back({row, at, cell});
+            const EditorColumn& column = table.columns[static_cast<std::size_t>(at)];
+            const auto taken = takenAs(cell, column.filter, column.quantity);
+            if (!taken) return refuse(place(table, row, at) + "不能填“" + cell + "”！");
+            if (!taken->empty() || table.canBlank) paste.cells.push_back({row, at, *taken});
+            if (!taken->empty() && *taken != cell) paste.converted.push_back({place(table, row, at), cell, *taken});
             ++at;
         }
         ++row;
@@ -206,7 +172,12 @@ FramePaste PlanFramePaste(const EditorTable& table, std::size_t box, std::string
             if (!cell.empty() && box >= boxes.size())
                 return {.refusal = pasteRefused("“" + cell + "”超出了最后一个输入框“" +
                                                 std::string(boxes.back().label) + "”！")};
-            if (!cell.empty()) paste.texts.emplace_back(box, cell);
+            if (!cell.empty()) {
+                // What cannot be read goes in as it is: no box of a frame has ever refused a paste.
+                paste.texts.emplace_back(box, takenAs(cell, KeyFilter::Signed, boxes[box].quantity).value_or(cell));
+                if (const std::string& taken = paste.texts.back().second; taken != cell)
+                    paste.converted.push_back({"“" + std::string(boxes[box].label) + "”", cell, taken});
+            }
             ++box;
         }
     return paste;

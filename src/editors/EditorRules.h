@@ -48,17 +48,28 @@ bool IsBlock(std::string_view text);
 /// inside is one cell, each of them a blank.
 std::vector<std::vector<std::string>> BlockCells(std::string_view text);
 
+/// A number that a design table printed in its own way, and what goes in for it. It is shown before.
+struct Converted {
+    std::string where;  ///< 第 3 行“起点里程”, or the frame box
+    std::string printed, taken;
+
+    bool operator==(const Converted&) const = default;
+};
+
 struct BlockPaste {
     std::vector<CellText> cells = {};
-    int rows = 0;                     ///< that the grid must have to hold them
-    std::optional<Msg> refusal = {};  ///< nothing is to be written then
+    int rows = 0;                           ///< that the grid must have to hold them
+    std::optional<Msg> refusal = {};        ///< nothing is to be written then
+    std::vector<Converted> converted = {};  ///< those of the cells that do not say what the block said
 };
-/// The block with its first cell at (row, col). Empty pieces follow the rule of an emptied box.
+/// The block with its first cell at (row, col). Empty pieces follow the rule of an emptied box. What the filter of a
+/// column refuses goes in as PlainNumber reads it, or not at all.
 BlockPaste PlanPaste(const EditorTable& table, const GridText& cells, int row, int col, std::string_view text);
 
 struct FramePaste {
     std::vector<std::pair<std::size_t, std::string>> texts = {};  ///< frame box and its new text
     std::optional<Msg> refusal = {};                              ///< nothing is to be written then
+    std::vector<Converted> converted = {};                        ///< as in BlockPaste
 };
 /// The block over the frame boxes from `box` on, cell after cell. An empty piece leaves its box as it is.
 FramePaste PlanFramePaste(const EditorTable& table, std::size_t box, std::string_view text);

@@ -9,6 +9,7 @@
 namespace {
 
 using enum KeyFilter;
+using enum Quantity;
 
 constexpr std::string_view kStakeTip = "里程，单位米，直接填数字：K12+345.678 填 12345.678";
 constexpr std::string_view kNorthTip = "X 坐标（向北为正），单位米";
@@ -23,14 +24,18 @@ struct Field {
     std::string_view header;
     KeyFilter filter;
     std::string_view tip;
+    Quantity quantity = Quantity::Plain;
 };
 
 /// The sequence column and the data columns, all but the first of one width.
 std::vector<EditorColumn> columns(int sequenceWidth, int width, std::initializer_list<Field> fields)
 {
     std::vector<EditorColumn> made{{.header = "序  号", .width = sequenceWidth}};
-    for (const Field& f : fields)
-        made.push_back({std::string(f.header), f.filter, width, std::string(f.tip), f.tip == kStakeTip});
+    for (const Field& f : fields) {
+        const bool isStake = f.tip == kStakeTip;
+        const Quantity quantity = isStake ? Stake : f.tip == kCrossSlopeTip ? Slope : f.quantity;
+        made.push_back({std::string(f.header), f.filter, width, std::string(f.tip), isStake, quantity});
+    }
     return made;
 }
 
@@ -75,7 +80,7 @@ const EditorTable& JdpqxTable()
                             {"曲线半径", Unsigned, "半径，单位米；填正数，左转右转由交点的位置决定"}}),
         .frames = {{"Frame1",
                     "起点(必须为ZH点或者ZH点前直线上的一点)",
-                    {{"txtJdpqxQdLc", "里程", "请先输入起点里程！", kStakeTip},
+                    {{"txtJdpqxQdLc", "里程", "请先输入起点里程！", kStakeTip, Stake},
                      {"txtJdpqxQdX", "X坐标", "请先输入起点X坐标！", kNorthTip},
                      {"txtJdpqxQdy", "Y坐标", "请先输入起点Y坐标！", kEastTip}}},
                    {"Frame2",
@@ -99,7 +104,7 @@ const EditorTable& JmpqxTable()
                             {"终点里程", Signed, kStakeTip},
                             {"起点X坐标", Signed, kNorthTip},
                             {"起点Y坐标", Signed, kEastTip},
-                            {"起点方位角", Signed, "切线方位角，度.分秒：123°45′30″ 填 123.4530；由北顺时针"},
+                            {"起点方位角", Signed, "切线方位角，度.分秒：123°45′30″ 填 123.4530；由北顺时针", Angle},
                             {"起点半径", Signed, kBlockRadiusTip},
                             {"终点半径", Signed, kBlockRadiusTip}}),
         .fillIn = {.carried = {{2, 1}, {7, 6}}, .computesStart = true},
@@ -120,11 +125,11 @@ const EditorTable& SqxTable()
                             {"竖曲线半径", Unsigned, "半径，单位米；填正数，凸形凹形由坡度决定"}}),
         .frames = {{"Frame1",
                     "起点（必须在竖曲线起点或竖曲线前的直线）",
-                    {{"txtSqxQdLc", "起点里程", "请先输入起点里程！", kStakeTip},
+                    {{"txtSqxQdLc", "起点里程", "请先输入起点里程！", kStakeTip, Stake},
                      {"txtSqxQdgc", "起点高程", "请先输入起点高程！", kElevationTip}}},
                    {"Frame2",
                     "终点（必须在竖曲线终点或竖曲线后的直线）",
-                    {{"txtSqxZdlc", "终点里程", "请先输入终点里程！", kStakeTip},
+                    {{"txtSqxZdlc", "终点里程", "请先输入终点里程！", kStakeTip, Stake},
                      {"txtSqxZdgc", "终点高程", "请先输入终点高程！", kElevationTip}}}},
         .noRowMessage = "至少需要输入一个变坡点！",
     });
@@ -205,10 +210,10 @@ const EditorTable& DlTable()
         .stem = "Dl",
         .caption = "断链参数",
         .file = files::breaks,
-        .columns =
-            columns(2000, 2000,
-                    {{"来向里程", Signed, "断链点在来向（小里程）一侧的里程，单位米"},
-                     {"去向里程", Signed, "断链点在去向（大里程）一侧的里程，单位米；比来向大为短链，小为长链"}}),
+        .columns = columns(
+            2000, 2000,
+            {{"来向里程", Signed, "断链点在来向（小里程）一侧的里程，单位米", Stake},
+             {"去向里程", Signed, "断链点在去向（大里程）一侧的里程，单位米；比来向大为短链，小为长链", Stake}}),
         .canBlank = true,
         .hasInsert = false,
     });
@@ -232,7 +237,7 @@ EditorTable SlopeTable(const SlopeKind& kind, int gradeCount)
     };
     for (const std::string_view end : {"起点", "终点"}) {
         table.columns.push_back(
-            {"变化" + std::string(end) + "里程", Signed, 1200, std::string(kStakeTip), /*isStake*/ true});
+            {"变化" + std::string(end) + "里程", Signed, 1200, std::string(kStakeTip), /*isStake*/ true, Stake});
         add(std::string(end) + std::string(kind.side) + "路基宽度", "路基宽度，单位米；填正数");
         add(grade(end, 1, "边坡坡度"), "边坡坡度，按图纸填写；填正数");
         for (int k = 2; k <= gradeCount; ++k) {

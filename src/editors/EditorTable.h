@@ -2,7 +2,9 @@
 // What tells the eleven grid editors apart, as data: one table each. Everything else is the pattern of EditorForm.
 // Columns count from 0, the sequence column; texts are UTF-8.
 
+#include "base/DesignNumber.h"
 #include "base/ParameterFiles.h"
+
 #include <string>
 #include <string_view>
 #include <utility>
@@ -16,6 +18,7 @@ struct EditorColumn {
     int width = 0;         ///< twips
     std::string tip = {};  ///< unit and sign convention, shown over the header
     bool isStake = false;  ///< where a row begins and where it ends along the road: set off in wide grids
+    Quantity quantity = Quantity::Plain;  ///< how design tables may print it; without meaning where any text goes in
 
     bool operator==(const EditorColumn&) const = default;
 };
@@ -24,6 +27,7 @@ struct FrameBox {
     std::string_view control, label;
     std::string_view emptyMessage;  ///< what a save says when the box is empty
     std::string_view tip;
+    Quantity quantity = Quantity::Plain;  ///< as in EditorColumn
 };
 struct EditorFrame {
     std::string_view control, caption;

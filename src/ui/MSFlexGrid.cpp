@@ -24,6 +24,9 @@ constexpr int kDefaultWidth = 960;  // twips
 
 constexpr int kBorder = 45;  // twips of the grid's border: positions count from inside it
 
+/// A cell's text between tabs and line ends.
+QString plain(QString cell) { return cell.replace(u'\t', u' ').replace(u"\r\n"_qs, u" "_qs); }
+
 void requireIndex(bool inside)
 {
     if (!inside) throw RunTimeError(RunTimeError::Subscript);
@@ -307,13 +310,23 @@ QString MSFlexGrid::selectedText(bool withHeader) const
     QRect all;
     for (const auto& range : chosen)
         all |= QRect(QPoint(range.left(), range.top()), QPoint(range.right(), range.bottom()));
-    const auto plain = [](QString cell) { return cell.replace(u'\t', u' ').replace(u"\r\n"_qs, u" "_qs); };
     QStringList lines;
     for (int row = withHeader ? -1 : all.top(); row <= all.bottom(); row = row < 0 ? all.top() : row + 1) {
         QStringList cells;
         for (int col = all.left(); col <= all.right(); ++col)
             cells << (row < 0 || chosen.contains(m_model->index(row, col)) ? plain(TextMatrix(row + 1, col + 1))
                                                                            : QString());
+        lines << cells.join(u'\t');
+    }
+    return lines.join(u'\n');
+}
+
+QString MSFlexGrid::wholeText() const
+{
+    QStringList lines;
+    for (int row = 0; row < Rows() && Cols() > 1; ++row) {
+        QStringList cells;
+        for (int col = 1; col < Cols(); ++col) cells << plain(TextMatrix(row, col));
         lines << cells.join(u'\t');
     }
     return lines.join(u'\n');

@@ -58,6 +58,8 @@ public:
     void showRows();  ///< shows rows held back and scrolls to the last one
     /// The cells of the selection, a tab between columns, a line end between rows.
     QString selectedText(bool withHeader) const;
+    /// All rows in the same way, the header first; "" without a column.
+    QString wholeText() const;
 
     void setHint(const QString& hint);  ///< grey text of an empty grid: what to do next
     void setHeaderToolTip(int col, const QString& tip);

@@ -289,6 +289,7 @@ TEST_F(EditorRules, AQuotedCellWithALineEndInsideIsOneCell)
               (Rows{{"A", "left of the \"old\" bridge", "1"}, {"B", "x", "2"}}));
     EXPECT_EQ(BlockCells("\"1\r\n2\r3\""), (Rows{{"1 2 3"}}));
     EXPECT_EQ(BlockCells("\"1\t2\"\t3"), (Rows{{"1 2", "3"}}));
+    EXPECT_EQ(BlockCells("\"6\"\" pipe\"\t3"), (Rows{{"6\" pipe", "3"}}));
 }
 
 TEST_F(EditorRules, OtherQuotesAreText)
@@ -357,6 +358,95 @@ TEST_F(EditorRules, AnEmptyPieceFollowsTheRuleOfAnEmptiedBox)
               (Cells{{1, 1, "1"}, {1, 3, "3"}}));
     EXPECT_EQ(PlanPaste(DlTable(), gridOf(DlTable(), {{"a", "b"}}), 1, 1, "1\t").cells,
               (Cells{{1, 1, "1"}, {1, 2, ""}}));
+}
+
+// Numbers as design tables print them
+
+TEST_F(EditorRules, APrintedTableGoesInAsNumbersAndSaysWhich)
+{
+    const GridText cells = gridOf(JmpqxTable(), {{}});
+    const BlockPaste p = PlanPaste(JmpqxTable(), cells, 1, 1,
+                                   "K12+000\tK12+345.678\t2,856,486.512\t512730.907\t123°45′30″\t0\t－６００\r\n");
+    EXPECT_FALSE(p.refusal);
+    EXPECT_EQ(p.cells, (Cells{{1, 1, "12000"},
+                              {1, 2, "12345.678"},
+                              {1, 3, "2856486.512"},
+                              {1, 4, "512730.907"},
+                              {1, 5, "123.4530"},
+                              {1, 6, "0"},
+                              {1, 7, "-600"}}));
+    EXPECT_EQ(p.converted, (std::vector<Converted>{{"第 1 行“起点里程”", "K12+000", "12000"},
+                                                   {"第 1 行“终点里程”", "K12+345.678", "12345.678"},
+                                                   {"第 1 行“起点X坐标”", "2,856,486.512", "2856486.512"},
+                                                   {"第 1 行“起点方位角”", "123°45′30″", "123.4530"},
+                                                   {"第 1 行“终点半径”", "－６００", "-600"}}));
+}
+
+TEST_F(EditorRules, WhatAColumnTakesAsItIsIsNotConverted)
+{
+    const BlockPaste p = PlanPaste(SqxTable(), gridOf(SqxTable(), {{}}), 1, 1, "1.2.3\t-\t007\n");
+    EXPECT_EQ(p.cells, (Cells{{1, 1, "1.2.3"}, {1, 2, "-"}, {1, 3, "007"}}));
+    EXPECT_TRUE(p.converted.empty());
+}
+
+TEST_F(EditorRules, WhatDoesNotFitItsColumnIsRefusedByCell)
+{
+    for (const auto& [block, why] : {std::pair{"1\tK1+200\t3", "第 1 行“变坡点高程”不能填“K1+200”！"},
+                                     {"1\t2\t－6", "第 1 行“竖曲线半径”不能填“－6”！"},
+                                     {"K1+200\t2\t3\nK1+2\t2\t3", "第 2 行“变坡点里程”不能填“K1+2”！"},
+                                     {"1\t2%\t3", "第 1 行“变坡点高程”不能填“2%”！"},
+                                     {"1\t1,234\t3", "第 1 行“变坡点高程”不能填“1,234”！"},
+                                     {"1\t12°00′00″\t3", "第 1 行“变坡点高程”不能填“12°00′00″”！"}}) {
+        const BlockPaste p = PlanPaste(SqxTable(), gridOf(SqxTable(), {{}}), 1, 1, block);
+        EXPECT_EQ(p.refusal, (Msg{"粘贴已取消：" + std::string(why), "注意", Icon::Exclamation}));
+        EXPECT_TRUE(p.cells.empty());
+        EXPECT_TRUE(p.converted.empty());
+    }
+}
+
+TEST_F(EditorRules, WordsAreNeverConverted)
+{
+    const BlockPaste p = PlanPaste(DxdTable(), gridOf(DxdTable(), {{}}), 1, 1, "K12+345\t1\t2\t１２％　K1+200 处\n");
+    EXPECT_EQ(p.cells, (Cells{{1, 1, "K12+345"}, {1, 2, "1"}, {1, 3, "2"}, {1, 4, "１２％　K1+200 处"}}));
+    EXPECT_TRUE(p.converted.empty());
+}
+
+TEST_F(EditorRules, WideBlanksAloneAreAnEmptyPiece)
+{
+    EXPECT_EQ(PlanPaste(SqxTable(), gridOf(SqxTable(), {{}}), 1, 1, "1\t　\t\u00A0").cells, (Cells{{1, 1, "1"}}));
+    const BlockPaste p = PlanPaste(DlTable(), gridOf(DlTable(), {{}}), 1, 1, "1\t　");
+    EXPECT_EQ(p.cells, (Cells{{1, 1, "1"}, {1, 2, ""}}));
+    EXPECT_TRUE(p.converted.empty());
+}
+
+TEST_F(EditorRules, AFrameTakesPrintedNumbersToo)
+{
+    using Texts = std::vector<std::pair<std::size_t, std::string>>;
+    const FramePaste p = PlanFramePaste(SqxTable(), 0, "K0+000\t1,012.5\r\nK1+200\tK1+200\r\n");
+    EXPECT_EQ(p.texts, (Texts{{0, "0"}, {1, "1012.5"}, {2, "1200"}, {3, "K1+200"}}));  // no elevation: as it is
+    EXPECT_EQ(p.converted, (std::vector<Converted>{{"“起点里程”", "K0+000", "0"},
+                                                   {"“起点高程”", "1,012.5", "1012.5"},
+                                                   {"“终点里程”", "K1+200", "1200"}}));
+}
+
+/// What each column of each editor is: stakes, percent and angles are few, and a mistake would take a wrong number.
+TEST_F(EditorRules, QuantitiesOfEveryColumn)
+{
+    for (const EditorTable& table : everyTable())
+        for (int col = 1; col <= table.lastColumn(); ++col) {
+            const EditorColumn& column = table.columns[static_cast<std::size_t>(col)];
+            const auto has = [&](const char* word) { return column.header.find(word) != std::string::npos; };
+            const bool side = std::string_view("TfzTfyWfzWfy").find(table.stem) != std::string_view::npos;
+            const Quantity wanted = has("里程")            ? Quantity::Stake
+                                    : has("方位角")        ? Quantity::Angle
+                                    : has("坡度") && !side ? Quantity::Slope
+                                                           : Quantity::Plain;
+            EXPECT_EQ(column.quantity, wanted) << table.stem << " " << column.header;
+            EXPECT_TRUE(wanted == Quantity::Plain || column.filter == KeyFilter::Signed) << column.header;
+        }
+    for (const EditorTable* table : {&JdpqxTable(), &SqxTable()})
+        for (const FrameBox& box : table->frameBoxes())
+            EXPECT_EQ(box.quantity == Quantity::Stake, box.label.find("里程") != std::string_view::npos) << box.label;
 }
 
 TEST_F(EditorRules, NoPasteGoesPastTheLastRowNumber)

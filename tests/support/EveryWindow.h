@@ -23,6 +23,7 @@
 #include "editors/windows/frmTfz.h"
 #include "editors/windows/frmWfy.h"
 #include "editors/windows/frmWfz.h"
+#include "editors/windows/frmZt.h"
 #include "exchange/ProjectExport.h"
 #include "exchange/windows/frmDr.h"
 #include "exchange/windows/frmDrBg.h"
@@ -241,6 +242,10 @@ inline void showEditors(const Seen& seen)
     open<frmTfy>(seen);
     open<frmWfz>(seen);
     open<frmWfy>(seen);
+    frmZt pasted({{"第 1 行“起点里程”", "K12+345.678", "12345.678"},
+                  {"第 1 行“起点X坐标”", "2,856,486.512", "2856486.512"},
+                  {"第 1 行“起点方位角”", "123°45′30″", "123.4530"}});
+    show(seen, pasted);
 }
 
 inline void showTools(const Seen& seen)

@@ -82,6 +82,8 @@ private:
     CellPlace activeCell() const;
     bool moveByKey(const QKeyEvent& key);
     bool amendCell();
+    void copyAll();
+    void addToGridMenu();
     void typeIntoCell(QKeyEvent& key);
     std::function<bool(int)> keysOf(int col) const;
     bool paste(QObject* into, const QString& text);

@@ -59,6 +59,7 @@ void EditorForm::makeControls()
 
     m_grid = control<MSFlexGrid>(toUtf8(named("Msfg", m_table.stem)).c_str());
     m_grid->setLastColumnFills(true);
+    addToGridMenu();
     all->addWidget(m_grid, 1);
     on(m_grid, &MSFlexGrid::MouseDown, [](int mouseButton, int, int) { gGridLeftDown = mouseButton == 1; });
     on(m_grid, &MSFlexGrid::RowColChange, [this] { Grid_RowColChange(); });

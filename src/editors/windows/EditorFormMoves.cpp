@@ -1,6 +1,7 @@
 // Comfort that changes no rule: the box over its cell, arrow and page keys, blocks from a spreadsheet.
 
 #include "editors/windows/EditorForm.h"
+#include "editors/windows/frmZt.h"
 #include "ui/MSFlexGrid.h"
 #include "ui/Twips.h"
 
@@ -17,6 +18,8 @@
 #include <memory>
 
 namespace {
+
+const QString kCopyAll = QStringLiteral("复制整表含表头");
 
 constexpr int kInset = 45;  // twips from a cell's place to the box over it
 
@@ -71,7 +74,20 @@ std::function<bool(int)> EditorForm::keysOf(int col) const
     return [accepts](int keyAscii) { return !accepts || accepts(keyAscii); };
 }
 
-bool EditorForm::commandKey(const QKeyCombination& key) { return key == QKeyCombination(Qt::Key_F2) && amendCell(); }
+bool EditorForm::commandKey(const QKeyCombination& key)
+{
+    if (key == QKeyCombination(Qt::Key_F2)) return amendCell();
+    if (key != QKeyCombination(Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_C)) return false;
+    copyAll();
+    return true;
+}
+
+/// All rows with their header, what is being typed included.
+void EditorForm::copyAll()
+{
+    CommitCell();
+    if (const QString all = m_grid->wholeText(); !all.isEmpty()) QApplication::clipboard()->setText(all);
+}
 
 /// The box over its cell, the text kept and the cursor behind it.
 bool EditorForm::amendCell()
@@ -139,6 +155,7 @@ bool EditorForm::pasteBlock(const QString& text)
         dialogs().box(*paste.refusal);
         return true;
     }
+    if (!TakesConverted(paste.converted, this)) return true;
     if (paste.rows > m_grid->Rows()) {
         m_grid->setRows(paste.rows);
         RenumberGrid(*m_grid);
@@ -154,13 +171,14 @@ bool EditorForm::pasteBlock(const QString& text)
 bool EditorForm::pasteOverFrames(std::size_t at, const QString& text)
 {
     if (!IsBlock(toUtf8(text))) return false;
-    if (const auto cells = BlockCells(toUtf8(text)); cells.size() == 1 && cells.front().size() == 1) {
-        m_frameBoxes[at]->insert(fromUtf8(cells.front().front()));
-        return true;
-    }
     const FramePaste paste = PlanFramePaste(m_table, at, toUtf8(text));
+    const auto cells = BlockCells(toUtf8(text));
+    const bool single = cells.size() == 1 && cells.front().size() == 1;
     if (paste.refusal) dialogs().box(*paste.refusal);
-    for (const auto& [box, piece] : paste.texts) m_frameBoxes[box]->setText(fromUtf8(piece));
+    if (paste.refusal || !TakesConverted(paste.converted, this)) return true;
+    if (single) m_frameBoxes[at]->insert(paste.texts.empty() ? QString() : fromUtf8(paste.texts.front().second));
+    for (const auto& [box, piece] : paste.texts)
+        if (!single) m_frameBoxes[box]->setText(fromUtf8(piece));
     return true;
 }
 
@@ -210,7 +228,16 @@ void EditorForm::showBoxMenu(const QPoint& at)
     });
     menu.addSeparator();
     add(QStringLiteral("全选"), !m_box->text().isEmpty(), [this] { m_box->selectAll(); });
+    add(kCopyAll, true, [this] { copyAll(); });
     menu.exec(at);
+}
+
+/// What the grid's right click has beyond copying the selection.
+void EditorForm::addToGridMenu()
+{
+    auto* all = m_grid->contextMenu()->addAction(kCopyAll, this, [this] { copyAll(); });
+    all->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_C);
+    all->setShortcutContext(Qt::WidgetShortcut);  // shown here; commandKey acts on it
 }
 
 void EditorForm::showFrameMenu(QLineEdit& box, const QPoint& at)
@@ -247,9 +274,9 @@ bool EditorForm::eventFilter(QObject* watched, QEvent* event)
         case QEvent::KeyPress: {
             auto& key = *static_cast<QKeyEvent*>(event);
             if (!(watched == m_box && boxNeeds(key)) && moveByKey(key)) return true;
-            if (watched == m_grid && !key.text().isEmpty() && key.text().front().isPrint()) {
+            if (watched == m_grid && types(key)) {
                 Form::eventFilter(watched, event);
-                if (types(key)) typeIntoCell(key);
+                typeIntoCell(key);
                 return true;  // the view would look for a cell that begins with it
             }
             break;

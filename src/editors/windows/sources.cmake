@@ -26,4 +26,6 @@ set(sources
     frmTfz.h
     frmWfy.h
     frmWfz.h
+    frmZt.cpp
+    frmZt.h
 )
