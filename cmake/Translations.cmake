@@ -1,6 +1,11 @@
 # vm_translations(target): Qt's own Chinese texts (standard buttons, file and print dialogs) as resources of the target.
 function(vm_translations target)
-    get_target_property(qmake Qt6::qmake IMPORTED_LOCATION)
+    if(CMAKE_CROSSCOMPILING)   # the texts are the same on every system
+        find_program(VM_QMAKE qmake6 REQUIRED)
+        set(qmake ${VM_QMAKE})
+    else()
+        get_target_property(qmake Qt6::qmake IMPORTED_LOCATION)
+    endif()
     execute_process(COMMAND ${qmake} -query QT_INSTALL_TRANSLATIONS OUTPUT_VARIABLE folder OUTPUT_STRIP_TRAILING_WHITESPACE)
     set(file ${folder}/qtbase_zh_CN.qm)
     if(NOT EXISTS ${file})

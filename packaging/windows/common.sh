@@ -68,6 +68,24 @@ program_options() {
         "-DCMAKE_EXE_LINKER_FLAGS=-static -s -L$1/lib -Wl,--no-insert-timestamp" -DVM_WARNINGS_ARE_ERRORS=ON)
 }
 
+# window_options LIBRARIES QT: the same for all of it, the windows included. A toolchain file of Qt's own loads ours.
+window_options() {
+    program_options "$1"
+    options+=(-DCMAKE_TOOLCHAIN_FILE="$2/lib/cmake/Qt6/qt.toolchain.cmake" -DQT_HOST_PATH=/usr
+        -DQT_HOST_PATH_CMAKE_DIR="/usr/lib/$(dpkg-architecture -qDEB_HOST_MULTIARCH)/cmake")
+}
+
+# draw_icon FILE: the program's icon in the sizes that Windows shows.
+draw_icon() {
+    local size pictures=()
+    mkdir -p "$(dirname "$1")"
+    for size in 16 20 24 32 40 48 64 96 128 256; do
+        rsvg-convert -w "$size" -h "$size" "$checkout/packaging/velumark.svg" -o "$(dirname "$1")/$size.png"
+        pictures+=("$(dirname "$1")/$size.png")
+    done
+    icotool --create --output "$1" "${pictures[@]:0:9}" --raw "${pictures[9]}"
+}
+
 # fresh FOLDER LIBRARIES: a build folder made with other libraries goes.
 fresh() { grep -qsx "VM_PREFIX:[A-Z]*=$2" "$1/CMakeCache.txt" || rm -rf "$1"; }
 
@@ -77,4 +95,29 @@ with_wine() {
     mkdir -p "$WINEPREFIX"
     DISPLAY='' "$VM_WINE" wineboot --init > "$checkout/build/wine.log" 2>&1
     trap '/usr/lib/wine/wineserver64 --kill || true' EXIT
+}
+
+# with_windows: the same on a screen, in a prefix of its own: what began without a screen never shows a window. Wine draws
+# one window of its own on it, in which programs get and give the focus as they do on Windows. A Chinese font stands for
+# those that a Chinese Windows has.
+with_windows() {
+    local screen
+    with_wine
+    /usr/lib/wine/wineserver64 --kill || true
+    WINEPREFIX=$checkout/build/wine-desktop
+    mkdir -p "$WINEPREFIX"
+    exec {screen}< <(exec Xvfb -displayfd 1 -screen 0 2100x1300x24 -noreset 2> /dev/null)
+    DISPLAY_OF_WINE=$!
+    read -r DISPLAY <&"$screen"
+    export DISPLAY=:$DISPLAY WINEDLLOVERRIDES=mscoree,mshtml=
+    trap '/usr/lib/wine/wineserver64 --kill || true; kill $DISPLAY_OF_WINE' EXIT
+    "$VM_WINE" wineboot --init > "$checkout/build/wine.log" 2>&1
+    {
+        printf 'REGEDIT4\n\n[HKEY_CURRENT_USER\\Software\\Wine\\Fonts\\Replacements]\n'
+        printf '"%s"="Noto Sans CJK SC"\n' "MS Shell Dlg" "MS Shell Dlg 2" Tahoma "Segoe UI" "Microsoft YaHei UI"
+        printf '\n[HKEY_CURRENT_USER\\Software\\Wine\\Explorer]\n"Desktop"="Default"\n'
+        printf '\n[HKEY_CURRENT_USER\\Software\\Wine\\Explorer\\Desktops]\n"Default"="2100x1300"\n'
+    } > "$checkout/build/desktop.reg"
+    "$VM_WINE" regedit "$checkout/build/desktop.reg"
+    /usr/lib/wine/wineserver64 --wait
 }

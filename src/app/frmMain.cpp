@@ -16,6 +16,7 @@
 #include "phone/Phone.h"
 #include "phone/windows/frmSjName.h"
 #include "project/LoadProject.h"
+#include "project/ProjectFolders.h"
 #include "project/Workspace.h"
 #include "screens/windows/RoadLine.h"
 #include "ui/DocumentWindow.h"
@@ -183,6 +184,7 @@ void frmMain::showListMenu(const QPoint& at)
 
 void frmMain::Form_Load()
 {
+    TakeSamples();
     fill(*lstProjects, OpenCatalogue());
     tellFileErrors([this] { fill(*lstSj, ReadPhoneCatalogue()); });
 }

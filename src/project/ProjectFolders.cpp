@@ -3,6 +3,7 @@
 #include "base/FileBytes.h"
 #include "base/FileError.h"
 #include "base/FilePath.h"
+#include "base/RunTimeError.h"
 #include "dialogs/Messages.h"
 #include "project/Catalogue.h"
 #include "project/Workspace.h"
@@ -10,7 +11,9 @@
 #include <algorithm>
 #include <filesystem>
 #include <map>
+#include <string>
 #include <system_error>
+#include <vector>
 
 namespace {
 
@@ -33,6 +36,21 @@ bool liesInWorkspace(const std::string& folder, const std::string& name)
 {
     std::error_code error;
     return IsFolderName(name) && std::filesystem::equivalent(filePath(folder), filePath(ProjectPath(name)), error);
+}
+
+/// Names of the folders in a folder, sorted; none where it cannot be listed.
+std::vector<std::string> foldersIn(const std::string& folder)
+{
+    std::vector<std::string> names;
+    std::error_code error;
+    std::filesystem::directory_iterator at(filePath(folder), error);
+    for (; !error && at != std::filesystem::directory_iterator(); at.increment(error)) {
+        const auto utf8 = at->path().filename().u8string();
+        if (FolderExists(folder + "/" + std::string(utf8.begin(), utf8.end())))
+            names.emplace_back(utf8.begin(), utf8.end());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 Outcome refused(const std::string& text) { return {Refusal{Notice(text), {}}}; }
@@ -60,4 +78,14 @@ TakenFolder TakeFolder(const std::string& path)
     Outcome outcome = AddProject(name, files);
     if (!outcome) return {std::move(outcome), {}};
     return {{}, name};
+}
+
+void TakeSamples()
+{
+    if (FileExists(WorkspacePath())) return;
+    const std::string samples = gAppPath + "/示例";
+    for (const auto& name : foldersIn(samples))
+        attempt([&] {
+            if (const auto files = parameterFilesIn(samples + "/" + name); !files.empty()) AddProject(name, files);
+        });
 }

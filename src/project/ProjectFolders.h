@@ -18,3 +18,7 @@ struct TakenFolder {
 /// @param path  a folder, UTF-8
 /// @returns refused where it has no parameter file, or as AddProject does  @throws FileError
 TakenFolder TakeFolder(const std::string& path);
+
+/// The samples that lie beside the program, in 示例, become the first projects of a workspace that is not there yet.
+/// Later starts leave everything as it is, and so does one where no sample can be read.
+void TakeSamples();

@@ -3,6 +3,10 @@
 
 #include <QString>
 
+/// The title of a window without one. The system would show the program's file name there; these characters nobody
+/// sees.
+QString UnseenTitle();
+
 /// The key is held at this moment. @param virtualKey 16 is Shift, 17 Ctrl, 18 Alt
 bool IsKeyHeld(int virtualKey);
 

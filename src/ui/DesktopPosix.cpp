@@ -7,6 +7,8 @@
 #include <QGuiApplication>
 #include <QUrl>
 
+QString UnseenTitle() { return QChar(0x200B); }
+
 bool IsKeyHeld(int virtualKey)
 {
     const auto held = QGuiApplication::queryKeyboardModifiers();

@@ -42,6 +42,9 @@ bool openPage(const QUrl& page)
 
 }  // namespace
 
+// A blank stays there; not every font of captions has characters without a width.
+QString UnseenTitle() { return QStringLiteral(" "); }
+
 bool IsKeyHeld(int virtualKey) { return GetAsyncKeyState(virtualKey) < 0; }
 
 bool OpenOnDesktop(const QString& pathOrAddress)

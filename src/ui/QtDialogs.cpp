@@ -1,5 +1,6 @@
 #include "ui/QtDialogs.h"
 
+#include "ui/Desktop.h"
 #include "ui/FileDialog.h"
 #include "ui/InputGuard.h"
 
@@ -44,12 +45,12 @@ public:
     }
 
 protected:
-    /// The window system shows the program's file name over a window without a title: it gets a character that nobody
-    /// sees. Asking for the native window before it is shown would make native windows of all controls beneath.
+    /// The window system shows the program's file name over a window without a title. Asking for the native window
+    /// before it is shown would make native windows of all controls beneath.
     void showEvent(QShowEvent* event) override
     {
         QMessageBox::showEvent(event);
-        if (windowTitle().isEmpty()) windowHandle()->setTitle(QChar(0x200B));
+        if (windowTitle().isEmpty()) windowHandle()->setTitle(UnseenTitle());
     }
 };
 

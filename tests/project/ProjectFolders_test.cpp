@@ -108,3 +108,31 @@ TEST_F(ProjectFoldersTest, AnOpenLastLineOfTheCatalogueStaysALine)
     ASSERT_TRUE(TakeFolder(elsewhere("三标", kRoad)).outcome);
     EXPECT_EQ(catalogue(), "测试\r\n三标\r\n");
 }
+
+TEST_F(ProjectFoldersTest, SamplesBesideTheProgramAreTheFirstProjects)
+{
+    fs::remove_all(WorkspacePath());
+    for (const char* name : {"示例二", "示例一"}) {
+        fs::create_directories(gAppPath + "/示例/" + name);
+        std::ofstream(gAppPath + "/示例/" + name + "/断链参数.txt", std::ios::binary) << name << "\r\n";
+    }
+    std::ofstream(gAppPath + "/示例/附合导线.csv") << "1,2\n";
+    TakeSamples();
+    EXPECT_EQ(catalogue(), "示例一\r\n示例二\r\n");
+    EXPECT_EQ(folder.bytesOf(ProjectPath("示例二") + "/断链参数.txt"), "示例二\r\n");
+    fs::remove_all(ProjectPath("示例一"));
+    std::ofstream(WorkspacePath() + "/项目名称.txt", std::ios::trunc);
+    TakeSamples();
+    EXPECT_EQ(catalogue(), "");
+    EXPECT_FALSE(fs::exists(ProjectPath("示例一")));
+}
+
+TEST_F(ProjectFoldersTest, WithoutSamplesNothingIsMade)
+{
+    fs::remove_all(WorkspacePath());
+    TakeSamples();
+    EXPECT_FALSE(fs::exists(WorkspacePath()));
+    std::ofstream(gAppPath + "/示例") << "no folder";
+    TakeSamples();
+    EXPECT_FALSE(fs::exists(WorkspacePath()));
+}

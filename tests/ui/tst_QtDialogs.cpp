@@ -1,6 +1,7 @@
 // The dialogs on Qt: real boxes and file dialogs, answered by keys and clicks.
 
 #include "support/QtTests.h"
+#include "ui/Desktop.h"
 #include "ui/Platform.h"
 #include "ui/QtDialogs.h"
 #include "ui/Theme.h"
@@ -114,7 +115,7 @@ private slots:
             });
             m_dialogs.box({.text = "数据保存成功！", .title = title.toStdString(), .icon = Icon::Information});
             QCOMPARE(kept, title);
-            QCOMPARE(shown, title.isEmpty() ? QString(QChar(0x200B)) : title);
+            QCOMPARE(shown, title.isEmpty() ? UnseenTitle() : title);
             QVERIFY(!field->windowHandle());
         }
     }
