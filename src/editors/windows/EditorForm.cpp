@@ -64,6 +64,7 @@ bool EditorForm::takeCell(int row, int col)
 {
     const bool named = row <= kMaxRow;
     if (!named) hideBox();
+    m_history->boxMoved();
     CurRow = toInt16(named ? row : 0);
     CurCol = toInt16(named ? col : 0);
     showRoad();
@@ -81,6 +82,7 @@ void EditorForm::hideBox()
 
 void EditorForm::applyMouseRule()
 {
+    const EditHistory::Together step(*m_history);
     const MouseRule rule = MouseRuleAt(m_table, m_grid->text(), m_grid->Row());
     if (rule == MouseRule::AddRow) {
         addRow();
@@ -101,6 +103,7 @@ void EditorForm::fillIn(int row, MouseRule branch)
 
 void EditorForm::CommitCell()
 {
+    if (m_history->restoring()) return;  // the box still shows what the cell was
     const std::string text = boxText();
     if (boxHasCell() && (!text.empty() || m_table.canBlank)) writeCell(CurRow, CurCol, text);
 }
@@ -110,6 +113,7 @@ bool EditorForm::Form_KeyPress(int keyAscii)
     if (!m_table.enterMoves || m_table.lastColumn() < 1) return false;
     CommitCell();
     if (keyAscii == kEnter) {
+        const EditHistory::Together step(*m_history);
         if (!EnterStarted) {
             m_grid->setCol(1);
             Grid_Click();
@@ -139,15 +143,15 @@ void EditorForm::enterMovesOn()
 void EditorForm::cmdInsert_Click()
 {
     if (m_grid->Rows() > kMaxRow) return;
-    m_grid->AddItem({}, m_grid->Row());
-    m_box->clear();
+    m_history->insertRow(m_grid->Row());
+    m_box->setText({});  // not cleared: the box has nothing to undo in the new row
     RenumberGrid(*m_grid);
 }
 
 void EditorForm::cmdDel_Click()
 {
     attempt([this] {
-        m_grid->RemoveItem(m_grid->Row());
+        m_history->removeRow(m_grid->Row());
         m_box->setText(cellText(m_grid->Row(), m_grid->Col()));
         RenumberGrid(*m_grid);
     });
@@ -189,6 +193,7 @@ void EditorForm::cmdSave_Click()
         }
         dialogs().box({"数据保存成功！", "", Icon::Information});
         Edited = false;
+        m_history->saved();
         if (m_table.loadsProject) LoadProject();
         attempt([this] { m_asRead = EditorFileBytes(m_table); });
         showRoad();
@@ -200,16 +205,12 @@ void EditorForm::cmdSave_Click()
 void EditorForm::addRow()
 {
     if (m_grid->Rows() > kMaxRow) return;
-    m_grid->setRows(m_grid->Rows() + 1);
-    RenumberGrid(*m_grid);
+    m_history->setRows(m_grid->Rows() + 1);
 }
 
 QString EditorForm::cellText(int row, int col) const { return m_grid->TextMatrix(row, col); }
 
-void EditorForm::writeCell(int row, int col, const std::string& text)
-{
-    m_grid->setTextMatrix(row, col, fromUtf8(text));
-}
+void EditorForm::writeCell(int row, int col, const std::string& text) { m_history->setText(row, col, text); }
 
 std::string EditorForm::boxText() const { return std::string(Trim(toUtf8(m_box->text()))); }
 

@@ -5,10 +5,12 @@
 #include "editors/EditorFile.h"
 #include "editors/EditorRules.h"
 #include "editors/EditorTable.h"
+#include "editors/windows/EditHistory.h"
 #include "ui/Form.h"
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -82,6 +84,8 @@ private:
     CellPlace activeCell() const;
     bool moveByKey(const QKeyEvent& key);
     bool amendCell();
+    bool stepBack(bool back);
+    void enterChanged(const EditStep& step);
     void copyAll();
     void addToGridMenu();
     void typeIntoCell(QKeyEvent& key);
@@ -103,5 +107,6 @@ private:
     std::vector<QLineEdit*> m_frameBoxes;
     QBoxLayout* m_buttons = nullptr;
     std::vector<KeptBytes> m_keptFrames;  // see EditorContent
-    std::string m_asRead;                 // the file's bytes at the load or the last save
+    std::unique_ptr<EditHistory> m_history;
+    std::string m_asRead;  // the file's bytes at the load or the last save
 };

@@ -59,6 +59,8 @@ void EditorForm::makeControls()
 
     m_grid = control<MSFlexGrid>(toUtf8(named("Msfg", m_table.stem)).c_str());
     m_grid->setLastColumnFills(true);
+    m_history =
+        std::make_unique<EditHistory>(*m_grid, m_frameBoxes, [this](const EditStep& step) { enterChanged(step); });
     addToGridMenu();
     all->addWidget(m_grid, 1);
     on(m_grid, &MSFlexGrid::MouseDown, [](int mouseButton, int, int) { gGridLeftDown = mouseButton == 1; });

@@ -1,25 +1,16 @@
-// Comfort that changes no rule: the box over its cell, arrow and page keys, blocks from a spreadsheet.
+// Comfort that changes no rule: the box over its cell, and the keys to which the pattern gives no meaning.
 
 #include "editors/windows/EditorForm.h"
-#include "editors/windows/frmZt.h"
 #include "ui/MSFlexGrid.h"
 #include "ui/Twips.h"
 
-#include <QApplication>
-#include <QClipboard>
 #include <QContextMenuEvent>
-#include <QDropEvent>
+#include <QCoreApplication>
 #include <QKeyEvent>
-#include <QMenu>
-#include <QMimeData>
-#include <QMouseEvent>
 
 #include <algorithm>
-#include <memory>
 
 namespace {
-
-const QString kCopyAll = QStringLiteral("复制整表含表头");
 
 constexpr int kInset = 45;  // twips from a cell's place to the box over it
 
@@ -76,28 +67,52 @@ std::function<bool(int)> EditorForm::keysOf(int col) const
 
 bool EditorForm::commandKey(const QKeyCombination& key)
 {
+    constexpr auto kCtrlShift = Qt::ControlModifier | Qt::ShiftModifier;
     if (key == QKeyCombination(Qt::Key_F2)) return amendCell();
-    if (key != QKeyCombination(Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_C)) return false;
+    if (key == QKeyCombination(Qt::ControlModifier, Qt::Key_Z)) return stepBack(true);
+    if (key == QKeyCombination(Qt::ControlModifier, Qt::Key_Y)) return stepBack(false);
+    if (key == QKeyCombination(kCtrlShift, Qt::Key_Z)) return stepBack(false);
+    if (key != QKeyCombination(kCtrlShift, Qt::Key_C)) return false;
     copyAll();
     return true;
 }
 
-/// All rows with their header, what is being typed included.
-void EditorForm::copyAll()
+/// What is being typed into a box is taken back before any step. False where there is nothing to do.
+bool EditorForm::stepBack(bool back)
 {
-    CommitCell();
-    if (const QString all = m_grid->wholeText(); !all.isEmpty()) QApplication::clipboard()->setText(all);
+    auto* typing = qobject_cast<QLineEdit*>(focusWidget());
+    if (typing && (back ? typing->isUndoAvailable() : typing->isRedoAvailable())) {
+        if (back)
+            typing->undo();
+        else
+            typing->redo();
+        if (back && typing == m_box) m_history->boxUndone(boxText());
+        return true;
+    }
+    QUndoStack& stack = m_history->stack();
+    if (!(back ? stack.canUndo() : stack.canRedo())) return false;
+    if (back)
+        stack.undo();
+    else
+        stack.redo();
+    return true;
 }
 
-/// The box over its cell, the text kept and the cursor behind it.
-bool EditorForm::amendCell()
+/// Enters the cell of a step that was undone or done again, as a click does without the rules of the left button.
+void EditorForm::enterChanged(const EditStep& step)
 {
-    const auto [row, col] = activeCell();
-    if (m_table.lastColumn() < 1 || !(m_box->hasFocus() || m_grid->hasFocus())) return false;
-    if (!m_box->hasFocus() && !enterCell(row, col)) return true;
-    m_box->deselect();
-    m_box->end(false);
-    return true;
+    Edited = true;
+    if (step.row < 1) {
+        auto* box = m_frameBoxes.at(std::get<EditStep::Frame>(step.changes.front()).box);
+        box->setFocus();
+        box->selectAll();
+        return;
+    }
+    const int row = std::min(step.row, m_grid->Rows() - 1);
+    m_grid->setRow(row);
+    m_grid->setCol(step.col);
+    takeCell(row, step.col);  // before anything scrolls: the box shows what the cell says now
+    enterCell(row, step.col);
 }
 
 /// A character typed on a cell of the grid opens the box with it. One that the column refuses opens nothing.
@@ -142,116 +157,6 @@ bool EditorForm::moveByKey(const QKeyEvent& key)
     m_grid->setCol(col);
     enterCell(row, col);
     return true;
-}
-
-/// False where the text is no block: it goes into the box as it is.
-bool EditorForm::pasteBlock(const QString& text)
-{
-    if (m_table.lastColumn() < 1 || !IsBlock(toUtf8(text))) return false;
-    CommitCell();
-    const auto [row, col] = activeCell();
-    const BlockPaste paste = PlanPaste(m_table, m_grid->text(), row, col, toUtf8(text));
-    if (paste.refusal) {
-        dialogs().box(*paste.refusal);
-        return true;
-    }
-    if (!TakesConverted(paste.converted, this)) return true;
-    if (paste.rows > m_grid->Rows()) {
-        m_grid->setRows(paste.rows);
-        RenumberGrid(*m_grid);
-    }
-    for (const CellText& cell : paste.cells) writeCell(cell.row, cell.col, cell.text);
-    if (!paste.cells.empty()) Edited = true;
-    if (boxHasCell()) showCellText();
-    return true;
-}
-
-/// Cells pasted from a spreadsheet into a frame box go into that box and those after it, a single one where the cursor
-/// stands. False where the text is no block.
-bool EditorForm::pasteOverFrames(std::size_t at, const QString& text)
-{
-    if (!IsBlock(toUtf8(text))) return false;
-    const FramePaste paste = PlanFramePaste(m_table, at, toUtf8(text));
-    const auto cells = BlockCells(toUtf8(text));
-    const bool single = cells.size() == 1 && cells.front().size() == 1;
-    if (paste.refusal) dialogs().box(*paste.refusal);
-    if (paste.refusal || !TakesConverted(paste.converted, this)) return true;
-    if (single) m_frameBoxes[at]->insert(paste.texts.empty() ? QString() : fromUtf8(paste.texts.front().second));
-    for (const auto& [box, piece] : paste.texts)
-        if (!single) m_frameBoxes[box]->setText(fromUtf8(piece));
-    return true;
-}
-
-/// False where the text goes in as any other.
-bool EditorForm::paste(QObject* into, const QString& text)
-{
-    const auto frame = std::find(m_frameBoxes.begin(), m_frameBoxes.end(), into);
-    return frame == m_frameBoxes.end() ? pasteBlock(text)
-                                       : pasteOverFrames(static_cast<std::size_t>(frame - m_frameBoxes.begin()), text);
-}
-
-/// A block on its way in, however it comes: by key, by the middle button, dropped.
-bool EditorForm::pasteEvent(QObject* watched, QEvent* event)
-{
-    switch (event->type()) {
-    case QEvent::KeyPress:
-        return static_cast<QKeyEvent*>(event)->matches(QKeySequence::Paste) &&
-               paste(watched, QApplication::clipboard()->text());
-    case QEvent::MouseButtonRelease:
-        return static_cast<QMouseEvent*>(event)->button() == Qt::MiddleButton && watched != m_grid &&
-               paste(watched, QApplication::clipboard()->text(QClipboard::Selection));
-    case QEvent::Drop: {
-        auto& drop = *static_cast<QDropEvent*>(event);
-        if (!paste(watched, drop.mimeData()->text())) return false;
-        drop.setDropAction(Qt::CopyAction);
-        drop.accept();
-        return true;
-    }
-    default:
-        return false;
-    }
-}
-
-void EditorForm::showBoxMenu(const QPoint& at)
-{
-    QMenu menu(this);
-    const auto add = [&](const QString& caption, bool enabled, auto action) {
-        menu.addAction(caption, this, action)->setEnabled(enabled);
-    };
-    const QString clip = QApplication::clipboard()->text();
-    add(QStringLiteral("撤销"), m_box->isUndoAvailable(), [this] { m_box->undo(); });
-    menu.addSeparator();
-    add(QStringLiteral("剪切"), m_box->hasSelectedText(), [this] { m_box->cut(); });
-    add(QStringLiteral("复制"), m_box->hasSelectedText(), [this] { m_box->copy(); });
-    add(QStringLiteral("粘贴"), !clip.isEmpty(), [this, clip] {
-        if (!pasteBlock(clip)) m_box->paste();
-    });
-    menu.addSeparator();
-    add(QStringLiteral("全选"), !m_box->text().isEmpty(), [this] { m_box->selectAll(); });
-    add(kCopyAll, true, [this] { copyAll(); });
-    menu.exec(at);
-}
-
-/// What the grid's right click has beyond copying the selection.
-void EditorForm::addToGridMenu()
-{
-    auto* all = m_grid->contextMenu()->addAction(kCopyAll, this, [this] { copyAll(); });
-    all->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_C);
-    all->setShortcutContext(Qt::WidgetShortcut);  // shown here; commandKey acts on it
-}
-
-void EditorForm::showFrameMenu(QLineEdit& box, const QPoint& at)
-{
-    const std::unique_ptr<QMenu> menu(box.createStandardContextMenu());
-    const QString caption = QLineEdit::tr("&Paste");  // before its key
-    for (auto* entry : menu->actions()) {
-        if (!entry->text().startsWith(caption)) continue;
-        entry->disconnect(&box);
-        connect(entry, &QAction::triggered, this, [this, &box] {
-            if (!paste(&box, QApplication::clipboard()->text())) box.paste();
-        });
-    }
-    menu->exec(at);
 }
 
 bool EditorForm::eventFilter(QObject* watched, QEvent* event)

@@ -1,10 +1,13 @@
 set(sources
     ChoiceForm.cpp
     ChoiceForm.h
+    EditHistory.cpp
+    EditHistory.h
     EditorForm.cpp
     EditorForm.h
     EditorFormControls.cpp
     EditorFormMoves.cpp
+    EditorFormPaste.cpp
     SlopeForm.h
     frmBpjs.cpp
     frmBpjs.h
