@@ -4,6 +4,7 @@
 #include "app/Icons.h"
 #include "app/ListMenu.h"
 #include "app/MenuCommands.h"
+#include "app/RoadFoot.h"
 #include "app/WaysOut.h"
 #include "app/frmNewProjects.h"
 #include "base/FileError.h"
@@ -18,7 +19,6 @@
 #include "project/LoadProject.h"
 #include "project/ProjectFolders.h"
 #include "project/Workspace.h"
-#include "screens/windows/RoadLine.h"
 #include "ui/DocumentWindow.h"
 #include "ui/Layout.h"
 #include "ui/Theme.h"
@@ -43,8 +43,7 @@ frmMain::frmMain()
       Label2(control<QLabel>("Label2", QStringLiteral("手机版参数"))), lstSj(control<ListBox>("lstSj")),
       butZh(button("butZh", QStringLiteral("转 换"), &frmMain::butZh_Click)),
       butDel(button("butDel", QStringLiteral("移 除"), &frmMain::butDel_Click)),
-      cmdExit(control<XPButton>("cmdExit", QStringLiteral("退出程序"))), m_road(control<RoadLine>("lblRoad")),
-      m_views(control<QLabel>("lblViews"))
+      cmdExit(control<XPButton>("cmdExit", QStringLiteral("退出程序"))), m_foot(new RoadFoot(this))
 {
     setModal(false);
     setWindowFlags(Qt::Window);
@@ -55,18 +54,6 @@ frmMain::frmMain()
     on(lstProjects, &QWidget::customContextMenuRequested, [this](const QPoint& at) { showListMenu(at); });
     onIdle(lstProjects, &ListBox::DblClick, &frmMain::cmdOpenProjects_Click);
     on(cmdExit, &XPButton::Click, [this] { leave(); });
-    m_views->setText(QStringLiteral("<a href=\"plan\">平面图</a>&nbsp; <a href=\"profile\">纵断面图</a>&nbsp; "
-                                    "<a href=\"section\">横断面图</a>"));
-    m_views->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
-    m_views->setToolTip(QStringLiteral("看打开的线路（F6、F7、F8）"));
-    on(m_views, &QLabel::linkActivated, [this](const QString& which) {
-        if (m_hanging) return;
-        if (which == u"plan") openPlan(this);
-        if (which == u"profile") openProfile(this);
-        if (which == u"section") openSection(this);
-        refreshRoad();
-    });
-    refreshRoad();
     WhenLoadHangs([this] { leaveOnlyTheWaysOut(); });
     new ViewKeys(this);
     new HelpKey(this);
@@ -80,7 +67,7 @@ void frmMain::onIdle(Sender* sender, Signal signal, Handler handler)
     on(sender, signal, [this, handler] {
         if (m_hanging) return;
         (this->*handler)();
-        refreshRoad();
+        m_foot->afterWork();
     });
 }
 
@@ -109,7 +96,7 @@ void frmMain::makeCommands()
             on(action, &QAction::triggered, [this, open = command.open] {
                 if (m_hanging) return;
                 open(this);
-                refreshRoad();
+                m_foot->afterWork();
             });
         }
         action->setObjectName(QString::fromUtf8(command.name));
@@ -141,21 +128,9 @@ void frmMain::layOut()
     all->setMenuBar(m_menuBar);
     all->addWidget(tbarMain);
     all->addLayout(lists, 1);
-    auto* line = new QHBoxLayout;
-    line->setContentsMargins(theme::kMargin, 0, theme::kMargin, theme::kGrid);
-    line->setSpacing(theme::kGrid);
-    line->addWidget(m_road, 1);
-    line->addWidget(m_views);
-    all->addLayout(line);
+    all->addWidget(m_foot);
     fitToContent(*this, {680, 464});
     lstProjects->setFocus();
-}
-
-/// The road that is open, and the ways to see it once there is one.
-void frmMain::refreshRoad()
-{
-    m_road->refresh();
-    m_views->setVisible(canBeSeen());
 }
 
 /// The menu of the project under the mouse, or of the selected one where the menu key was pressed; else of the list.
@@ -176,7 +151,8 @@ void frmMain::showListMenu(const QPoint& at)
         entry->setObjectName(QString::fromUtf8(command.name));
         on(entry, &QAction::triggered, [this, run = command.run, project] {
             run(this, *lstProjects, project);
-            refreshRoad();
+            m_foot->fileReplaced(project);
+            m_foot->afterWork();
         });
     }
     menu->popup(lstProjects->viewport()->mapToGlobal(at));
@@ -194,7 +170,9 @@ void frmMain::Form_Unload() { leave(); }
 bool frmMain::Form_KeyPress(int keyAscii)
 {
     if (keyAscii != 13 || focusWidget() != lstProjects || lstProjects->ListIndex() < 0) return false;
-    if (!m_hanging) cmdOpenProjects_Click();
+    if (m_hanging) return true;
+    cmdOpenProjects_Click();
+    m_foot->afterWork();
     return true;
 }
 
@@ -233,7 +211,7 @@ void frmMain::cmdOpenProjects_Click()
     if (refuseNoSelection(*lstProjects)) return;
     gProject = Trim(toUtf8(lstProjects->Text()));
     LoadProject();
-    refreshRoad();
+    m_foot->refresh();
     // Said whatever the load met, a stake in a chainage gap included.
     showBox(QStringLiteral("打开项目成功！"), QString(), Icon::Information);
     for (auto* action : m_needProject) action->setEnabled(true);
@@ -285,6 +263,7 @@ void frmMain::tellFileErrors(const std::function<void()>& body)
 void frmMain::leaveOnlyTheWaysOut()
 {
     m_hanging = true;
+    m_foot->retire();
     for (auto* window : QApplication::topLevelWidgets())
         if (window != this && qobject_cast<Form*>(window)) window->hide();
     m_waysOut = std::make_unique<WaysOut>(*this, *cmdExit);

@@ -15,7 +15,7 @@
 
 class QMenuBar;
 class QToolBar;
-class RoadLine;
+class RoadFoot;
 class WaysOut;
 class XPButton;
 
@@ -56,7 +56,6 @@ private:
     static void tellFileErrors(const std::function<void()>& body);
     void leaveOnlyTheWaysOut();
     void leave();
-    void refreshRoad();
 
     // In the order of the tab key.
     QMenuBar* m_menuBar;
@@ -67,8 +66,7 @@ private:
     QLabel* Label2;
     ListBox* lstSj;
     XPButton *butZh, *butDel, *cmdExit;
-    RoadLine* m_road;
-    QLabel* m_views;
+    RoadFoot* m_foot;
     QList<QAction*> m_needProject;  ///< enabled by the first project that is opened, never disabled again
     bool m_hanging = false;         ///< a load never comes back
     std::unique_ptr<WaysOut> m_waysOut;

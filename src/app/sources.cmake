@@ -1,4 +1,6 @@
 set(sources
+    CheckTurns.cpp
+    CheckTurns.h
     Help.cpp
     Help.h
     Icons.cpp
@@ -9,6 +11,8 @@ set(sources
     ListMenu.h
     MenuCommands.cpp
     MenuCommands.h
+    RoadFoot.cpp
+    RoadFoot.h
     Start.cpp
     Start.h
     WaysOut.cpp
@@ -19,6 +23,8 @@ set(sources
     frmFz.h
     frmHf.cpp
     frmHf.h
+    frmJc.cpp
+    frmJc.h
     frmMain.cpp
     frmMain.h
     frmNewProjects.cpp

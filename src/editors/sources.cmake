@@ -5,6 +5,8 @@ set(sources
     EditorRules.h
     EditorTable.cpp
     EditorTable.h
+    TextPlace.cpp
+    TextPlace.h
     Wizard.cpp
     Wizard.h
     WizardState.cpp

@@ -1,12 +1,15 @@
 #pragma once
 // Every window of the program, one after the other, filled as in use, on a workspace of its own with the samples in it.
 
+#include "app/CheckTurns.h"
 #include "app/ListBox.h"
 #include "app/frmAbout.h"
 #include "app/frmFz.h"
 #include "app/frmHf.h"
+#include "app/frmJc.h"
 #include "app/frmMain.h"
 #include "app/frmNewProjects.h"
+#include "base/FileBytes.h"
 #include "controls/XPButton.h"
 #include "editors/windows/frmBpjs.h"
 #include "editors/windows/frmCg.h"
@@ -56,7 +59,9 @@
 #include <QTemporaryDir>
 
 #include <filesystem>
+#include <fstream>
 #include <functional>
+#include <string>
 
 namespace every_window {
 
@@ -201,6 +206,29 @@ inline void showViews(const Seen& seen)
     });
 }
 
+/// What the check finds in the project after some slips of the hand, which are undone again.
+inline void showCheck(const Seen& seen)
+{
+    const auto exchange = [](std::string_view file, const std::string& from, const std::string& to) {
+        const std::string path = ProjectPath(gProject) + "/" + std::string(file);
+        std::string bytes = ReadBytes(path);
+        const auto at = bytes.find(from);
+        if (at == std::string::npos) qFatal("%s does not hold %s", path.c_str(), from.c_str());
+        std::ofstream(path, std::ios::binary) << bytes.replace(at, from.size(), to);
+    };
+    const std::tuple<std::string_view, const char*, const char*> slips[] = {
+        {files::horizontal, "2857049.832", "28570a9.832"},
+        {files::vertical, "13960,", "13060,"},
+        {files::superelevation, ",12972.609,-2,-2", ",12972.609,-2"}};
+    for (const auto& [file, right, wrong] : slips) exchange(file, right, wrong);
+    CheckTurns turns;
+    turns.start();
+    while (turns.running()) QApplication::processEvents(QEventLoop::AllEvents, 20);
+    frmJc found(turns);
+    show(seen, found);
+    for (const auto& [file, right, wrong] : slips) exchange(file, wrong, right);
+}
+
 inline void showExchange(const Seen& seen)
 {
     std::vector<std::string> report;
@@ -216,6 +244,7 @@ inline void showExchange(const Seen& seen)
     frmHf kept(QStringLiteral("示例一"));
     kept.findChild<ListBox*>(QStringLiteral("lstHf"))->setCurrentRow(0);
     show(seen, kept);
+    showCheck(seen);
     frmScbj compared(shared.tables, {{"A1", 2856486.512, 512730.907, {}}, {"A2", 2856540.203, 512815.415, 52.31}});
     type(compared, {{"txtScbjPm", "0.02"}, {"txtScbjGc", "0.02"}});
     shown(compared);

@@ -11,12 +11,19 @@
 #include "ui/MSFlexGrid.h"
 
 #include <QGuiApplication>
+#include <QTimer>
+
+#include <utility>
 
 namespace {
 
 constexpr int kEnter = 13;
 
+std::function<void()> whenSaved;
+
 }  // namespace
+
+void WhenSaved(std::function<void()> run) { whenSaved = std::move(run); }
 
 void EditorForm::Form_Resize()
 {
@@ -58,6 +65,25 @@ bool EditorForm::enterCell(int row, int col)
     m_box->raise();
     m_box->setFocus();
     return true;
+}
+
+void EditorForm::openAt(const TextPlace& place)
+{
+    if (place.file != m_table.file) return;
+    QTimer::singleShot(0, this, [this, line = place.line, field = place.field] {
+        const auto at = isVisible() ? PlaceInEditor(m_table, m_asRead, line, field) : std::nullopt;
+        if (!at) return;
+        runHandler([&] {
+            if (at->row == 0) {
+                m_frameBoxes.at(at->frameBox)->setFocus();
+                m_frameBoxes.at(at->frameBox)->selectAll();
+                return;
+            }
+            m_grid->setRow(at->row);
+            m_grid->setCol(at->col);
+            enterCell(at->row, at->col);
+        });
+    });
 }
 
 bool EditorForm::takeCell(int row, int col)
@@ -197,6 +223,7 @@ void EditorForm::cmdSave_Click()
         if (m_table.loadsProject) LoadProject();
         attempt([this] { m_asRead = EditorFileBytes(m_table); });
         showRoad();
+        if (whenSaved) whenSaved();
     });
 }
 

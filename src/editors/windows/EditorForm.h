@@ -5,6 +5,7 @@
 #include "editors/EditorFile.h"
 #include "editors/EditorRules.h"
 #include "editors/EditorTable.h"
+#include "editors/TextPlace.h"
 #include "editors/windows/EditHistory.h"
 #include "ui/Form.h"
 
@@ -33,6 +34,11 @@ public:
     bool EnterStarted = false;  ///< Enter has been pressed in the window
 
     const EditorTable& table() const { return m_table; }
+
+    /// Once the form is shown, the cell of that place is entered as a click enters it, without the rule of the mouse;
+    /// of the lines above and below the rows, the box gets the focus. A place that the form does not show changes
+    /// nothing.
+    void openAt(const TextPlace& place);
 
 protected:
     /// A further button of the window, placed before 返 回 and 保 存.
@@ -110,3 +116,6 @@ private:
     std::unique_ptr<EditHistory> m_history;
     std::string m_asRead;  // the file's bytes at the load or the last save
 };
+
+/// Runs after each 保 存 of an editor that has written its file, when its box is gone. An empty one takes it back.
+void WhenSaved(std::function<void()> run);

@@ -44,6 +44,12 @@ frmBpjs::frmBpjs(QWidget* parent)
                         note, ui::buttonRow({ok, cancel})});
 }
 
+void frmBpjs::openAt(const TextPlace& place)
+{
+    QLineEdit* const boxes[] = {txtTfJs, txtWfJs, txtXzcs};
+    if (place.file == files::settings && place.line >= 3 && place.line <= 5) boxes[place.line - 3]->setFocus();
+}
+
 void frmBpjs::Form_Load()
 {
     SlopeSettings stored;

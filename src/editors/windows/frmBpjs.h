@@ -1,6 +1,7 @@
 #pragma once
 // How many slope grades the project uses.
 
+#include "editors/TextPlace.h"
 #include "ui/Form.h"
 
 #include <optional>
@@ -9,6 +10,8 @@ class frmBpjs : public Form {
     Q_OBJECT
 public:
     explicit frmBpjs(QWidget* parent = nullptr);
+
+    void openAt(const TextPlace& place);  ///< the box of that line of 其他参数.txt gets the focus
 
 protected:
     void Form_Load() override;

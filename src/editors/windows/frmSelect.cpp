@@ -30,20 +30,24 @@
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QRadioButton>
+#include <QTimer>
 
 #include <algorithm>
 #include <utility>
 
 namespace {
 
+/// @param place  where to begin, if anywhere
 template <class F>
-void open(QWidget* over)
+void open(QWidget* over, const TextPlace* place)
 {
     F form(over);
+    if constexpr (requires { form.openAt(*place); })
+        if (place) form.openAt(*place);
     form.showModal();
 }
 
-constexpr std::pair<std::string_view, void (*)(QWidget*)> kForms[] = {
+constexpr std::pair<std::string_view, void (*)(QWidget*, const TextPlace*)> kForms[] = {
     {"frmDxd", open<frmDxd>},     {"frmPqxSelect", open<frmPqxSelect>},
     {"frmJdpqx", open<frmJdpqx>}, {"frmJmpqx", open<frmJmpqx>},
     {"frmSqx", open<frmSqx>},     {"frmSelectCg", open<frmSelectCg>},
@@ -128,13 +132,24 @@ bool frmSelect::Form_KeyPress(int keyAscii)
     return true;
 }
 
-void frmSelect::cmdSelectNext_Click()
+void frmSelect::openAt(int option, const TextPlace& place)
+{
+    QTimer::singleShot(0, this, [this, option, place] {
+        auto* chosen = m_options->button(option);
+        if (!isVisible() || !chosen) return;
+        chosen->setChecked(true);
+        chosen->setFocus();
+        runHandler([&] { goOn(&place); });
+    });
+}
+
+void frmSelect::goOn(const TextPlace* place)
 {
     try {
         const WizardStep step = NextStep(m_option);
         if (step.message) dialogs().box(*step.message);
         for (const auto& [name, show] : kForms)
-            if (name == step.form) show(this);
+            if (name == step.form) show(this, place);
         m_road->refresh();
         showStates();
     } catch (const FileError& error) {  // the settings, which decide what opens

@@ -1,6 +1,7 @@
 #pragma once
 // The parameter wizard: which group of parameters to edit.
 
+#include "editors/TextPlace.h"
 #include "ui/Form.h"
 
 #include <cstdint>
@@ -15,6 +16,9 @@ class frmSelect : public Form {
 public:
     explicit frmSelect(QWidget* parent = nullptr);
 
+    /// Once the wizard is shown it chooses that option and goes on to its window, at the place where that shows it.
+    void openAt(int option, const TextPlace& place);
+
     /// Esc goes the way of 返 回: what was edited is loaded.
     void reject() override
     {
@@ -27,8 +31,9 @@ protected:
     bool Form_KeyPress(int keyAscii) override;  ///< Enter on an option goes on
 
 private:
-    void cmdSelectNext_Click();
+    void cmdSelectNext_Click() { goOn(nullptr); }
     void cmdSelectBack_Click();
+    void goOn(const TextPlace* place);
 
     void showStates();
 
