@@ -70,6 +70,7 @@ bool holdsParameterFile(const std::string& folder)
 std::optional<Loaded> loadProject(const std::string& folder, std::ostream& err)
 {
     const Loaded loaded = loadOpenProject();
+    for (const auto& lost : loaded.notKept) err << lost << '\n';
     if (const auto& place = loaded.neverEnds) {
         err << "参数文件无法读取：" << folder << "/" << place->file << "，第" << place->line
             << (place->line > 1 ? "行及以前没有一行含有逗号\n" : "行没有逗号\n");

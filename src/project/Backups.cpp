@@ -117,13 +117,15 @@ void keep(const std::string& project, std::string_view file, const std::string& 
     }
 }
 
-void keepOf(const std::string& project, std::string_view file, const std::string& bytes)
+bool keepOf(const std::string& project, std::string_view file, const std::string& bytes)
 {
     try {
         keep(project, file, bytes);
         openRoad.notKept.clear();
+        return true;
     } catch (const FileError& error) {
         openRoad.notKept = std::string(file).append(" 没有备份：").append(error.reason());
+        return false;
     }
 }
 
@@ -134,9 +136,9 @@ std::string BackupPath(const std::string& project)
     return IsFolderName(project) ? root() + "/" + project : ProjectPath("");
 }
 
-void keepReplaced(std::string_view file, const std::string& bytes)
+bool keepReplaced(std::string_view file, const std::string& bytes)
 {
-    if (gProjectFolder.empty()) keepOf(gProject, file, bytes);
+    return !gProjectFolder.empty() || keepOf(gProject, file, bytes);
 }
 
 int rowsIn(std::string_view bytes)

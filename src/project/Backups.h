@@ -12,7 +12,8 @@ std::string BackupPath(const std::string& project);
 /// Before a file of the current project is replaced: these bytes are kept, unless they are the last ones kept of it.
 /// Never throws: what fails is in openRoad.notKept and stands in the line of the windows until a later one is kept.
 /// @param file  its name, such as 平曲线参数.txt
-void keepReplaced(std::string_view file, const std::string& bytes);
+/// @return false where it failed
+bool keepReplaced(std::string_view file, const std::string& bytes);
 
 /// Rows of a file as its editor would count them, but for first and last lines that are no rows: lines with a comma.
 int rowsIn(std::string_view bytes);

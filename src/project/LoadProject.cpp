@@ -25,7 +25,10 @@ void cleanFiles(Loaded& met)
                             files::superelevation, files::widths}) {
         met.attemptFile([&] {
             const auto path = ParameterFile(file);
-            if (FileExists(path)) RemoveBlankLines(path, [&](const auto& bytes) { keepReplaced(file, bytes); });
+            if (!FileExists(path)) return;
+            RemoveBlankLines(path, [&](const auto& bytes) {
+                if (!keepReplaced(file, bytes)) met.notKept.push_back(openRoad.notKept);
+            });
         });
     }
 }

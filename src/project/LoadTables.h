@@ -32,6 +32,8 @@ struct Loaded {
     /// The files whose rows went into the tables, in their order. Where the load was cut at a gap, the last of them is
     /// the one that holds the stake, and stands in the tables in part.
     std::vector<std::string> compiled = {};
+    /// Files whose cleaning dropped a line with text, and of which no copy could be kept: which, and why, in Chinese.
+    std::vector<std::string> notKept = {};
 
     /// Runs one statement as attempt does, and remembers the file that it could not read.
     template <class Statement>
