@@ -25,6 +25,7 @@ frmZt::frmZt(const std::vector<Converted>& converted) : Form(u"frmZt"_s, u"粘�
     for (const Converted& one : converted) grid->appendRow({{one.where, one.printed, one.taken}, {}});
     grid->holdBack(false);
     grid->scrollToTop();
+    grid->clearSelection();  // a list to read, not to type into
 
     auto* take = control<XPButton>("cmdZtOk", u"填 入"_s);
     auto* leave = control<XPButton>("cmdZtCancel", u"取 消"_s);
