@@ -1,10 +1,17 @@
 // Keys to which the pattern gives no meaning: F2 and typing on a cell of the grid, what a filter says.
 
 #include "editors/EditorWindow.h"
+#include "editors/windows/frmCg.h"
+#include "editors/windows/frmCgkd.h"
+#include "editors/windows/frmDl.h"
 #include "editors/windows/frmDxd.h"
+#include "editors/windows/frmJdpqx.h"
 #include "editors/windows/frmJmpqx.h"
 #include "editors/windows/frmSqx.h"
+#include "editors/windows/frmTfy.h"
 #include "editors/windows/frmTfz.h"
+#include "editors/windows/frmWfy.h"
+#include "editors/windows/frmWfz.h"
 #include "support/QtTests.h"
 
 #include <QToolTip>
@@ -169,6 +176,50 @@ private slots:
         e.w.grid.setFocus();
         e.w.type("7");
         QCOMPARE(e.w.state(), "1,1 cur 1,1 rows 2 E- [7]");
+    }
+
+    /// The filters themselves are told column by column in EditorTable_test; here each cell is asked.
+    void everyColumnOfEveryEditorTakesItsOwnCharacters()
+    {
+        const ScriptedDialogs dialogs;
+        const ScriptedPlatform seams;
+        const ProjectFolder folder{{"其他参数.txt", "交点法\r\n线性\r\n2\r\n10\r\n0\r\n"}};
+        const auto check = [](EditorForm& form) {
+            const EditorWindow w(form);
+            for (int col = 1; col <= form.table().lastColumn(); ++col) {
+                const KeyFilter filter = form.table().columns[static_cast<std::size_t>(col)].filter;
+                for (const char* typed : {"-", "x", "5", "."}) {
+                    const bool number = *typed == '5' || *typed == '.';
+                    const bool taken =
+                        number || filter == KeyFilter::Any || (*typed == '-' && filter == KeyFilter::Signed);
+                    w.grid.setFocus();
+                    w.box.hide();
+                    w.grid.setCol(col);
+                    w.type(typed);
+                    QCOMPARE(w.box.isVisible(), taken);
+                    if (taken) QCOMPARE(w.box.text(), typed);
+                    if (!taken) QCOMPARE(told(), filter == KeyFilter::Signed ? kSigned : kUnsigned);
+                    w.box.setText({});
+                    QVERIFY(!form.EnterStarted);
+                }
+            }
+        };
+        frmJdpqx jd;
+        frmJmpqx jm;
+        frmSqx sqx;
+        frmCg cg;
+        frmCgkd cgkd;
+        frmDxd dxd;
+        frmDl dl;
+        frmTfz tfz;
+        frmTfy tfy;
+        frmWfz wfz;
+        frmWfy wfy;
+        for (EditorForm* form :
+             std::initializer_list<EditorForm*>{&jd, &jm, &sqx, &cg, &cgkd, &dxd, &dl, &tfz, &tfy, &wfz, &wfy}) {
+            check(*form);
+            form->hide();
+        }
     }
 
     void aSwallowedCharacterSaysWhatTheColumnTakes()
