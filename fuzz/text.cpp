@@ -1,9 +1,11 @@
-// Code page, UTF-16 files, lines and folder names from any bytes.
+// Code page, UTF-16 files, lines, folder names, blocks of cells and printed numbers from any bytes.
 
 #include "base/CodePage.h"
+#include "base/DesignNumber.h"
 #include "base/Lines.h"
 #include "base/ReplaceFile.h"
 #include "base/RunTimeError.h"
+#include "base/TabText.h"
 #include "base/Utf16File.h"
 #include "project/Workspace.h"
 
@@ -43,6 +45,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const auto& line : lines) require(line.find("\r\n") == std::string::npos);
 
     if (IsFolderName(bytes)) require(bytes.find('/') == std::string::npos && bytes != ".." && !bytes.empty());
+
+    const auto rows = RowsOfTabText(bytes);
+    require(RowsOfTabText(TabText(rows)) == rows);
+
+    for (const auto quantity : {Quantity::Plain, Quantity::Stake, Quantity::Slope, Quantity::Angle})
+        if (const auto number = PlainNumber(bytes, quantity)) {
+            require(number->find_first_not_of("0123456789.-") == std::string::npos);
+            require(PlainNumber(*number, quantity) == number);
+        }
 
     static const std::string file = scratch();
     WriteBytes(file, bytes);
