@@ -109,12 +109,13 @@ with_windows() {
     exec {screen}< <(exec Xvfb -displayfd 1 -screen 0 2100x1300x24 -noreset 2> /dev/null)
     DISPLAY_OF_WINE=$!
     read -r DISPLAY <&"$screen"
-    export DISPLAY=:$DISPLAY WINEDLLOVERRIDES=mscoree,mshtml=
+    export DISPLAY=:$DISPLAY 'WINEDLLOVERRIDES=mscoree,mshtml,winedbg.exe='
     trap '/usr/lib/wine/wineserver64 --kill || true; kill $DISPLAY_OF_WINE' EXIT
     "$VM_WINE" wineboot --init > "$checkout/build/wine.log" 2>&1
     {
         printf 'REGEDIT4\n\n[HKEY_CURRENT_USER\\Software\\Wine\\Fonts\\Replacements]\n'
         printf '"%s"="Noto Sans CJK SC"\n' "MS Shell Dlg" "MS Shell Dlg 2" Tahoma "Segoe UI" "Microsoft YaHei UI"
+        printf '\n[HKEY_CURRENT_USER\\Software\\Wine]\n"Version"="win10"\n'
         printf '\n[HKEY_CURRENT_USER\\Software\\Wine\\Explorer]\n"Desktop"="Default"\n'
         printf '\n[HKEY_CURRENT_USER\\Software\\Wine\\Explorer\\Desktops]\n"Default"="2100x1300"\n'
     } > "$checkout/build/desktop.reg"

@@ -136,8 +136,8 @@ private slots:
 
         int files = 0;
         for (const auto& entry : std::filesystem::directory_iterator(std::string(VM_SOURCE_DIR) + "/samples/示例一")) {
-            const std::string name = entry.path().filename();
-            QVERIFY2(ProjectFolder::bytesOf(entry.path()) == folder.bytes(name), name.c_str());
+            const std::string name = entry.path().filename().string();
+            QVERIFY2(ProjectFolder::bytesOf(entry.path().string()) == folder.bytes(name), name.c_str());
             ++files;
         }
         QCOMPARE(files, 11);
