@@ -114,7 +114,7 @@ with_windows() {
     "$VM_WINE" wineboot --init > "$checkout/build/wine.log" 2>&1
     {
         printf 'REGEDIT4\n\n[HKEY_CURRENT_USER\\Software\\Wine\\Fonts\\Replacements]\n'
-        printf '"%s"="Noto Sans CJK SC"\n' "MS Shell Dlg" "MS Shell Dlg 2" Tahoma "Segoe UI" "Microsoft YaHei UI"
+        printf '"%s"="Noto Sans CJK SC"\n' "MS Shell Dlg" "MS Shell Dlg 2" Tahoma "Segoe UI" "Microsoft YaHei UI" SimSun
         printf '\n[HKEY_CURRENT_USER\\Software\\Wine]\n"Version"="win10"\n'
         printf '\n[HKEY_CURRENT_USER\\Software\\Wine\\Explorer]\n"Desktop"="Default"\n'
         printf '\n[HKEY_CURRENT_USER\\Software\\Wine\\Explorer\\Desktops]\n"Default"="2100x1300"\n'

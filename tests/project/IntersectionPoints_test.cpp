@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <numbers>
 
 namespace {
 
@@ -36,7 +37,7 @@ double tangent(double r, double ls, double degrees)
 {
     const double p = ls * ls / (24 * r) - std::pow(ls, 4) / (2688 * r * r * r);
     const double q = ls / 2 - ls * ls * ls / (240 * r * r);
-    return (r + p) * std::tan(degrees * M_PI / 360) + q;
+    return (r + p) * std::tan(degrees * std::numbers::pi / 360) + q;
 }
 
 }  // namespace
@@ -78,7 +79,7 @@ TEST_F(IntersectionPoints, EqualSpiralsHaveEqualTangents)
 {
     load("0,0,0\r\nJ,300,0,40,40,200\r\n500,150\r\n");
     EXPECT_NEAR(gJdT1[1], gJdT2[1], 1e-9);
-    const double deflection = std::atan2(150, 200) * 180 / M_PI;
+    const double deflection = std::atan2(150, 200) * 180 / std::numbers::pi;
     EXPECT_NEAR(gJdT1[1], tangent(200, 40, deflection), 1e-4);
 }
 
@@ -153,7 +154,7 @@ TEST_F(IntersectionPoints, DeflectionOfExactly90UsesTheShortSeries)
 TEST_F(IntersectionPoints, DeflectionOver90UsesTheLongSeriesWithPowersOfTheSpiral)
 {
     load("0,0,0\r\nJ,100,0,40,40,50\r\n99,100\r\n");
-    const double a = 90 + std::atan(0.01) * 180 / M_PI;
+    const double a = 90 + std::atan(0.01) * 180 / std::numbers::pi;
     const double ls = 40, r = 50;
     const double p = ls * ls / (24 * r) - std::pow(ls, 4) / (2688 * std::pow(r, 3)) +
                      std::pow(ls, 6) / (506880 * std::pow(r, 5)) - std::pow(ls, 8) / (154828800 * std::pow(r, 7)) +
@@ -162,7 +163,7 @@ TEST_F(IntersectionPoints, DeflectionOver90UsesTheLongSeriesWithPowersOfTheSpira
     const double q =
         ls / 2 - std::pow(ls, 3) / (240 * r * r) + ls / 34560 - ls / 8386560 + ls / 3158507520 - ls / 1716741734000;
     // Azimuths are packed to a hundredth of a second: 5e-8 rad on 100 m of tangent.
-    EXPECT_NEAR(gJdT1[1], (r + p) * std::tan(a * M_PI / 360) + q, 2e-5);
+    EXPECT_NEAR(gJdT1[1], (r + p) * std::tan(a * std::numbers::pi / 360) + q, 2e-5);
     EXPECT_GT(std::abs(ls / 34560), 1e-3);  // so the term tells
 }
 
