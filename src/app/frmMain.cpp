@@ -151,7 +151,7 @@ void frmMain::showListMenu(const QPoint& at)
         entry->setObjectName(QString::fromUtf8(command.name));
         on(entry, &QAction::triggered, [this, run = command.run, project] {
             run(this, *lstProjects, project);
-            m_foot->fileReplaced(project);
+            m_foot->fileReplaced(project);  // 恢复… does it
             m_foot->afterWork();
         });
     }
