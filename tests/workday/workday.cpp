@@ -44,7 +44,7 @@ struct Step {
 constexpr const char* kBox = "a box";
 constexpr const char* kFile = "a file dialog";
 constexpr int kPace = 20;          // ms between two looks
-constexpr int kPatience = 120000;  // ms for the whole day
+constexpr int kPatience = 280000;  // ms for the whole day
 
 std::vector<Step> steps;
 std::size_t next = 0;
