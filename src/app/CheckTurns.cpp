@@ -46,6 +46,12 @@ void CheckTurns::drop()
     emit dropped();
 }
 
+void CheckTurns::forget(const std::string& folder)
+{
+    if (m_running == folder) drop();
+    if (m_folder == folder) m_found.reset();
+}
+
 void CheckTurns::turn()
 {
     ++m_turns;

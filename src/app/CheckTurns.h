@@ -21,6 +21,8 @@ public:
     /// Anew, whatever was found before. That stands until the new check is done or dropped.
     void start();
     void drop();
+    /// What was found in that folder is of no project any more.
+    void forget(const std::string& folder);
     bool running() const { return m_run != nullptr; }
 
     /// What the last check found in the files of gProject; nothing where none was made to its end, where another

@@ -1,6 +1,7 @@
 #include "app/Help.h"
 
 #include "project/Workspace.h"
+#include "ui/DocumentWindow.h"
 #include "ui/Form.h"
 #include "ui/Platform.h"
 
@@ -44,8 +45,13 @@ bool HelpKey::eventFilter(QObject* watched, QEvent* event)
     if (event->type() != QEvent::KeyPress || !watched->isWidgetType()) return false;
     const auto* key = static_cast<QKeyEvent*>(event);
     if (key->key() != Qt::Key_F1 || key->modifiers() != Qt::NoModifier || key->isAutoRepeat()) return false;
-    const auto* form = qobject_cast<Form*>(static_cast<QWidget*>(watched)->window());
-    if (!form) return false;
-    openHelp(form->objectName());
+    const auto* window = static_cast<QWidget*>(watched)->window();
+    // A sheet or a drawing is the traverse's.
+    if (qobject_cast<const DocumentWindow*>(window))
+        openHelp(QStringLiteral("frmFhdx"));
+    else if (qobject_cast<const Form*>(window))
+        openHelp(window->objectName());
+    else
+        return false;
     return true;
 }

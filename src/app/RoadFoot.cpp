@@ -57,15 +57,17 @@ RoadFoot::RoadFoot(QWidget* parent)
     : QWidget(parent), m_turns(new CheckTurns(this)), m_road(control<RoadLine>("lblRoad", this)),
       m_found(control<QuietLine>("lblFound", this)), m_links(control<QLabel>("lblViews", this)), m_loads(openRoad.loads)
 {
-    auto* texts = new QVBoxLayout;
-    texts->setSpacing(0);
-    texts->addWidget(m_road);
-    texts->addWidget(m_found);
-    auto* line = new QHBoxLayout(this);
-    line->setContentsMargins(theme::kMargin, 0, theme::kMargin, theme::kGrid);
+    // Room for all that they may say, at all times: nothing above them moves, and a doubt is read to its end.
+    m_road->setLines(2);
+    auto* line = new QHBoxLayout;
     line->setSpacing(theme::kGrid);
-    line->addLayout(texts, 1);
+    line->addWidget(m_found, 1);
     line->addWidget(m_links);
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(theme::kMargin, 0, theme::kMargin, theme::kGrid);
+    all->setSpacing(0);
+    all->addWidget(m_road);
+    all->addLayout(line);
 
     m_links->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
     m_links->setToolTip(u"检查参数文件，看打开的线路（F6、F7、F8）"_s);
@@ -84,8 +86,10 @@ void RoadFoot::refresh()
     m_road->refresh();
     const auto* found = m_turns->found();
     const bool any = found && !found->empty();
-    if (any) m_found->say(u"发现 %1 个问题"_s.arg(found->size()), anyError(*found));
-    m_found->setVisible(any);
+    if (any)
+        m_found->say(u"发现 %1 个问题"_s.arg(found->size()), anyError(*found));
+    else
+        m_found->say({});
     // A text that is set anew takes the keyboard from its link.
     if (const QString text = linksText(found); text != m_links->text()) m_links->setText(text);
     m_links->setVisible(!m_links->text().isEmpty());
@@ -103,6 +107,8 @@ void RoadFoot::fileReplaced(const QString& project)
 {
     if (m_turns->found() && toUtf8(project) == gProject) m_turns->start();
 }
+
+void RoadFoot::projectDeleted(const QString& project) { m_turns->forget(ProjectPath(toUtf8(project))); }
 
 void RoadFoot::retire()
 {

@@ -21,6 +21,8 @@ public:
     void afterWork();
     /// A file of the project was replaced outside the editors: what was found in it may be gone.
     void fileReplaced(const QString& project);
+    /// Nothing that was found is told of a new project of that name.
+    void projectDeleted(const QString& project);
     /// The program waits without end for a load: nothing here can be used any more.
     void retire();
 

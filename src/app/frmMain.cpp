@@ -223,7 +223,10 @@ void frmMain::cmdProjectsDel_Click()
     if (!dialogs().box(Question("确定要删除线路参数？"))) return;
     tellFileErrors([this] {
         const Outcome done = DeleteProject(lstProjects->ListIndex(), toUtf8(lstProjects->Text()));
-        if (!done) refuse(*done.refusal);
+        if (done)
+            m_foot->projectDeleted(lstProjects->Text());
+        else
+            refuse(*done.refusal);
         fill(*lstProjects, OpenCatalogue());
     });
 }

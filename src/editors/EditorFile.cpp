@@ -187,10 +187,12 @@ Outcome SaveEditor(const EditorTable& table, const GridText& cells, const std::v
     if (Outcome refused = CheckEditor(table, cells, frameTexts); !refused) return refused;
     if (Outcome refused = checkCodePage(table, cells, frameTexts, keptFrames); !refused) return refused;
     const std::string bytes = EditorBytes(table, cells, frameTexts, keptFrames);
-    attempt([&] {  // what cannot be read is not replaced either
+    try {
         const auto before = EditorFileBytes(table);
         if (before != bytes && rowsIn(before) > 0) keepReplaced(table.file, before);
-    });
+    } catch (const FileError& error) {
+        notKept(table.file, error);
+    }
     WriteBytes(ParameterFile(table.file), bytes);
     return {};
 }

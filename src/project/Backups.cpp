@@ -1,7 +1,6 @@
 #include "project/Backups.h"
 
 #include "base/FileBytes.h"
-#include "base/FileError.h"
 #include "base/FilePath.h"
 #include "base/Lines.h"
 #include "base/ReplaceFile.h"
@@ -124,12 +123,17 @@ bool keepOf(const std::string& project, std::string_view file, const std::string
         openRoad.notKept.clear();
         return true;
     } catch (const FileError& error) {
-        openRoad.notKept = std::string(file).append(" 没有备份：").append(error.reason());
+        notKept(file, error);
         return false;
     }
 }
 
 }  // namespace
+
+void notKept(std::string_view file, const FileError& why)
+{
+    openRoad.notKept = std::string(file).append(" 没有备份：").append(why.reason());
+}
 
 std::string BackupPath(const std::string& project)
 {

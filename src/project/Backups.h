@@ -2,6 +2,8 @@
 // What a parameter file said before it was replaced: 备份/<project>/ beside the workspace, the last 20 of each file.
 // Projects that lie in a folder elsewhere (gProjectFolder) have no workspace beside them and keep nothing.
 
+#include "base/FileError.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,6 +16,9 @@ std::string BackupPath(const std::string& project);
 /// @param file  its name, such as 平曲线参数.txt
 /// @return false where it failed
 bool keepReplaced(std::string_view file, const std::string& bytes);
+
+/// The file is replaced all the same, and the line of the windows tells that nothing of it is kept, and why.
+void notKept(std::string_view file, const FileError& why);
 
 /// Rows of a file as its editor would count them, but for first and last lines that are no rows: lines with a comma.
 int rowsIn(std::string_view bytes);

@@ -134,6 +134,15 @@ std::string stretch()
 
 }  // namespace
 
+void OpenRoad::projectDeleted(const std::string& name)
+{
+    const auto gone = [&](std::string& of) {
+        if (of == name) of += "（已删除）";
+    };
+    gone(project);
+    for (auto& [file, source] : sources) gone(source.project);
+}
+
 void OpenRoad::remember(const Loaded& loaded, Files asRead)
 {
     project = Trim(gProject);

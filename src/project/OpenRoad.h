@@ -30,6 +30,8 @@ struct OpenRoad {
 
     /// After each load of gProject.
     void remember(const Loaded& loaded, Files asRead);
+    /// The tables may still hold what a project said that is gone; a new one of its name is another one.
+    void projectDeleted(const std::string& name);
 };
 inline OpenRoad openRoad;
 

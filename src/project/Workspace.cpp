@@ -14,6 +14,7 @@
 #include "project/Backups.h"
 #include "project/Catalogue.h"
 #include "project/DeleteFolderTree.h"
+#include "project/OpenRoad.h"
 
 #include <algorithm>
 #include <array>
@@ -205,5 +206,6 @@ Outcome DeleteProject(int index, const std::string& name)
         throw;
     }
     setBackupsAside(name);
+    openRoad.projectDeleted(std::string(Trim(name)));
     return {};
 }

@@ -118,11 +118,11 @@ bool Form::isFirstReceiver(QWidget* target, const QEvent* event)
     return !again;
 }
 
-/// A held key commands once.
+/// A held key commands once, but for those that a form tells.
 bool Form::runCommandKey(const QKeyEvent& event)
 {
     bool done = false;
-    if (m_life < Life::Unloading && !event.isAutoRepeat())
+    if (m_life < Life::Unloading && (!event.isAutoRepeat() || commandRepeats(event.keyCombination())))
         runHandler([&] { done = commandKey(event.keyCombination()); });
     return done;
 }

@@ -66,6 +66,8 @@ protected:
     virtual void Form_Resize() {}
     /// Keys that no rule of a window speaks of, such as F5: offered first, from any control. True: done with.
     virtual bool commandKey(const QKeyCombination&) { return false; }
+    /// A key that commands again and again while it is held.
+    virtual bool commandRepeats(const QKeyCombination&) const { return false; }
     /// Enter sends Tab: the next field in the tab order, its text selected. A Form_KeyPress returns this for 13.
     bool enterSendsTab();
 

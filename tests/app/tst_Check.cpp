@@ -67,7 +67,7 @@ void pressOpen(const frmMain& main, int row = 0)
 QString foundOf(const frmMain& main)
 {
     const auto& line = named<QuietLine>(main, "lblFound");
-    return line.isVisible() ? line.text() : QString();
+    return line.text();
 }
 QString linksOf(const frmMain& main) { return named<QLabel>(main, "lblViews").text(); }
 
@@ -446,6 +446,33 @@ private slots:
         }
         QVERIFY(!linksOf(main).contains(u"参数检查"_s));
         QVERIFY(!turnsOf(main).running());
+        // Nor is it told of a new project of that name.
+        useModal([&] { click(main, "cmdNewProjects"); },
+                 [](QWidget& dialog) {
+                     type(dialog, "txtNewProjects", "示例一");
+                     click(dialog, "cmdNewProjectsOK");
+                 });
+        QCOMPARE(gProject, std::string("示例一"));
+        QCOMPARE(foundOf(main), QString());
+        QVERIFY(linksOf(main).startsWith(u"<a href=\"check\">参数检查</a>"_s));
+    }
+
+    void nothingMovesWhenFindingsAreTold()
+    {
+        Workspace w;
+        frmMain main;
+        main.show();
+        const auto places = [&] {
+            QList<QRect> all;
+            for (auto* button : main.findChildren<XPButton*>()) all << button->geometry();
+            return all;
+        };
+        const auto before = places();
+        pressOpen(main);
+        letItEnd(turnsOf(main));
+        QVERIFY(!foundOf(main).isEmpty());
+        QCoreApplication::processEvents();
+        QCOMPARE(places(), before);
     }
 
     void theWindowSaysWhatTheCommandSays()

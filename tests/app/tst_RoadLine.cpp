@@ -199,6 +199,24 @@ private slots:
         QVERIFY(line(main).doubtful());
     }
 
+    void aNewProjectOfADeletedNameIsAnotherRoad()
+    {
+        Workspace w;
+        LoadProject();
+        frmMain main;
+        main.show();
+        named<ListBox>(main, "lstProjects").setCurrentRow(0);
+        w.dialogs.yes();
+        click(main, "cmdProjectsDel");
+        useModal([&] { click(main, "cmdNewProjects"); },
+                 [](QWidget& dialog) {
+                     type(dialog, "txtNewProjects", "示例一");
+                     click(dialog, "cmdNewProjectsOK");
+                 });
+        QCOMPARE(line(main).text(), u"计算用“示例一（已删除）”的数据，编辑和表头是“示例一”"_s);
+        QVERIFY(line(main).doubtful());
+    }
+
     void aNewProjectIsScrolledIntoSightAndTheSelectionStays()
     {
         Workspace w;

@@ -33,6 +33,21 @@ QString told() { return QToolTip::isVisible() ? QToolTip::text() : QString(); }
 class tst_EditorKeys : public QObject {
     Q_OBJECT
 private slots:
+    void ctrlSSavesAsTheButtonDoes()
+    {
+        const auto saved = [](auto how) {
+            OpenedEditor<frmSqx> e{{{"竖曲线参数.txt", "0,10\r\n1,2,3\r\n90,91\r\n"}}};
+            e.w.enterCell(1, 2);
+            e.w.type("7");
+            how(e.w);
+            return std::pair(e.folder.text("竖曲线参数.txt"), e.dialogs.messages);
+        };
+        const auto byKey = saved([](const EditorWindow& w) { w.key(Qt::Key_S, Qt::ControlModifier); });
+        const auto byButton = saved([](const EditorWindow& w) { w.push("Save"); });
+        QCOMPARE(byKey.first, "0,10\r\n1,7,3\r\n90,91\r\n");
+        QVERIFY(byKey == byButton);
+    }
+
     void initTestCase() { QGuiApplication::setQuitOnLastWindowClosed(false); }
     void cleanup() { QToolTip::hideText(); }
 

@@ -850,6 +850,8 @@ private slots:
         QApplication::sendEvent(&last, &over);
         QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &dragged, Qt::LeftButton, {});
         QApplication::sendEvent(&last, &drop);
+        QCOMPARE(e.dialogs.messages.size(), 2u);  // who dropped it does not wait for the box
+        QCoreApplication::processEvents();
         QTimer::singleShot(0, &last, [] {
             auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
             for (auto* entry : menu->actions())

@@ -216,6 +216,49 @@ private slots:
         QCOMPARE(e.frames(), (QStringList{"5", "6", "77", "91"}));
     }
 
+    void aHeldKeyGoesThroughAllSteps()
+    {
+        Sqx e{{{kSqx, kTwoRows}}};
+        const auto hold = [&](Qt::Key key) {
+            for (int i = 0; i < 12; ++i) {
+                QKeyEvent held(QEvent::KeyPress, key, Qt::ControlModifier, {}, i > 0);
+                QApplication::sendEvent(QApplication::focusWidget(), &held);
+            }
+        };
+        e.w.enterCell(1, 1);
+        e.w.push("Ins");
+        e.w.enterCell(1, 1);
+        e.w.type("11");
+        e.w.key(Qt::Key_Left);
+        e.w.type("22");
+        e.w.key(Qt::Key_Right);
+        e.w.key(Qt::Key_Down);
+        QCOMPARE(e.w.cells(), "1221,,/1,2,3/4,5,6");
+        hold(Qt::Key_Z);
+        e.w.key(Qt::Key_Down);
+        QCOMPARE(e.w.cells(), "1,2,3/4,5,6");
+        e.w.key(Qt::Key_Up);
+        hold(Qt::Key_Y);
+        e.w.key(Qt::Key_Down);
+        QCOMPARE(e.w.cells(), "1221,,/1,2,3/4,5,6");
+    }
+
+    void whatIsHeldLeavesBoxAndCellAgreed()
+    {
+        Sqx e;
+        e.w.enterCell(1, 1);
+        e.w.type("11");
+        e.w.key(Qt::Key_Left);
+        e.w.type("22");
+        for (int i = 0; i < 6; ++i) {
+            QKeyEvent held(QEvent::KeyPress, Qt::Key_Z, Qt::ControlModifier, {}, i > 0);
+            QApplication::sendEvent(QApplication::focusWidget(), &held);
+        }
+        QCOMPARE(e.w.box.text(), QString());
+        e.w.key(Qt::Key_Down);
+        QCOMPARE(e.w.cells(), ",,");
+    }
+
     void undoGoesOnBehindASave()
     {
         OpenedEditor<frmDl> e{{{"断链参数.txt", "1,2\r\n3,4\r\n"}}};

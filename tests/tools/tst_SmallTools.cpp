@@ -102,6 +102,30 @@ private slots:
         QCOMPARE(textOf(form, "txtFsFwj"), QStringLiteral("143度07分48秒"));
         QCOMPARE(textOf(form, "txtFsJl"), QStringLiteral("500.000"));
     }
+    void f5CalculatesWhereTheFocusIs()
+    {
+        ScriptedDialogs dialogs;
+        frmZbzfs form;
+        form.show();
+        form.activateWindow();
+        type(form, {{"txtZsCzX", "1000"}, {"txtZsCzY", "2000"}, {"txtZsFwj", "30"}, {"txtZsJl", "100"}});
+        type(form, {{"txtFsCzx", "1000"}, {"txtFsCzy", "2000"}, {"txtFsHsX", "600"}, {"txtFsHsY", "2300"}});
+        const auto f5 = [&](const char* in) {
+            auto* box = form.findChild<QLineEdit*>(QString::fromUtf8(in));
+            box->setFocus();
+            QTest::keyClick(box, Qt::Key_F5);
+        };
+        f5("txtZsFwj");
+        QCOMPARE(textOf(form, "txtZsJsdX") + u'|' + textOf(form, "txtFsJl"), QStringLiteral("1086.603|"));
+        f5("txtFsHsY");
+        QCOMPARE(textOf(form, "txtFsJl"), QStringLiteral("500.000"));
+        frmQljs radius;
+        radius.show();
+        type(radius, {{"txtA", "100"}, {"txtR", "200"}, {"txtL0", "30"}});
+        QTest::keyClick(radius.findChild<QLineEdit*>(QStringLiteral("txtR")), Qt::Key_F5);
+        QCOMPARE(radius.findChild<QLabel*>(QStringLiteral("lbeR"))->text(), QStringLiteral("500"));
+        QVERIFY(dialogs.messages.empty());
+    }
     void zbzfsRefusalTakesTheFocusBack()
     {
         ScriptedDialogs dialogs;

@@ -48,6 +48,7 @@ protected:
     bool QueryUnload() override;
     bool Form_KeyPress(int keyAscii) override;
     bool commandKey(const QKeyCombination& key) override;
+    bool commandRepeats(const QKeyCombination& key) const override;
     void Form_Resize() override;
     void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;

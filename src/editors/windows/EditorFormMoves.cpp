@@ -14,6 +14,10 @@ namespace {
 
 constexpr int kInset = 45;  // twips from a cell's place to the box over it
 
+constexpr auto kCtrlShift = Qt::ControlModifier | Qt::ShiftModifier;
+constexpr QKeyCombination kUndoKey(Qt::ControlModifier, Qt::Key_Z), kRedoKey(Qt::ControlModifier, Qt::Key_Y),
+    kOtherRedoKey(kCtrlShift, Qt::Key_Z), kCopyAllKey(kCtrlShift, Qt::Key_C), kSaveKey(Qt::ControlModifier, Qt::Key_S);
+
 /// A character that is typed: no command, no key of the grid.
 bool types(const QKeyEvent& key)
 {
@@ -67,14 +71,22 @@ std::function<bool(int)> EditorForm::keysOf(int col) const
 
 bool EditorForm::commandKey(const QKeyCombination& key)
 {
-    constexpr auto kCtrlShift = Qt::ControlModifier | Qt::ShiftModifier;
     if (key == QKeyCombination(Qt::Key_F2)) return amendCell();
-    if (key == QKeyCombination(Qt::ControlModifier, Qt::Key_Z)) return stepBack(true);
-    if (key == QKeyCombination(Qt::ControlModifier, Qt::Key_Y)) return stepBack(false);
-    if (key == QKeyCombination(kCtrlShift, Qt::Key_Z)) return stepBack(false);
-    if (key != QKeyCombination(kCtrlShift, Qt::Key_C)) return false;
-    copyAll();
+    if (key == kUndoKey) return stepBack(true);
+    if (key == kRedoKey || key == kOtherRedoKey) return stepBack(false);
+    if (key == kCopyAllKey)
+        copyAll();
+    else if (key == kSaveKey)
+        cmdSave_Click();
+    else
+        return false;
     return true;
+}
+
+/// A held Ctrl+Z would else be the box's alone, which knows nothing of the steps.
+bool EditorForm::commandRepeats(const QKeyCombination& key) const
+{
+    return key == kUndoKey || key == kRedoKey || key == kOtherRedoKey;
 }
 
 /// What is being typed into a box is taken back before any step. False where there is nothing to do.

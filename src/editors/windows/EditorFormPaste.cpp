@@ -11,6 +11,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QTimer>
 
 #include <algorithm>
 #include <memory>
@@ -99,9 +100,12 @@ bool EditorForm::pasteEvent(QObject* watched, QEvent* event)
                paste(watched, QApplication::clipboard()->text(QClipboard::Selection));
     case QEvent::Drop: {
         auto& drop = *static_cast<QDropEvent*>(event);
-        if (!paste(watched, drop.mimeData()->text())) return false;
+        const QString text = drop.mimeData()->text();
+        if (!IsBlock(toUtf8(text))) return false;
         drop.setDropAction(Qt::CopyAction);
         drop.accept();
+        // It may ask, and who dropped it waits until the drop is over.
+        QTimer::singleShot(0, this, [this, watched, text] { runHandler([&] { paste(watched, text); }); });
         return true;
     }
     default:

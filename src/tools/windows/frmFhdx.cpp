@@ -45,6 +45,13 @@ frmFhdx::frmFhdx(QWidget* parent)
     on(butFhdxBack, &XPButton::Click, [this] { unload(); });
 }
 
+bool frmFhdx::commandKey(const QKeyCombination& key)
+{
+    if (key != QKeyCombination(Qt::Key_F5) || !butFhdxCalc->isEnabled()) return false;
+    butFhdxCalc_Click();
+    return true;
+}
+
 SheetWindow* frmFhdx::openSheet() const { return m_sheet && m_sheet->isVisible() ? m_sheet.data() : nullptr; }
 
 void frmFhdx::butFhdxBg_Click()

@@ -15,6 +15,9 @@ class frmFhdx : public Form {
 public:
     explicit frmFhdx(QWidget* parent = nullptr);
 
+protected:
+    bool commandKey(const QKeyCombination& key) override;  ///< F5 calculates once there is a sheet
+
 private:
     void butFhdxBg_Click();
     void butFhdxCalc_Click();

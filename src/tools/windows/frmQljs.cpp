@@ -19,6 +19,9 @@ frmQljs::frmQljs()
         result->setFixedHeight(txtA->sizeHint().height());
         result->setTextInteractionFlags(Qt::TextSelectableByMouse);
     }
+    txtA->setToolTip(QStringLiteral("缓和曲线参数，米：A 的平方 = 半径 × 完整缓和曲线长"));
+    txtR->setToolTip(QStringLiteral("曲线半径，米，正数"));
+    txtL0->setToolTip(QStringLiteral("不完整的缓和曲线长，米：从半径 R 的一端量起"));
     Command1->setAutoDefault(false);
     ui::arrange(*this, {ui::fieldColumn({{QStringLiteral("缓和参数A"), txtA},
                                          {QStringLiteral("曲线半径R"), txtR},
@@ -36,6 +39,13 @@ bool frmQljs::Form_KeyPress(int keyAscii)
     if (keyAscii != 13) return false;
     if (focusWidget() == Command1) Command1->click();  // on Enter, as the other buttons of the program do
     return enterSendsTab();
+}
+
+bool frmQljs::commandKey(const QKeyCombination& key)
+{
+    if (key != QKeyCombination(Qt::Key_F5)) return false;
+    Command1_Click();
+    return true;
 }
 
 void frmQljs::Command1_Click()

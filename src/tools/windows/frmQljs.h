@@ -13,6 +13,7 @@ public:
 
 protected:
     bool Form_KeyPress(int keyAscii) override;
+    bool commandKey(const QKeyCombination& key) override;  ///< F5 calculates
 
 private:
     void Command1_Click();

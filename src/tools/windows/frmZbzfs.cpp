@@ -25,6 +25,10 @@ frmZbzfs::frmZbzfs() : Form(QStringLiteral("frmZbzfs"), QStringLiteral("坐标�
                           {"txtFsFwj", QStringLiteral("计算方位角"), nullptr, txtFsFwj},
                           {"txtFsJl", QStringLiteral("计算距离"), nullptr, txtFsJl}},
                          "butFsCalc", &frmZbzfs::butFsCalc_Click, "butFsBack");
+    for (auto* x : {txtZsCzX, txtFsCzx, txtFsHsX}) x->setToolTip(QStringLiteral("X坐标（北），米"));
+    for (auto* y : {txtZsCzY, txtFsCzy, txtFsHsY}) y->setToolTip(QStringLiteral("Y坐标（东），米"));
+    txtZsFwj->setToolTip(QStringLiteral("方位角，度.分分秒秒：45.3000 是 45度30分00秒；从北顺时针，负数为逆时针"));
+    txtZsJl->setToolTip(QStringLiteral("水平距离，米，不带负号"));
     txtZsFwj->setPlaceholderText(QStringLiteral("度.分分秒秒"));
     ui::arrange(*this, {ui::across({forward, inverse})});
     txtZsCzX->setFocus();
@@ -48,6 +52,16 @@ QGroupBox* frmZbzfs::task(const QString& caption, std::initializer_list<Field> f
     on(butCalc, &XPButton::Click, [this, calc] { (this->*calc)(); });
     on(butBack, &XPButton::Click, [this] { unload(); });
     return ui::frame(caption, ui::down({ui::fieldColumn(column), ui::buttonRow({butCalc, butBack})}));
+}
+
+bool frmZbzfs::commandKey(const QKeyCombination& key)
+{
+    if (key != QKeyCombination(Qt::Key_F5)) return false;
+    if (txtFsCzx->parentWidget()->isAncestorOf(focusWidget()))
+        butFsCalc_Click();
+    else
+        butZsCalc_Click();
+    return true;
 }
 
 void frmZbzfs::butZsCalc_Click()

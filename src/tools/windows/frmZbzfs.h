@@ -12,6 +12,7 @@ public:
 
 protected:
     bool Form_KeyPress(int keyAscii) override { return keyAscii == 13 && enterSendsTab(); }
+    bool commandKey(const QKeyCombination& key) override;  ///< F5 calculates the task that has the focus
 
 private:
     struct Field {
