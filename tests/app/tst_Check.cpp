@@ -5,6 +5,7 @@
 #include "app/ListBox.h"
 #include "app/frmJc.h"
 #include "app/frmMain.h"
+#include "controls/XPButton.h"
 #include "editors/windows/EditorForm.h"
 #include "editors/windows/frmBpjs.h"
 #include "editors/windows/frmSelect.h"

@@ -111,7 +111,7 @@ private slots:
         named<ListBox>(main, "lstProjects").setCurrentRow(0);
         click(main, "cmdOpenProjects");
         QVERIFY(views.isVisible());
-        QVERIFY(views.geometry().left() > line(main).geometry().right());
+        QVERIFY(views.geometry().top() >= line(main).geometry().bottom());
         for (const auto& [key, name] : {std::pair{"plan", "frmPmt"}, {"profile", "frmZdm"}, {"section", "frmHdm"}}) {
             QString seen;
             QTimer::singleShot(200, &main, [&] {

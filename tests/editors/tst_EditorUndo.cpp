@@ -226,7 +226,7 @@ private slots:
             }
         };
         e.w.enterCell(1, 1);
-        e.w.push("Ins");
+        e.w.push("Insert");
         e.w.enterCell(1, 1);
         e.w.type("11");
         e.w.key(Qt::Key_Left);
