@@ -10,6 +10,7 @@
 #include <cmath>
 #include <limits>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -28,8 +29,8 @@ constexpr double kMeetMm = 2, kMeetSeconds = 1;
 /// The polygon of intersection points.
 class Points {
 public:
-    Points(const CheckedFile& file, CheckedRoad& road, Findings& findings)
-        : m_file(file), m_road(road), m_findings(findings)
+    Points(std::shared_ptr<const CheckedFile> file, CheckedRoad& road, Findings& findings)
+        : m_shared(std::move(file)), m_file(*m_shared), m_road(road), m_findings(findings)
     {}
 
     static void check(const std::shared_ptr<const CheckedFile>& file, CheckedRoad& road, CheckSteps& steps,
@@ -39,9 +40,9 @@ public:
         if (n == 1) findings->add(kName, (*file)[0].line, 0, "只有一行，平曲线不会生成", Severity::Error);
         if (n < 2) return;
         CheckDuplicates(file, 1, n - 1, "交点编号", steps, *findings);
-        const auto points = std::make_shared<Points>(*file, road, *findings);
+        const auto points = std::make_shared<Points>(file, road, *findings);
         steps.once([points] { points->begin(); });
-        steps.rows(n, [points, file](std::size_t i) { points->vertex(i); });
+        steps.rows(n, [points](std::size_t i) { points->vertex(i); });
         steps.once([points, findings] { points->finish(); });
     }
 
@@ -169,6 +170,7 @@ private:
     /// The shortest way from the last known point, which may be none.
     double chord(double x, double y) const { return m_at ? std::hypot(x - m_at->x, y - m_at->y) : 0; }
 
+    std::shared_ptr<const CheckedFile> m_shared;
     const CheckedFile& m_file;
     CheckedRoad& m_road;
     Findings& m_findings;
@@ -183,8 +185,8 @@ private:
 /// The chain of blocks.
 class Blocks {
 public:
-    Blocks(const CheckedFile& file, const CheckBreaks& breaks, CheckedRoad& road, Findings& findings)
-        : m_file(file), m_breaks(breaks), m_road(road), m_findings(findings)
+    Blocks(std::shared_ptr<const CheckedFile> file, const CheckBreaks& breaks, CheckedRoad& road, Findings& findings)
+        : m_shared(std::move(file)), m_file(*m_shared), m_breaks(breaks), m_road(road), m_findings(findings)
     {}
 
     static void check(const std::shared_ptr<const CheckedFile>& file, const CheckBreaks& breaks, CheckedRoad& road,
@@ -193,11 +195,11 @@ public:
         const std::size_t n = file->size();
         if (n == 0) return;
         CheckGaps(file, {0}, breaks, steps, *findings);
-        const auto blocks = std::make_shared<Blocks>(*file, breaks, road, *findings);
-        steps.rows(n, [blocks, file](std::size_t i) { blocks->block(i); });
+        const auto blocks = std::make_shared<Blocks>(file, breaks, road, *findings);
+        steps.rows(n, [blocks](std::size_t i) { blocks->block(i); });
         // The road ends where the last block does; where that is damaged, at the greatest end that can be read.
-        if (!file->back().read(1)) steps.rows(n, [blocks, file](std::size_t i) { blocks->reach(i); });
-        steps.once([blocks, file, findings] { blocks->ends(); });
+        if (!file->back().read(1)) steps.rows(n, [blocks](std::size_t i) { blocks->reach(i); });
+        steps.once([blocks, findings] { blocks->ends(); });
     }
 
 private:
@@ -257,6 +259,7 @@ private:
         if (m_road.start && m_road.end && !(*m_road.end > *m_road.start)) m_road.start = m_road.end = std::nullopt;
     }
 
+    std::shared_ptr<const CheckedFile> m_shared;
     const CheckedFile& m_file;
     const CheckBreaks& m_breaks;
     CheckedRoad& m_road;
