@@ -9,13 +9,6 @@
 
 #include <exception>
 
-namespace {
-
-/// Half of what a turn may take: the piece that is begun last is finished behind it.
-constexpr qint64 kTurn = 10;
-
-}  // namespace
-
 CheckTurns::CheckTurns(QObject* parent) : QObject(parent)
 {
     m_timer.setInterval(0);
@@ -58,7 +51,7 @@ void CheckTurns::turn()
     try {
         QElapsedTimer since;
         since.start();
-        while (!m_run->done() && since.elapsed() < kTurn) m_run->step();
+        while (!m_run->done() && since.elapsed() < endOfTurn) m_run->step();
         if (!m_run->done()) return;
         m_found = m_run->take();
         m_folder = m_running;

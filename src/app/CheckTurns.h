@@ -18,6 +18,9 @@ class CheckTurns : public QObject {
 public:
     explicit CheckTurns(QObject* parent = nullptr);
 
+    /// In ms: half of what a turn may take, as the piece that is begun last is finished behind it.
+    static inline qint64 endOfTurn = 10;
+
     /// Anew, whatever was found before. That stands until the new check is done or dropped.
     void start();
     void drop();

@@ -41,6 +41,13 @@ struct Workspace {
     ScriptedDialogs dialogs;
     ScriptedPlatform seams;
     ProjectFolder folder{{{kSettings, kSet}, {"平曲线参数.txt", kRoad}, {"竖曲线参数.txt", kProfile}}, "示例一"};
+    const qint64 endOfTurn = CheckTurns::endOfTurn;
+
+    /// Short turns: what is long work then does not hang on the machine.
+    Workspace() { CheckTurns::endOfTurn = 1; }
+    ~Workspace() { CheckTurns::endOfTurn = endOfTurn; }
+    Workspace(const Workspace&) = delete;
+    Workspace& operator=(const Workspace&) = delete;
 
     /// What velumark-calc says of the project, line by line.
     QStringList command() const
