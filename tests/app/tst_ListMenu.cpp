@@ -61,7 +61,7 @@ private slots:
     void anOlderFileComesBack()
     {
         ProjectFolder folder{{"断链参数.txt", "9,9\r\n"}};
-        std::ofstream(gAppPath + "/参数文件/项目名称.txt") << Cp936FromUtf8("测试") << "\r\n";
+        std::ofstream(gAppPath + "/参数文件/项目名称.txt", std::ios::binary) << Cp936FromUtf8("测试") << "\r\n";
         keepReplaced("断链参数.txt", "1,2\r\n");
         keepReplaced("断链参数.txt", "1,2\r\n3,4\r\n");
         const Shared before = shared;

@@ -116,7 +116,11 @@ private slots:
         QVERIFY(menu);
         QCOMPARE(menu->menuAction()->text(), u"工程"_s);
         QTest::keyClick(menu, Qt::Key_Right);
-        QTRY_COMPARE(qobject_cast<QMenu*>(QApplication::activePopupWidget())->menuAction()->text(), u"工具"_s);
+        const auto opened = [] {
+            const auto* popup = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            return popup ? popup->menuAction()->text() : QString();
+        };
+        QTRY_COMPARE(opened(), u"工具"_s);
         QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
         QTRY_VERIFY(!QApplication::activePopupWidget());
     }
