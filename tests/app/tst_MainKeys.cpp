@@ -6,6 +6,7 @@
 #include "base/ReplaceFile.h"
 #include "controls/XPButton.h"
 #include "editors/windows/frmSelect.h"
+#include "office/windows/DrawingWindow.h"
 #include "phone/windows/frmSjName.h"
 #include "screens/windows/frmDgdZb.h"
 #include "support/ProjectFolder.h"
@@ -158,6 +159,8 @@ private slots:
         QCOMPARE(chapter(wizard), u"frmSelect"_s);
         frmNewProjects create;
         QCOMPARE(chapter(create), u"frmNewProjects"_s);
+        DrawingWindow drawing({}, u"附合导线图"_s);  // the traverse's, as its sheet is
+        QCOMPARE(chapter(drawing), u"frmFhdx"_s);
         // In a box of a window too, and not with another key held.
         s.seams.opened.clear();
         QTest::keyClick(&named<QLineEdit>(screen, "txtDgdZbFylc"), Qt::Key_F1, Qt::ControlModifier);

@@ -144,6 +144,20 @@ private slots:
         QVERIFY(!line.text().contains(changed));
     }
 
+    void aFileThatCannotBeKeptIsReplacedAndThatIsTold()
+    {
+        Traverse e;
+        const auto& line = named<QuietLine>(e.form, "lblRoad");
+        {
+            const FailingCalls unreadable([](const Call& call) { return call.name == "read" ? EIO : 0; });
+            click(e.form, "cmdDxdSave");
+        }
+        QVERIFY(line.text().startsWith(QStringLiteral("导线点参数.txt 没有备份：读写错误")));
+        QVERIFY(line.doubtful());
+        QCOMPARE(e.folder.text("导线点参数.txt"), "C,1,2,\r\nB,3,4,\r\n");
+        QVERIFY(BackupsOf(gProject).empty());
+    }
+
     void aFailedSaveSaysSoAndKeepsTheWork()
     {
         Traverse e;

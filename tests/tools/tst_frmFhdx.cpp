@@ -149,6 +149,19 @@ private slots:
         QVERIFY(!j.form.isVisible());
     }
 
+    void f5CalculatesOnceThereIsASheet()
+    {
+        Journey j;
+        QTest::keyClick(&j.form, Qt::Key_F5);
+        QVERIFY(j.dialogs.messages.empty() && !j.enabled("butFhdxZd"));
+        auto* sheet = j.makeSheet("8");
+        QVERIFY(sheet);
+        j.typeTraverse(sheet);
+        QTest::keyClick(&j.form, Qt::Key_F5);
+        QVERIFY(j.dialogs.messages.empty() && j.enabled("butFhdxZd"));
+        QVERIFY(qAbs(numberOf(sheet, "l8") - 2299.83) < 0.01);
+    }
+
     void theWholeJourney()
     {
         Journey j;
