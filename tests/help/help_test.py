@@ -40,6 +40,13 @@ def words(text):
     # The closing row lies behind the end, which so has a point of its own.
     if "减去 0.001" in text or "终点不属于任何一段" in text:
         faults.append("the end of the road has its own point")
+    for word, what in {'id="update"': "how a newer version is put in place", "先启动一次窗口程序": "when velumark-calc knows the samples",
+                       "<code>cmd</code>": "how a command window is opened", "存文件请用 <code>-o</code>": "how it writes files",
+                       "无法写入！正被其他程序使用": "what to do about a file that another program holds"}.items():
+        if word not in text:
+            faults.append("nothing about " + what)
+    if "Windows (CRLF)" in text:
+        faults.append("a choice that no editor of Windows has")
     if "K0+257.89999999999" not in text:
         faults.append("nothing about steps whose sums show")
     return faults
