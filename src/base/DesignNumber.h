@@ -18,3 +18,11 @@ enum class Quantity { Plain, Stake, Slope, Angle };
 ///   Angle          degrees°minutes′seconds″, ' and " as well, minutes and seconds below 60: packed dd.mmss
 /// @return "" for blanks alone; nothing for any other text
 std::optional<std::string> PlainNumber(std::string_view text, Quantity quantity);
+
+/// A number that a design table printed in its own way, and what goes in for it. It is shown before.
+struct Converted {
+    std::string where;  ///< 第 3 行“起点里程”, a box of a frame or the address of a cell
+    std::string printed, taken;
+
+    bool operator==(const Converted&) const = default;
+};

@@ -48,14 +48,6 @@ bool IsBlock(std::string_view text);
 /// inside is one cell, each of them a blank.
 std::vector<std::vector<std::string>> BlockCells(std::string_view text);
 
-/// A number that a design table printed in its own way, and what goes in for it. It is shown before.
-struct Converted {
-    std::string where;  ///< 第 3 行“起点里程”, or the frame box
-    std::string printed, taken;
-
-    bool operator==(const Converted&) const = default;
-};
-
 struct BlockPaste {
     std::vector<CellText> cells = {};
     int rows = 0;                           ///< that the grid must have to hold them

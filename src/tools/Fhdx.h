@@ -8,12 +8,14 @@
 //   h i corrections of dX dY, mm   j k corrected dX dY, m   l m X Y, m
 // Below the points, rows 2N+4 to 2N+7 hold the closures in words.
 
+#include "base/DesignNumber.h"
 #include "dialogs/Outcome.h"
 #include "office/Drawing.h"
 #include "office/Worksheet.h"
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string_view>
 
 /// The button that makes the sheet: the typed count goes to gFhdxN and is checked; `newSheet` opens an empty sheet,
@@ -30,6 +32,9 @@ struct FhdxResult {
     double lengthPerClosure = 0;   ///< the whole number behind K=1/
     std::map<int, double> angles;  ///< decimal degrees by the row where they stand: those typed and the azimuths
 };
+
+/// What is measured in a cell of a traverse of that many points; nothing for cells that nobody types a number into.
+std::optional<Quantity> FhdxQuantity(CellRef cell, int points);
 
 /// Adjusts the traverse in the sheet, step by step, each reading what the ones before wrote. Any run-time error (a cell
 /// with text, a traverse that closes perfectly, more than 101 angles, a sum of corrections past 16 bits) leaves the

@@ -103,6 +103,18 @@ void LayOutFhdx(Worksheet& sheet, bool leftAngles)
     sheet.page.left = sheet.page.right = 0.5;
 }
 
+std::optional<Quantity> FhdxQuantity(CellRef cell, int points)
+{
+    const char column = static_cast<char>('a' + cell.col - 1);
+    const bool between = cell.row % 2 != 0;
+    const int last = 2 * points + 2;
+    if (column == 'b' && !between && cell.row >= 6 && cell.row <= last - 2) return Quantity::Angle;
+    if (column == 'e' && between && cell.row >= 7 && cell.row <= last - 3) return Quantity::Plain;
+    const bool known = cell.row == 4 || cell.row == 6 || cell.row == last - 2 || cell.row == last;
+    if ((column == 'l' || column == 'm') && known) return Quantity::Plain;
+    return std::nullopt;
+}
+
 Outcome MakeFhdxSheet(std::string_view typedCount, bool leftAngles, const std::function<Worksheet&()>& newSheet)
 {
     if (typedCount.empty()) return {Refusal{Notice("请输入导线点个数"), "txtDxd"}};

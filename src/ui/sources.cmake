@@ -48,4 +48,6 @@ set(sources
     Theme.cpp
     Theme.h
     Twips.h
+    frmZt.cpp
+    frmZt.h
 )

@@ -7,6 +7,7 @@
 #include "editors/windows/frmJmpqx.h"
 #include "editors/windows/frmSqx.h"
 #include "editors/windows/frmTfz.h"
+#include "support/PastePreview.h"
 #include "support/QtTests.h"
 #include "support/SharedDiff.h"
 
@@ -18,31 +19,6 @@ constexpr auto kTwoRows = "0,10\r\n1,2,3\r\n4,5,6\r\n90,91\r\n";
 using Sqx = OpenedEditor<frmSqx>;
 
 QString clipboard() { return QApplication::clipboard()->text(); }
-
-/// Rows of the preview with "/" between, cells with "|".
-QString rowsOf(const QWidget& preview)
-{
-    const auto& grid = named<MSFlexGrid>(preview, "MsfgZt");
-    QStringList rows;
-    for (int row = 1; row < grid.Rows(); ++row)
-        rows << grid.TextMatrix(row, 1) + "|" + grid.TextMatrix(row, 2) + "|" + grid.TextMatrix(row, 3);
-    return rows.join(u'/');
-}
-
-/// While `paste` shows the preview, `use` works on it; it is closed if that leaves it open.
-void withPreview(const std::function<void()>& paste, const std::function<void(QWidget&)>& use)
-{
-    bool shown = false;
-    QTimer::singleShot(0, qApp, [&] {
-        const QPointer<QWidget> preview = QApplication::activeModalWidget();
-        if (!preview || preview->objectName() != "frmZt") return;
-        shown = true;
-        use(*preview);
-        if (preview) preview->close();
-    });
-    paste();
-    QVERIFY2(shown, "no preview came up");
-}
 
 }  // namespace
 

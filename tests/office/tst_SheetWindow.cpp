@@ -6,6 +6,7 @@
 #include "office/windows/DrawingWindow.h"
 #include "office/windows/SheetView.h"
 #include "office/windows/SheetWindow.h"
+#include "support/PastePreview.h"
 #include "support/QtTests.h"
 #include "support/ScriptedDialogs.h"
 #include "ui/Form.h"
@@ -280,6 +281,43 @@ private slots:
         w.view().setCurrent(CellRef(1, w.window->sheet().cols()));
         w.view().paste();
         QCOMPARE(w.at("d1") + w.at("e1") + w.at("f1"), "123");
+    }
+
+    void aPrintedNumberIsConvertedWhereItsQuantityIsKnown()
+    {
+        Window w;
+        w.view().setQuantities([](CellRef cell) -> std::optional<Quantity> {
+            if (cell.col == 3) return Quantity::Angle;
+            if (cell.col == 4) return Quantity::Plain;
+            return std::nullopt;
+        });
+        const QString block = "99°01′00″\t1,234.5\t99°01′00″\n12.3456\t-2.5 %\t\nα\t１２．５\t\n－3.25\t1,234\t\n";
+        QApplication::clipboard()->setText(block);
+        w.view().setCurrent("c1");
+        const QString before = w.at("c1") + w.at("d1");
+        // A number as a sheet reads it is no matter of a design table, nor is what nobody can read.
+        withPreview([&] { w.view().paste(); },
+                    [&](QWidget& preview) {
+                        QCOMPARE(rowsOf(preview), "C1|99°01′00″|99.0100");
+                        QCOMPARE(w.at("c1") + w.at("d1"), before);
+                        QTest::keyClick(preview.focusWidget(), Qt::Key_Return);
+                    });
+        QCOMPARE(w.window->sheet().number("c1"), 99.01);
+        QCOMPARE(w.window->sheet().number("d1"), 1234.5);
+        QCOMPARE(w.at("e1"), "99°01′00″");
+        QCOMPARE(w.window->sheet().number("c2"), 12.3456);
+        QCOMPARE(w.at("d2"), "-2.5 %");
+        QCOMPARE(w.at("c3"), "α");
+        QCOMPARE(w.window->sheet().number("d3"), 12.5);
+        QCOMPARE(w.window->sheet().number("c4"), -3.25);
+        QCOMPARE(w.window->sheet().number("d4"), 1234.0);
+        w.action("撤销")->trigger();  // one step
+        QCOMPARE(w.at("c1") + w.at("d1"), before);
+        w.view().setCurrent("c1");
+        withPreview([&] { w.view().paste(); },
+                    [](QWidget& preview) { QTest::keyClick(preview.focusWidget(), Qt::Key_Escape); });
+        QCOMPARE(w.at("c1") + w.at("d1"), before);
+        QVERIFY(!w.action("撤销")->isEnabled());
     }
 
     // --- History -----------------------------------------------------------------------------------------------------

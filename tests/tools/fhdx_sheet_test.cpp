@@ -121,6 +121,25 @@ TEST(FhdxSheet, ShadedCellsAreThoseToFill)
         }
 }
 
+TEST(FhdxSheet, WhatIsFilledInIsANameAnAngleOrANumber)
+{
+    for (const int n : {5, 6, 30}) {
+        const Worksheet sheet = formOf(n);
+        const auto covered = [&](CellRef at) {
+            return std::any_of(sheet.merges().begin(), sheet.merges().end(),
+                               [&](const CellRange& area) { return area.contains(at) && area.first != at; });
+        };
+        for (int row = 1; row <= 2 * n + 8; ++row)
+            for (int col = 1; col <= 14; ++col) {
+                const CellRef at(row, col);
+                const bool typed = sheet.style(at).fillColor == 35 && !covered(at) && col != 1;
+                const auto quantity =
+                    typed ? std::optional(col == 2 ? Quantity::Angle : Quantity::Plain) : std::nullopt;
+                EXPECT_EQ(FhdxQuantity(at, n), quantity) << at.address() << " of " << n;
+            }
+    }
+}
+
 TEST(FhdxSheet, NamesAndFooterAreText)
 {
     const int n = 6;

@@ -7,6 +7,7 @@
 #include "office/windows/DrawingWindow.h"
 #include "office/windows/SheetView.h"
 #include "office/windows/SheetWindow.h"
+#include "support/PastePreview.h"
 #include "support/QtTests.h"
 #include "support/ScriptedDialogs.h"
 #include "tools/windows/frmFhdx.h"
@@ -122,6 +123,46 @@ private slots:
         auto* box = j.form.findChild<QLineEdit*>("txtDxd");
         QTest::keyClicks(box, "-1.2a3 ");
         QCOMPARE(box->text(), "123");
+    }
+    void printedAnglesAndDistancesArePasted()
+    {
+        Journey j;
+        auto* window = j.makeSheet("8");
+        Journey::typeTraverse(window);
+        const QString angles = "99°01′00″\n167°45'36\"\n123°11′24″\n189°20′36″\n179°59′18″\n129°27′24″\n";
+        QApplication::clipboard()->setText(angles);
+        window->view().setCurrent("b6");
+        withPreview([&] { window->view().paste(); },
+                    [](QWidget& preview) {
+                        QCOMPARE(rowsOf(preview).section(u'/', 0, 1), "B6|99°01′00″|99.0100/B8|167°45'36\"|167.4536");
+                        QTest::keyClick(preview.focusWidget(), Qt::Key_Return);
+                    });
+        QCOMPARE(numberOf(window, "b8"), 167.4536);
+        QCOMPARE(numberOf(window, "b16"), 129.2724);
+        gFhdxN = 12;  // as the plan leaves it: the sheet keeps its own count
+        QApplication::clipboard()->setText("1,757.27");
+        window->view().setCurrent("m16");
+        window->view().paste();
+        QCOMPARE(numberOf(window, "m16"), 1757.27);
+        QApplication::clipboard()->setText("90°00′00″");
+        window->view().setCurrent("b20");
+        window->view().paste();  // below the table texts are texts
+        QCOMPARE(at(window, "b20"), "90°00′00″");
+        gFhdxN = 8;
+        window->view().setCurrent("b20");
+        window->view().clear();
+        j.click("butFhdxCalc");
+        QVERIFY(j.dialogs.messages.empty());
+        // What was computed is text there; pasted back it is a number again, and the traverse can be computed again.
+        // 99.01 shows as 99°0′60″, which is no angle of a design table.
+        QCOMPARE(at(window, "b6"), "99°0′60″");
+        Journey::typeDown(window, "b6", {"99.0100"});
+        window->view().select("b8", "b16");
+        window->view().copy();
+        withPreview([&] { window->view().paste(); },
+                    [](QWidget& preview) { QTest::keyClick(preview.focusWidget(), Qt::Key_Return); });
+        j.click("butFhdxCalc");
+        QVERIFY(j.dialogs.messages.empty());
     }
     void emptyAndSmallCountsAreRefused()
     {

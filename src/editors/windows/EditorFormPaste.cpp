@@ -1,8 +1,8 @@
 // Blocks from a spreadsheet and back, and what a right click offers.
 
 #include "editors/windows/EditorForm.h"
-#include "editors/windows/frmZt.h"
 #include "ui/MSFlexGrid.h"
+#include "ui/frmZt.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -29,6 +29,4 @@ set(sources
     frmTfz.h
     frmWfy.h
     frmWfz.h
-    frmZt.cpp
-    frmZt.h
 )

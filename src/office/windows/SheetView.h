@@ -2,6 +2,7 @@
 // A sheet on the screen, typed into directly: the keys, the mouse and the clipboard work as in a spreadsheet.
 
 #ifndef Q_MOC_RUN  // moc does not read concepts
+#include "base/DesignNumber.h"
 #include "office/Worksheet.h"
 #include "office/windows/SheetPainter.h"
 #endif
@@ -9,6 +10,7 @@
 #include <QAbstractScrollArea>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 class QLineEdit;
@@ -42,6 +44,9 @@ public:
     void copy() const;
     void cut();
     void paste();
+    /// What cells measure: a pasted number that a design table printed in its own way is converted there, and shown
+    /// before it goes in. Any other text goes in as it is.
+    void setQuantities(std::function<std::optional<Quantity>(CellRef)> quantities);
     void clear();  ///< the contents of the selection
     void selectAll();
 
@@ -83,6 +88,7 @@ private:
     void startEditing(const QString& text, Editing how);
     void placeEditor();
     bool editorKey(const QKeyEvent& event);
+    static bool isNumber(const QString& text);  ///< typed into a cell it becomes one
     void put(CellRef cell, const QString& text, Step& step);
     void store(CellRef cell, const CellValue& value);
     void done(Step step);
@@ -91,6 +97,7 @@ private:
     void paintHeads(QPainter& painter, const CellRange& cells);
     void paintSelection(QPainter& painter);
 
+    std::function<std::optional<Quantity>(CellRef)> m_quantities = [](CellRef) { return std::nullopt; };
     Worksheet m_sheet;
     SheetGeometry m_geometry;  // in pixels of the window
     SheetGeometry m_ink;       // in pixels of the screen; made when painted

@@ -7,6 +7,7 @@ set(sources
     SheetPainter.h
     SheetView.cpp
     SheetView.h
+    SheetViewClipboard.cpp
     SheetViewInput.cpp
     SheetWindow.cpp
     SheetWindow.h

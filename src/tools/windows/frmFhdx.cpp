@@ -67,6 +67,7 @@ void frmFhdx::butFhdxBg_Click()
         // Two points at least go with the conclusion.
         m_sheet->setPrint({.landscape = true, .fitToWidth = true, .headRows = 3, .lastBlock = 2 * gFhdxN});
         m_sheet->placeBeside(*this);
+        m_sheet->view().setQuantities([points = int(gFhdxN)](CellRef cell) { return FhdxQuantity(cell, points); });
         m_sheet->view().setCurrent("a4");  // the first name to type
         m_sheet->show();
         m_sheet->activateWindow();

@@ -1,4 +1,4 @@
-#include "editors/windows/frmZt.h"
+#include "ui/frmZt.h"
 
 #include "controls/XPButton.h"
 #include "ui/Layout.h"

@@ -1,7 +1,7 @@
 #pragma once
 // What a paste has converted, shown before it is taken.
 
-#include "editors/EditorRules.h"
+#include "base/DesignNumber.h"
 #include "ui/Form.h"
 
 #include <vector>
