@@ -4,10 +4,14 @@ packaging=$(realpath "$(dirname "${BASH_SOURCE[0]}")")
 checkout=$(realpath "$packaging/../..")
 cache=${VELUMARK_CACHE:-$HOME/.cache/velumark}
 jobs=$(nproc)
+# Chinese names in what is packed, times and modes that are the same everywhere.
+export LC_ALL=C.UTF-8 TZ=UTC
+umask 022
 
 say() { printf '%s  %s\n' "$(date +%H:%M:%S)" "$*" >&2; }
 
-# logged LOG COMMAND...: runs it, and shows the end of its log where it fails.
+# logged LOG COMMAND...: runs it, and shows the end of its log where it fails. A function must end itself by `|| return`
+# where a step of it fails: bash does not stop at one inside an `if`.
 logged() {
     local log=$1
     shift
@@ -44,18 +48,20 @@ Acquire::Languages "none";
 APT::Sandbox::User "$(id -un)";
 END
     (
-        cd "$folder"
+        cd "$folder" || return
         export APT_CONFIG=$folder/apt/apt.conf
-        apt-get -q update
-        apt-get -q source --download-only "$@"
-    ) </dev/null
+        apt-get -q update && apt-get -q source --download-only "$@"
+    ) </dev/null || {
+        echo "no sources of $*: Debian may have newer ones than the packages here; apt-get upgrade first"
+        return 1
+    }
     rm -rf "$folder/apt"
 }
 
 # unpacked FOLDER SOURCE: the folder of the unpacked source package.
 unpacked() {
     local folder=$1 source=$2
-    [[ -d $folder/$source ]] || dpkg-source --no-check -x "$folder/${source}"_*.dsc "$folder/$source" >&2
+    [[ -d $folder/$source ]] || dpkg-source --no-check -x "$folder/${source}"_*.dsc "$folder/$source" >&2 || return
     printf '%s\n' "$folder/$source"
 }
 
@@ -86,12 +92,15 @@ draw_icon() {
     icotool --create --output "$1" "${pictures[@]:0:9}" --raw "${pictures[9]}"
 }
 
-# fresh FOLDER LIBRARIES: a build folder made with other libraries goes.
-fresh() { grep -qsx "VM_PREFIX:[A-Z]*=$2" "$1/CMakeCache.txt" || rm -rf "$1"; }
+# fresh FOLDER LIBRARIES [QT]: a build folder made with other libraries or another Qt goes.
+fresh() {
+    grep -qsx "VM_PREFIX:[A-Z]*=$2" "$1/CMakeCache.txt" || rm -rf "$1"
+    [[ -z ${3:-} ]] || grep -qsx "Qt6_DIR:[A-Z]*=$3/lib/cmake/Qt6" "$1/CMakeCache.txt" || rm -rf "$1"
+}
 
-# with_wine: what runs .exe files from here on, in a prefix of the checkout's own. A locale that knows Chinese file names.
+# with_wine: what runs .exe files from here on, in a prefix of the checkout's own.
 with_wine() {
-    export LC_ALL=C.UTF-8 WINEDEBUG=-all WINEPREFIX=$checkout/build/wine VM_WINE=/usr/lib/wine/wine64
+    export WINEDEBUG=-all WINEPREFIX=$checkout/build/wine VM_WINE=/usr/lib/wine/wine64
     mkdir -p "$WINEPREFIX"
     DISPLAY='' "$VM_WINE" wineboot --init > "$checkout/build/wine.log" 2>&1
     trap '/usr/lib/wine/wineserver64 --kill || true' EXIT

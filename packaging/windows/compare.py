@@ -98,6 +98,13 @@ def commands(first, last, project):
     yield [project, "export", "--kml", "线.kml", "--gk", "117", *ranged]
     for ending in ("dat", "gsi", "csv", "txt"):
         yield [project, "points", *ranged, "--offset", "-12.5,0,12.5", "--main", "-o", f"点.{ending}"]
+    yield [project, "export", "--landxml", "线.xml"]
+    yield ["import", "线.xml", "--list"]
+    yield ["import", "线.xml", "--name", "导入" + project]
+    yield ["导入" + project, "tables"]
+    yield [project, "points", *ranged, "--offset", "0", "-o", "实测.csv"]
+    yield [project, "compare", "实测.csv"]
+    yield [project, "compare", "实测.csv", "-o", "比较.xlsx"]
     yield [project, "phone", "--name", "road" + str(len(project.encode()) + ord(project[-1]) % 7)]
     yield ["没有的项目", "tables"]
     yield [project, "没有的命令"]

@@ -9,6 +9,8 @@ import pathlib
 import sys
 import zipfile
 
+TRIED = ("样例文件", "示例")  # folders whose files may have been worked on: no update replaces them
+
 
 def main(stage, name, folder, listed):
     stage, folder = pathlib.Path(stage), pathlib.Path(folder)
@@ -32,9 +34,14 @@ def main(stage, name, folder, listed):
         there = "\\".join(("$INSTDIR", *below.parent.parts))
         if there != place:
             put.append(f'SetOutPath "{there}"')
+            put.append(f'SetOverwrite {"off" if below.parts[0] in TRIED else "on"}')
             place = there
         put.append(f'File "{path}"')
-        take.append(f'Delete "{there}\\{below.name}"')
+        if below.parts[0] in TRIED:
+            take.append(f'!insertmacro DeleteUnchanged "{there}\\{below.name}" {path.stat().st_size}')
+        else:
+            take.append(f'Delete "{there}\\{below.name}"')
+    put.append("SetOverwrite on")
     folders = [path.relative_to(stage) for path in paths if path.is_dir()]
     take += [f'RMDir "$INSTDIR\\{chr(92).join(below.parts)}"' for below in reversed(folders)]
     text = "!macro PutFiles\n  " + "\n  ".join(put) + "\n!macroend\n"

@@ -4,10 +4,12 @@
 Target amd64-unicode
 SetCompressor /SOLID lzma
 SetDateSave on
+AllowSkipFiles off
 ManifestDPIAware true
 RequestExecutionLevel user
 
 !include MUI2.nsh
+!include FileFunc.nsh
 !include WinVer.nsh
 !include "${FILES}"
 
@@ -29,6 +31,7 @@ VIAddVersionKey /LANG=2052 "LegalCopyright" "GPL-3.0"
 !define MUI_ABORTWARNING
 !define MUI_COMPONENTSPAGE_NODESC
 !define MUI_FINISHPAGE_RUN "$INSTDIR\velumark.exe"
+!define MUI_PAGE_CUSTOMFUNCTION_LEAVE NotAmongOtherFiles
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_COMPONENTS
 !insertmacro MUI_PAGE_INSTFILES
@@ -39,17 +42,64 @@ VIAddVersionKey /LANG=2052 "LegalCopyright" "GPL-3.0"
 
 ; A program that runs holds its file: nothing is replaced half.
 !macro RefuseWhileItRuns
-  ${If} ${FileExists} "$INSTDIR\velumark.exe"
+  !insertmacro RefuseWhileRunning velumark.exe
+  !insertmacro RefuseWhileRunning velumark-calc.exe
+!macroend
+!macro RefuseWhileRunning PROGRAM
+  !define AGAIN again${__LINE__}
+  ${AGAIN}:
+  ${If} ${FileExists} "$INSTDIR\${PROGRAM}"
     ClearErrors
-    FileOpen $0 "$INSTDIR\velumark.exe" a
+    FileOpen $0 "$INSTDIR\${PROGRAM}" a
     ${If} ${Errors}
-      MessageBox MB_OK|MB_ICONEXCLAMATION "Velumark 正在运行，请先退出程序。" /SD IDOK
+      MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "${PROGRAM} 正在运行（或不允许写入），请先退出程序。" /SD IDCANCEL IDRETRY ${AGAIN}
       SetErrorLevel 3
       Abort
     ${EndIf}
     FileClose $0
   ${EndIf}
+  !undef AGAIN
 !macroend
+
+; Nor is anything put down half where nothing can be written.
+!macro RefuseWithoutRights
+  ClearErrors
+  CreateDirectory "$INSTDIR"
+  FileOpen $0 "$INSTDIR\velumark.new" w
+  ${If} ${Errors}
+    MessageBox MB_OK|MB_ICONSTOP "“$INSTDIR”不能写入，请换一个目录安装。" /SD IDOK
+    SetErrorLevel 5
+    Abort
+  ${EndIf}
+  FileClose $0
+  Delete "$INSTDIR\velumark.new"
+!macroend
+
+; What somebody has worked on stays: it has another size than it had.
+!macro DeleteUnchanged FILE SIZE
+  ClearErrors
+  FileOpen $0 "${FILE}" r
+  ${IfNot} ${Errors}
+    FileSeek $0 0 END $1
+    FileClose $0
+    ${If} $1 == ${SIZE}
+      Delete "${FILE}"
+    ${EndIf}
+  ${EndIf}
+!macroend
+
+; A folder with files of the user's own, maybe with our names, is not the program's.
+Function NotAmongOtherFiles
+  ${DirState} "$INSTDIR" $0
+  ${If} $0 == 1
+  ${AndIfNot} ${FileExists} "$INSTDIR\velumark.exe"
+  ${AndIfNot} ${FileExists} "$INSTDIR\参数文件\*.*"
+    MessageBox MB_OKCANCEL|MB_ICONQUESTION "“$INSTDIR”里已有别的文件，程序将安装到“$INSTDIR\Velumark”。" IDOK below
+    Abort
+    below:
+    StrCpy $INSTDIR "$INSTDIR\Velumark"
+  ${EndIf}
+FunctionEnd
 
 Function .onInit
   ${IfNot} ${AtLeastWin10}
@@ -67,6 +117,7 @@ FunctionEnd
 Section "Velumark ${VERSION}"
   SectionIn RO
   !insertmacro RefuseWhileItRuns
+  !insertmacro RefuseWithoutRights
   !insertmacro PutFiles
   SetOutPath "$INSTDIR"
   WriteUninstaller "$INSTDIR\卸载.exe"
