@@ -477,6 +477,31 @@ private slots:
         w.window->setZoom(100);
         QCOMPARE(w.window->zoom(), 4.0);
     }
+    void whatCellsHoldIsSeenAtEveryZoom()
+    {
+        Window w;
+        w.window->change([](Worksheet& sheet) {
+            sheet.setInterior("b2", 35);
+            sheet.setText("d2", "■■■");
+        });
+        for (const double zoom : {1.0, 0.5, 1.5, 1.0}) {
+            w.window->setZoom(zoom);
+            const QImage image = w.view().viewport()->grab().toImage();
+            const double ratio = image.devicePixelRatio();
+            const auto found = [&](const char* address, auto&& isIt) {
+                const QRect rect = w.view().cellRect(address);
+                for (int x = rect.left() + 2; x < rect.right() - 1; ++x)
+                    for (int y = rect.top() + 2; y < rect.bottom() - 1; ++y)
+                        if (const QPoint at = (QPointF(x, y) * ratio).toPoint();
+                            image.rect().contains(at) && isIt(image.pixelColor(at)))
+                            return true;
+                return false;
+            };
+            QVERIFY2(found("b2", [](QColor c) { return c == QColor(0xCC, 0xFF, 0xCC); }),
+                     qPrintable(QString::number(zoom)));
+            QVERIFY2(found("d2", [](QColor c) { return c.lightness() < 128; }), qPrintable(QString::number(zoom)));
+        }
+    }
     void aMergedCellIsFilledWholeAndRuledAround()
     {
         Worksheet sheet;

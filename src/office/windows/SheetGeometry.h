@@ -32,7 +32,7 @@ public:
 
 private:
     static int key(CellRef cell) { return cell.row * kSheetCols + cell.col; }
-    double m_scale = 1;
+    double m_scale = 0;  // nothing is measured
     std::vector<int> m_x{0}, m_y{0};
     std::vector<CellRange> m_merges;
     std::unordered_map<int, std::size_t> m_mergeOf;
