@@ -67,6 +67,7 @@ public:
     QMenu* contextMenu() const { return m_menu; }
 
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
     void keyboardSearch(const QString&) override {}  ///< typing moves nothing
 
 signals:

@@ -114,6 +114,14 @@ bool MSFlexGrid::eventFilter(QObject* watched, QEvent* event)
     return QTableView::eventFilter(watched, event);
 }
 
+/// However small its window, a whole row stands between the header and the bar below.
+QSize MSFlexGrid::minimumSizeHint() const
+{
+    const int header = horizontalHeader()->isHidden() ? 0 : horizontalHeader()->sizeHint().height();
+    const int row = verticalHeader()->defaultSectionSize() + horizontalScrollBar()->sizeHint().height();
+    return QTableView::minimumSizeHint().expandedTo({0, 2 * frameWidth() + header + row});
+}
+
 /// Scrolled by rows to the end, a view puts the last row at its foot and cuts the top one: there is room for both.
 void MSFlexGrid::showTopRowWhole()
 {

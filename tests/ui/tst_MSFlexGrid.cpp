@@ -647,6 +647,27 @@ private slots:
         QCOMPARE(tipAt(1, 1), "");
     }
 
+    void aWholeRowHasRoomHoweverSmallTheGrid_data()
+    {
+        QTest::addColumn<int>("points");
+        for (const int points : {9, 14, 28}) QTest::addRow("%d", points) << points;
+    }
+    void aWholeRowHasRoomHoweverSmallTheGrid()
+    {
+        QFETCH(int, points);
+        QWidget around;
+        MSFlexGrid grid(&around);
+        QFont font = grid.font();
+        font.setPointSize(points);
+        grid.setFont(font);
+        fill(grid, 5, 9);  // wider than what is left of it, so that there is a bar below
+        grid.resize(200, grid.minimumSizeHint().height());
+        around.show();
+        QVERIFY(grid.horizontalScrollBar()->isVisible());
+        QCOMPARE(grid.cellRect(1, 1).top(), grid.viewport()->geometry().top());
+        QVERIFY(grid.cellRect(1, 1).bottom() <= grid.viewport()->geometry().bottom());
+    }
+
     void hintShowsOnlyInAnEmptyGrid()
     {
         Window w;
