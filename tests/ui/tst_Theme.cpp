@@ -65,13 +65,15 @@ private slots:
 
     void labelsStandRightAlignedInOneColumn()
     {
-        QWidget window;
+        QWidget around;  // a window of its own would have a least width on some desktops
+        QWidget window(&around);
         auto* one = new QLineEdit(&window);
         auto* two = new QLineEdit(&window);
         auto* check = new QCheckBox("夹角", &window);
         auto* three = new QLineEdit(&window);
         ui::arrange(window, {ui::fieldColumn({{QString("计算里程"), one}, {QString("偏距"), two}, {check, three}})});
-        window.show();
+        window.adjustSize();
+        around.show();
         const auto labels = window.findChildren<QLabel*>();
         QCOMPARE(labels.size(), 2);
         QCOMPARE(labels[0]->geometry().right(), labels[1]->geometry().right());
