@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 
@@ -19,6 +20,15 @@ namespace plot {
 namespace {
 
 double curvatureOf(double radius) { return radius == 0 ? 0 : 1 / radius; }
+
+/// The number that is nearest to a power of ten. Not every system's pow gives it.
+double powerOfTen(int exponent)
+{
+    const std::string text = "1e" + std::to_string(exponent);
+    double power = 1;
+    std::from_chars(text.data(), text.data() + text.size(), power);
+    return power;
+}
 
 }  // namespace
 
@@ -45,7 +55,7 @@ std::string shortest(double value, int decimals)
 double niceStep(double least)
 {
     if (!(least > 0)) return 1;
-    const double power = std::pow(10, std::floor(std::log10(least)));
+    const double power = powerOfTen(static_cast<int>(std::floor(std::log10(least))));
     for (const double times : {1.0, 2.0, 5.0})
         if (times * power >= least * 0.999999) return times * power;
     return 10 * power;

@@ -208,6 +208,15 @@ TEST(PlotNumbers, StepsAreOneTwoOrFive)
     EXPECT_EQ(niceStep(501), 1000);
 }
 
+TEST(PlotNumbers, AStepOfAPowerOfTenIsTheNearestNumber)
+{
+    for (int exponent = -12; exponent <= 12; ++exponent) {
+        const double power = std::stod("1e" + std::to_string(exponent));
+        EXPECT_EQ(niceStep(power), power) << exponent;
+        EXPECT_EQ(niceStep(1.5 * power), 2 * power) << exponent;
+    }
+}
+
 TEST(PlotNumbers, ZeroHasNoSign)
 {
     EXPECT_EQ(fixed(-0.0004, 3), "0.000");
