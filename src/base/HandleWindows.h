@@ -51,7 +51,27 @@ public:
         }
         return true;
     }
-    bool flush() const { return FlushFileBuffers(m_handle) != 0; }
+    /// What was written is on the disk, or where the file lies nobody can say: some file systems know of no such thing,
+    /// and some servers allow it to nobody. Any other failure is of the bytes themselves.
+    bool flush() const
+    {
+        if (FlushFileBuffers(m_handle)) return true;
+        const DWORD why = GetLastError();
+        if (why == ERROR_INVALID_FUNCTION || why == ERROR_NOT_SUPPORTED || why == ERROR_CALL_NOT_IMPLEMENTED)
+            return true;
+        if (why == ERROR_ACCESS_DENIED && isOnNetwork()) return true;
+        SetLastError(why);
+        return false;
+    }
+    /// The file at the end of all links, from its drive or server on; "" where the system cannot tell.
+    std::wstring finalName() const
+    {
+        std::wstring name(32768, L'\0');
+        const DWORD size = GetFinalPathNameByHandleW(m_handle, name.data(), static_cast<DWORD>(name.size()), 0);
+        name.resize(size < name.size() ? size : 0);
+        return name;
+    }
+    bool isOnNetwork() const { return finalName().starts_with(LR"(\\?\UNC\)"); }
     bool close()
     {
         const HANDLE handle = std::exchange(m_handle, INVALID_HANDLE_VALUE);

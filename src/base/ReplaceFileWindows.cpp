@@ -7,6 +7,7 @@
 #include <aclapi.h>
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 namespace fs = std::filesystem;
 
@@ -55,12 +56,16 @@ void takeRights(HANDLE old, HANDLE made)
 /// The new bytes beside the old ones, gone with this object unless they have taken the place of the file.
 class Beside {
 public:
-    explicit Beside(const fs::path& file) : m_file(file)
+    /// @param replaces  a file stands there, whose rights the new one is to get
+    Beside(const fs::path& file, bool replaces) : m_file(file)
     {
         const auto beginning = TemporaryNames(file);
         for (int i = 0; !m_opened && (i == 0 || (GetLastError() == ERROR_FILE_EXISTS && i < 100)); ++i) {
             m_path = FolderOf(file) / NameByChance(beginning);
-            m_opened.emplace(m_path, GENERIC_WRITE | WRITE_DAC, CREATE_NEW);
+            m_opened.emplace(m_path, GENERIC_WRITE | (replaces ? WRITE_DAC : 0), CREATE_NEW);
+            // Whoever may change files of a share may not always change who else may.
+            if (!*m_opened && replaces && GetLastError() == ERROR_ACCESS_DENIED)
+                m_opened.emplace(m_path, GENERIC_WRITE, CREATE_NEW);
             if (!*m_opened) m_opened.reset();
         }
         BY_HANDLE_FILE_INFORMATION status{};
@@ -104,20 +109,34 @@ private:
     std::optional<Handle> m_opened;
 };
 
+/// Why a file that could be opened for writing was not replaced. Who has mapped it, or reads it and lets others delete
+/// it, makes Windows speak of rights; where its user has the right to take it away, it is held.
+std::error_code whyNotReplaced(const fs::path& file)
+{
+    const auto why = lastFailure();
+    if (why.value() == ERROR_USER_MAPPED_FILE) return std::make_error_code(std::errc::device_or_resource_busy);
+    if (why.value() != ERROR_ACCESS_DENIED) return why;
+    const Handle gone(file, DELETE, OPEN_EXISTING);
+    return gone || GetLastError() == ERROR_SHARING_VIOLATION ? std::make_error_code(std::errc::device_or_resource_busy)
+                                                             : why;
+}
+
 void writeStraight(const std::string& path, const Handle& file, const PiecesOfFile& next)
 {
     for (auto piece = next(); !piece.empty(); piece = next())
         if (!file.write(piece)) fail(path, lastFailure());
 }
 
-/// The file at the end of all links.
-fs::path realPath(const Handle& file, const fs::path& named)
+/// A new file's name from its drive on, marked as one that needs no measuring: the temporary name beside it may be
+/// longer than what Windows else takes. A name that is too long itself stays as it is, and so does a device.
+fs::path wholeName(const fs::path& named)
 {
-    std::wstring name(32768, L'\0');
-    const DWORD size = GetFinalPathNameByHandleW(file.get(), name.data(), static_cast<DWORD>(name.size()), 0);
-    if (size == 0 || size >= name.size()) return named;
+    std::wstring name(MAX_PATH, L'\0');
+    const DWORD size = GetFullPathNameW(named.c_str(), MAX_PATH, name.data(), nullptr);
+    if (size == 0 || size >= MAX_PATH) return named;
     name.resize(size);
-    return name;
+    if (name.starts_with(LR"(\\?\)") || name.starts_with(LR"(\\.\)")) return named;
+    return name.starts_with(LR"(\\)") ? LR"(\\?\UNC)" + name.substr(1) : LR"(\\?\)" + name;
 }
 
 }  // namespace
@@ -142,12 +161,14 @@ void ReplaceWhole(const std::string& path, const PiecesOfFile& next, bool straig
         if (!old->isOnDisk())
             return straight ? writeStraight(path, *old, next) : fail(path, std::errc::invalid_argument);
         if (!whole) fail(path, refusal);
-        file = realPath(*old, file);
+        if (auto real = old->finalName(); !real.empty()) file = std::move(real);
+    } else {
+        file = wholeName(file);
     }
-    Beside beside(file);
+    Beside beside(file, exists);
     if (!beside) fail(path, lastFailure());
     if (exists) takeRights(old->get(), beside.handle());
     if (!beside.write(next)) fail(path, lastFailure());
     old.reset();
-    if (!beside.replace(exists ? attributes : 0)) fail(path, lastFailure());
+    if (!beside.replace(exists ? attributes : 0)) fail(path, exists ? whyNotReplaced(file) : lastFailure());
 }

@@ -18,21 +18,22 @@ public:
     Temporary()
     {
         std::random_device chance;
-        const auto path = std::filesystem::temp_directory_path() /
-                          ("velumark-" + std::to_string(chance()) + "-" + std::to_string(chance()) + ".xlsx");
-        const auto text = path.u8string();
+        m_path = std::filesystem::temp_directory_path() /
+                 ("velumark-" + std::to_string(chance()) + "-" + std::to_string(chance()) + ".xlsx");
+        const auto text = m_path.u8string();
         m_name.assign(text.begin(), text.end());
     }
     ~Temporary()
     {
         std::error_code ignored;
-        std::filesystem::remove(m_name, ignored);
+        std::filesystem::remove(m_path, ignored);  // not the name: Windows reads narrow ones in its own code page
     }
     Temporary(const Temporary&) = delete;
     Temporary& operator=(const Temporary&) = delete;
     const std::string& name() const { return m_name; }
 
 private:
+    std::filesystem::path m_path;
     std::string m_name;
 };
 

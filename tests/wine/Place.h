@@ -39,10 +39,11 @@ struct Place : testing::Test {
         std::ifstream in(filePath(path(name)), std::ios::binary);
         return {std::istreambuf_iterator<char>(in), {}};
     }
-    std::vector<std::string> names() const
+    std::vector<std::string> names() const { return namesIn("."); }
+    std::vector<std::string> namesIn(const std::string& folder) const
     {
         std::vector<std::string> all;
-        for (const auto& entry : std::filesystem::directory_iterator(filePath(root))) {
+        for (const auto& entry : std::filesystem::directory_iterator(filePath(path(folder)))) {
             const auto name = entry.path().filename().u8string();
             all.emplace_back(name.begin(), name.end());
         }
