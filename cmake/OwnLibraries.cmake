@@ -17,6 +17,6 @@ function(vm_own_libraries target)
         file(CONFIGURE OUTPUT ${folder}/own.qrc CONTENT
              "<RCC><qresource prefix=\"/qt/etc\"><file>qt.conf</file></qresource></RCC>\n")
         target_sources(${target} PRIVATE ${folder}/own.qrc)
-        set_target_properties(${target} PROPERTIES AUTORCC ON AUTORCC_OPTIONS --no-compress)
+        set_target_properties(${target} PROPERTIES AUTORCC ON AUTORCC_OPTIONS "--no-compress;--format-version;1")
     endif()
 endfunction()

@@ -8,6 +8,7 @@ set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_AUTORCC_OPTIONS --format-version 1)  # without the times of the files: one commit gives the same bytes
 option(VM_QT "Build what needs Qt" ON)
 option(VM_WARNINGS_ARE_ERRORS "A warning ends the build; the presets set it, a user's newer compiler may warn" OFF)
 option(VM_SANITIZE "Address and undefined-behaviour sanitizers" OFF)
