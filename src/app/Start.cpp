@@ -4,7 +4,9 @@
 #include "app/frmMain.h"
 #include "base/FilePath.h"
 #include "base/Machine.h"
+#include "dialogs/Messages.h"
 #include "project/Workspace.h"
+#include "ui/Desktop.h"
 #include "ui/Platform.h"
 #include "ui/QtDialogs.h"
 #include "ui/RunHandler.h"
@@ -45,6 +47,10 @@ int runVelumark(int argc, char** argv)
     QtDialogs qtDialogs;
     setDialogs(&qtDialogs);
     gAppPath = ProgramFolder(argv[0]);
+    if (IsUnpackedForAMoment(gAppPath)) {  // what it would make there would be lost
+        dialogs().box(Notice("请先把压缩包全部解压，再运行解压出来的 velumark.exe。"));
+        return 1;
+    }
     std::error_code ignored;
     std::filesystem::current_path(filePath(gAppPath), ignored);
 

@@ -1,6 +1,7 @@
 #include "app/Start.h"
+#include "base/FileError.h"
+#include "ui/Desktop.h"
 
-#include <cstdio>
 #include <filesystem>
 #include <new>
 
@@ -10,9 +11,10 @@ int main(int argc, char** argv)
     try {
         return runVelumark(argc, argv);
     } catch (const std::bad_alloc&) {
-        std::fputs("velumark：内存不足\n", stderr);
+        TellWithoutWindow("内存不足");
     } catch (const std::filesystem::filesystem_error& error) {
-        std::fprintf(stderr, "velumark：%s\n", error.what());
+        const auto path = error.path1().u8string();
+        TellWithoutWindow(FileError({path.begin(), path.end()}, FileError::Reading, error.code()).what());
     }
     return 1;
 }

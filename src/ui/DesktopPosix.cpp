@@ -7,6 +7,8 @@
 #include <QGuiApplication>
 #include <QUrl>
 
+#include <cstdio>
+
 QString UnseenTitle() { return QChar(0x200B); }
 
 bool IsKeyHeld(int virtualKey)
@@ -31,3 +33,9 @@ bool OpenOnDesktop(const QString& pathOrAddress)
     return QDesktopServices::openUrl(isAddress ? QUrl::fromUserInput(pathOrAddress)
                                                : QUrl::fromLocalFile(pathOrAddress));
 }
+
+void KeepWhatIsCopied() {}
+
+void TellWithoutWindow(const char* utf8) { std::fprintf(stderr, "velumark：%s\n", utf8); }
+
+bool IsUnpackedForAMoment(const std::string&) { return false; }

@@ -1,13 +1,19 @@
 #include "ui/Desktop.h"
 
+#include "base/FileBytes.h"
+#include "base/FilePath.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QUrl>
 
+#include <filesystem>
 #include <string>
+#include <system_error>
 #include <windows.h>
 
 // After windows.h, which they need.
+#include <ole2.h>
 #include <shellapi.h>
 #include <shlwapi.h>
 
@@ -40,6 +46,15 @@ bool openPage(const QUrl& page)
     return OpenOnDesktop(page.toLocalFile());
 }
 
+/// Compared as places: the folder for temporary files is often told by a short name of eight letters.
+bool liesBelow(std::filesystem::path place, const std::filesystem::path& folder)
+{
+    std::error_code error;
+    for (; place.has_relative_path(); place = place.parent_path())
+        if (std::filesystem::equivalent(place, folder, error)) return true;
+    return false;
+}
+
 }  // namespace
 
 // A blank stays there; not every font of captions has characters without a width.
@@ -58,4 +73,23 @@ bool OpenOnDesktop(const QString& pathOrAddress)
     if (file.suffix().compare(u"chm", Qt::CaseInsensitive) == 0)
         return started(L"hh.exe", (u'"' + path + u'"').toStdWString().c_str(), SW_SHOWMAXIMIZED);
     return started(path.toStdWString().c_str(), nullptr, file.isDir() ? SW_SHOWNORMAL : SW_SHOWMAXIMIZED);
+}
+
+// A program that pastes is given the data when it asks; the flush gives them to Windows now.
+void KeepWhatIsCopied() { OleFlushClipboard(); }
+
+void TellWithoutWindow(const char* utf8)
+{
+    wchar_t text[1024] = L"";  // also where there is no memory left
+    if (MultiByteToWideChar(CP_UTF8, 0, utf8, -1, text, 1024))
+        MessageBoxW(nullptr, text, L"Velumark", MB_OK | MB_ICONERROR);
+}
+
+bool IsUnpackedForAMoment(const std::string& folder)
+{
+    wchar_t temporary[MAX_PATH + 1] = L"";
+    GetTempPathW(MAX_PATH + 1, temporary);
+    // Without the separator at its end, with which it is found nowhere.
+    return liesBelow(filePath(folder), std::filesystem::path(temporary).parent_path()) &&
+           !FolderExists(folder + "/示例") && !FileExists(folder + "/LICENSE");
 }

@@ -7,7 +7,9 @@
 #include <QWidget>
 #include <QWindow>
 
+#include <filesystem>
 #include <string>
+#include <system_error>
 #include <vector>
 #include <windows.h>
 
@@ -43,6 +45,23 @@ private:
     std::vector<HWND> m_disabled;
 };
 
+/// The dialog to open a file moves the process into the folder that was chosen; relative names and the removal of that
+/// folder, which it would keep from going, want it where it was.
+class FolderKept {
+public:
+    FolderKept() : m_folder(std::filesystem::current_path(m_error)) {}
+    ~FolderKept()
+    {
+        if (!m_error) std::filesystem::current_path(m_folder, m_error);
+    }
+    FolderKept(const FolderKept&) = delete;
+    FolderKept& operator=(const FolderKept&) = delete;
+
+private:
+    std::error_code m_error;
+    std::filesystem::path m_folder;
+};
+
 /// Caption and patterns in turn, each ended by a zero, one zero more at the end.
 std::wstring pairsOf(const QString& filter)
 {
@@ -73,10 +92,12 @@ QString askForFile(QWidget* over, FileDialog kind, const QString& filter, const 
     ask.lpstrFile = name.data();
     ask.nMaxFile = kRoom;
     ask.lpstrTitle = title.c_str();
-    // No OFN_OVERWRITEPROMPT and no default extension: whoever asks does both. The process stays in its folder.
+    // No OFN_OVERWRITEPROMPT and no default extension: whoever asks does both. OFN_NOCHANGEDIR is not heard where a
+    // file is opened.
     ask.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR |
                 (kind == FileDialog::Open ? OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST : OFN_NOTESTFILECREATE);
 
+    const FolderKept folder;
     const OthersDisabled whileItStands(over);
     const auto show = [&] { return kind == FileDialog::Open ? GetOpenFileNameW(&ask) : GetSaveFileNameW(&ask); };
     bool chosen = show();

@@ -12,6 +12,7 @@ namespace {
 /// No destructor and no handler of a half-closed window runs any more.
 void endAtOnce(int code)
 {
+    KeepWhatIsCopied();
     std::fflush(nullptr);
     std::_Exit(code);
 }
