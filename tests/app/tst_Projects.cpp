@@ -217,9 +217,10 @@ private slots:
     void newProjectOnAFullDiskIsShownAsItIsListed()
     {
         Shown shown;
-        const auto path = ProjectPath("乙") + "/";
+        const fs::path path = ProjectPath("乙");
         const FailingCalls full([&](const Call& call) {
-            return call.name == "open" && call.path.starts_with(path) && call.flags & O_CREAT ? ENOSPC : 0;
+            return call.name == "open" && fs::path(call.path).parent_path() == path && call.flags & O_CREAT ? ENOSPC
+                                                                                                            : 0;
         });
         shown.create("乙", [](QWidget& dialog) {
             QVERIFY(dialog.isVisible());

@@ -4,7 +4,6 @@
 #include "base/RunTimeError.h"
 #include "editors/EditorText.h"
 #include "project/Backups.h"
-#include "support/KillAtRandomPoints.h"
 #include "support/ProjectFolder.h"
 
 #include <gtest/gtest.h>
@@ -494,26 +493,5 @@ TEST(EditorFile, EverySampleFileSavedUnchangedIsTheSame)
         sameBytes("示例一", t);
     for (const EditorTable& t : {JmpqxTable(), SqxTable(), CgTable(), CgkdTable(), DxdTable()}) sameBytes("示例二", t);
 }
-
-struct EditorSave : testing::TestWithParam<EditorTable> {};
-
-TEST_P(EditorSave, KilledWhileSaving)
-{
-    const EditorTable& t = GetParam();
-    const ProjectFolder folder;
-    const GridText before = gridOf(t, Rows(30, fullRow(t, "11")));
-    const GridText after = gridOf(t, Rows(40, fullRow(t, "222")));
-    killAtRandomPoints(folder.path(std::string(t.file)),
-                       {EditorBytes(t, before, frames(t)), EditorBytes(t, after, frames(t))}, [&] {
-                           SaveEditor(t, before, frames(t));
-                           SaveEditor(t, after, frames(t));
-                       });
-}
-
-INSTANTIATE_TEST_SUITE_P(, EditorSave,
-                         testing::Values(JdpqxTable(), JmpqxTable(), SqxTable(), CgTable(), CgkdTable(), DxdTable(),
-                                         DlTable(), SlopeTable(kTfz, 5), SlopeTable(kTfy, 5), SlopeTable(kWfz, 10),
-                                         SlopeTable(kWfy, 10)),
-                         [](const auto& editor) { return "frm" + std::string(editor.param.stem); });
 
 }  // namespace

@@ -278,7 +278,7 @@ std::map<std::string, std::string> everything()
 {
     std::map<std::string, std::string> all;
     for (const auto& entry : fs::recursive_directory_iterator(gAppPath))
-        all[entry.path()] = entry.is_regular_file() ? ProjectFolder::bytesOf(entry.path()) : "/";
+        all[entry.path().string()] = entry.is_regular_file() ? ProjectFolder::bytesOf(entry.path().string()) : "/";
     return all;
 }
 

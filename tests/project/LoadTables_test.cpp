@@ -6,7 +6,6 @@
 #include "SmallRoad.h"
 #include "project/LoadProject.h"
 #include "support/DamagedProjects.h"
-#include "support/OrdinaryUser.h"
 #include "support/SharedDiff.h"
 
 #include <filesystem>
@@ -139,23 +138,6 @@ TEST_F(LoadTables, AFileWithoutACommaIsToldWithItsLastLine)
     EXPECT_EQ(loadTables(folder.path(""), own).neverEnds, (Place{"竖曲线参数.txt", 2}));
     EXPECT_EQ(own.elemCount, 2);
     EXPECT_EQ(own.cgType, "");
-}
-
-TEST_F(LoadTables, AFileThatCannotBeReadIsTold)
-{
-    files(kRoad);
-    fs::permissions(folder.path("竖曲线参数.txt"), fs::perms::none);
-    Tables own;
-    Loaded loaded;
-    {
-        const OrdinaryUser user;
-        loaded = loadTables(folder.path(""), own);
-    }
-    fs::permissions(folder.path("竖曲线参数.txt"), fs::perms::owner_all);
-    ASSERT_EQ(loaded.unreadable.size(), 1u);
-    EXPECT_EQ(loaded.unreadable[0].name(), "竖曲线参数.txt");
-    EXPECT_EQ(own.sqxCount, 0);
-    EXPECT_EQ(own.cgCount, 1);
 }
 
 TEST_F(LoadTables, AFolderThatIsNotThereHasNoRows)

@@ -1,44 +1,15 @@
 // The text files of batches: what is read, what becomes of the file, and files that are none.
 
-#include "screens/BatchFile.h"
+#include "BatchFileTest.h"
 
-#include "base/ReplaceFile.h"
-#include "base/RunTimeError.h"
 #include "screens/Fs.h"
 #include "support/FailingCalls.h"
-#include "support/OrdinaryUser.h"
-#include "support/ProjectFolder.h"
-#include "support/ScreenTest.h"
 #include "support/ScriptedDialogs.h"
 
 #include <fcntl.h>
 #include <filesystem>
-#include <sys/stat.h>
-#include <thread>
-#include <unistd.h>
-
-namespace {
-
-struct BatchFile : testing::Test {
-    ProjectFolder folder;
-    std::string path = folder.root() + "/批量.txt";
-
-    void write(const std::string& bytes) const { WriteBytes(path, bytes); }
-    std::string bytes() const { return ProjectFolder::bytesOf(path); }
-    std::vector<BatchLine> read(const std::string& text)
-    {
-        write(text);
-        return ReadBatchFile(path, 2);
-    }
-    int failure(const std::string& text)
-    {
-        return fatalError([&] { read(text); });
-    }
-};
 
 using Lines = std::vector<BatchLine>;
-
-}  // namespace
 
 TEST_F(BatchFile, LinesOfNumbers)
 {
@@ -122,31 +93,6 @@ TEST_F(BatchFile, AMissingFileIsNotMade)
     EXPECT_FALSE(std::filesystem::exists(path));
 }
 
-TEST_F(BatchFile, AnUnreadableFileFailsAndStaysAsItIs)
-{
-    write("1,2\r\n\r\n");
-    std::filesystem::permissions(path, std::filesystem::perms::none);
-    {
-        const OrdinaryUser user;
-        EXPECT_EQ(fatalError([&] { ReadBatchFile(path, 2); }), RunTimeError::PathAccess);
-    }
-    std::filesystem::permissions(path, std::filesystem::perms::owner_all);
-    EXPECT_EQ(bytes(), "1,2\r\n\r\n");
-}
-
-TEST_F(BatchFile, AFileThatCannotBeCleanedFailsAndIsNotTorn)
-{
-    write("1,2\r\n\r\n3,4\r\n");
-    std::filesystem::permissions(folder.root(), std::filesystem::perms(0555));
-    {
-        const OrdinaryUser user;
-        EXPECT_EQ(fatalError([&] { ReadBatchFile(path, 2); }), RunTimeError::PathAccess);
-    }
-    std::filesystem::permissions(folder.root(), std::filesystem::perms(0755));
-    EXPECT_EQ(bytes(), "1,2\r\n\r\n3,4\r\n");
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.root()), {}), 2) << "and nothing lies beside it";
-}
-
 TEST_F(BatchFile, AFileWithoutBlankLinesIsWrittenAnewToo)
 {
     for (const std::string text : {"1,2\r\n", "1,2\r\n3,4\r\n"}) {
@@ -158,28 +104,6 @@ TEST_F(BatchFile, AFileWithoutBlankLinesIsWrittenAnewToo)
         EXPECT_EQ(bytes(), text);
         std::filesystem::remove(other);
     }
-}
-
-TEST_F(BatchFile, AFileInAReadOnlyFolderEndsTheRunWithoutAWord)
-{
-    shared = {};
-    straightNorth();
-    Screen screen(kInverseColumns);
-    ScriptedDialogs dialogs;
-    dialogs.open(path).open(path);
-    for (const std::string text : {"1,2\r\n", "1,2"}) {
-        write(text);
-        std::filesystem::permissions(folder.root(), std::filesystem::perms(0555));
-        {
-            const OrdinaryUser user;
-            EXPECT_TRUE(CalcFsFile(screen.rows));
-        }
-        std::filesystem::permissions(folder.root(), std::filesystem::perms(0755));
-        // A file without CR LF at its end and without a blank line has nothing to delete: it is read.
-        EXPECT_EQ(screen.state.changed, !text.ends_with("\r\n"));
-        EXPECT_EQ(bytes(), text);
-    }
-    shared = {};
 }
 
 TEST_F(BatchFile, AWriteProtectedFileEndsTheRunAndStays)

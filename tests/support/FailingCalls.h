@@ -1,19 +1,22 @@
 #pragma once
 // Lets calls of the operating system fail in the test's own process: this header's functions stand before those of the
-// C library. Without a FailingCalls alive they only pass on.
+// C library; on Windows those of FailingCallsWindows.cpp do. Without a FailingCalls alive they only pass on.
 //
 //     const FailingCalls full([](const Call& call) { return call.name == "write" ? ENOSPC : 0; });
 
 #include <cerrno>
-#include <cstdarg>
-#include <dlfcn.h>
 #include <fcntl.h>
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
+
+#ifndef _WIN32
+#include <cstdarg>
+#include <dlfcn.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <utility>
+#endif
 
 struct Call {
     std::string_view name;
@@ -31,9 +34,10 @@ public:
     FailingCalls(const FailingCalls&) = delete;
     FailingCalls& operator=(const FailingCalls&) = delete;
 
+    static bool alive() { return current && !asking; }
     static bool fails(const Call& call)
     {
-        if (!current || asking) return false;
+        if (!alive()) return false;
         const struct Asking {  // what the test itself does in its answer goes through
             Asking() { asking = true; }
             ~Asking() { asking = false; }
@@ -47,6 +51,8 @@ private:
     static inline Answer current;
     static inline bool asking = false;
 };
+
+#ifndef _WIN32
 
 namespace failing_calls {
 template <class Function>
@@ -93,3 +99,5 @@ VM_FAILING_CALL(int, mkdir, (const char* path, mode_t mode) noexcept, (path, mod
 
 #undef VM_FAILING_CALL
 }
+
+#endif

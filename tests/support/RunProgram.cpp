@@ -9,7 +9,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-Ran runProgram(const std::string& program, const std::vector<std::string>& args, const std::string& input, uid_t user)
+Ran runProgram(const std::string& program, const std::vector<std::string>& args, const std::string& input,
+               unsigned user)
 {
     namespace fs = std::filesystem;
     std::string pattern = (fs::temp_directory_path() / "velumark-run-XXXXXX").string();
@@ -45,7 +46,7 @@ Ran runProgram(const std::string& program, const std::vector<std::string>& args,
 
 std::string companionPath() { return VM_COMPANION; }
 
-Ran runCompanion(const std::vector<std::string>& args, const std::string& input, uid_t user)
+Ran runCompanion(const std::vector<std::string>& args, const std::string& input, unsigned user)
 {
     return runProgram(companionPath(), args, input, user);
 }
