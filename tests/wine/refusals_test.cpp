@@ -1,6 +1,6 @@
 // Replacing files where Windows refuses single calls: on shares, in deep folders, while others look at the file.
 
-#include "FailingCalls.h"
+#include "RefusedCalls.h"
 #include "Place.h"
 
 #include "base/FileError.h"
@@ -17,7 +17,7 @@ namespace {
 
 struct Refusals : Place {
     Refusals() { write("表.txt", "old"); }
-    ~Refusals() override { FailingCalls::finalName.clear(); }
+    ~Refusals() override { RefusedCalls::finalName.clear(); }
 
     static std::string writingAt(const std::string& path)
     {
@@ -33,7 +33,7 @@ struct Refusals : Place {
 
 TEST_F(Refusals, AShareWithTheRightToChangeAloneTakesNewFilesAndOldOnes)
 {
-    const FailingCalls share([](const Call& call) -> DWORD {
+    const RefusedCalls share([](const Call& call) -> DWORD {
         return call.name == "CreateFileW" && (call.access & WRITE_DAC) ? ERROR_ACCESS_DENIED : 0;
     });
     EXPECT_EQ(writing("新.txt"), "");
@@ -45,7 +45,7 @@ TEST_F(Refusals, AShareWithTheRightToChangeAloneTakesNewFilesAndOldOnes)
 
 TEST_F(Refusals, AFolderThatTakesNoFileIsSaidToBeWithoutTheRight)
 {
-    const FailingCalls closed([](const Call& call) -> DWORD {
+    const RefusedCalls closed([](const Call& call) -> DWORD {
         return call.name == "CreateFileW" && call.path.ends_with(L".tmp") ? ERROR_ACCESS_DENIED : 0;
     });
     EXPECT_EQ(writing("表.txt"), "没有写入权限");
@@ -72,7 +72,7 @@ TEST_F(Refusals, AFileThatAViewerShowsIsHeldByIt)
 TEST_F(Refusals, AMappedFileIsHeldWhateverWindowsCallsIt)
 {
     for (const DWORD said : {ERROR_ACCESS_DENIED, ERROR_USER_MAPPED_FILE, ERROR_SHARING_VIOLATION}) {
-        const FailingCalls mapped([said](const Call& call) { return call.name == "MoveFileExW" ? said : 0; });
+        const RefusedCalls mapped([said](const Call& call) { return call.name == "MoveFileExW" ? said : 0; });
         EXPECT_EQ(writing("表.txt"), "正被其他程序使用") << said;
     }
     EXPECT_THAT(names(), ElementsAre("表.txt"));
@@ -80,7 +80,7 @@ TEST_F(Refusals, AMappedFileIsHeldWhateverWindowsCallsIt)
 
 TEST_F(Refusals, AFileThatMayBeWrittenButNotTakenAwayIsSaidToBeWithoutTheRight)
 {
-    const FailingCalls kept([](const Call& call) -> DWORD {
+    const RefusedCalls kept([](const Call& call) -> DWORD {
         const bool takes = call.name == "MoveFileExW" || (call.name == "CreateFileW" && (call.access & DELETE));
         return takes ? ERROR_ACCESS_DENIED : 0;
     });
@@ -93,7 +93,7 @@ DWORD flushing(const Call& call, DWORD why) { return call.name == "FlushFileBuff
 TEST_F(Refusals, WhereNothingIsFlushedASaveSucceeds)
 {
     for (const DWORD why : {ERROR_INVALID_FUNCTION, ERROR_NOT_SUPPORTED, ERROR_CALL_NOT_IMPLEMENTED}) {
-        const FailingCalls simple([why](const Call& call) { return flushing(call, why); });
+        const RefusedCalls simple([why](const Call& call) { return flushing(call, why); });
         EXPECT_EQ(writing("表.txt"), "") << why;
         EXPECT_EQ(bytes("表.txt"), "new");
         write("表.txt", "old");
@@ -102,9 +102,9 @@ TEST_F(Refusals, WhereNothingIsFlushedASaveSucceeds)
 
 TEST_F(Refusals, OnlyAServerMayForbidToFlush)
 {
-    const FailingCalls forbidden([](const Call& call) { return flushing(call, ERROR_ACCESS_DENIED); });
+    const RefusedCalls forbidden([](const Call& call) { return flushing(call, ERROR_ACCESS_DENIED); });
     EXPECT_EQ(writing("新.txt"), "没有写入权限");
-    FailingCalls::finalName = LR"(\\?\UNC\服务器\共享\.vm.tmp)";
+    RefusedCalls::finalName = LR"(\\?\UNC\服务器\共享\.vm.tmp)";
     EXPECT_EQ(writing("新.txt"), "");
     EXPECT_EQ(bytes("新.txt"), "new");
 }
@@ -114,7 +114,7 @@ TEST_F(Refusals, BytesThatAreLostAreAFailedSave)
     const std::initializer_list<DWORD> losses = {ERROR_DISK_FULL, ERROR_WRITE_FAULT, ERROR_IO_DEVICE,
                                                  ERROR_UNEXP_NET_ERR, ERROR_NETNAME_DELETED};
     for (const DWORD why : losses) {
-        const FailingCalls lost([why](const Call& call) { return flushing(call, why); });
+        const RefusedCalls lost([why](const Call& call) { return flushing(call, why); });
         EXPECT_NE(writing("表.txt"), "") << why;
     }
     EXPECT_EQ(bytes("表.txt"), "old");
@@ -123,7 +123,7 @@ TEST_F(Refusals, BytesThatAreLostAreAFailedSave)
 
 /// Windows takes 259 characters, unless a name begins with \\?\.
 struct DeepFolders : Refusals {
-    FailingCalls windows{[](const Call& call) -> DWORD {
+    RefusedCalls windows{[](const Call& call) -> DWORD {
         return call.path.size() >= MAX_PATH && !call.path.starts_with(LR"(\\?\)") ? ERROR_PATH_NOT_FOUND : 0;
     }};
 
@@ -154,7 +154,7 @@ TEST_F(DeepFolders, TakeNewFilesUpToTheLongestNameThatOthersMayWrite)
 TEST_F(DeepFolders, OfAServerAreNamedAsItsOwn)
 {
     std::vector<std::wstring> made;
-    const FailingCalls server([&made](const Call& call) -> DWORD {
+    const RefusedCalls server([&made](const Call& call) -> DWORD {
         if (call.name == "GetFileAttributesW") return ERROR_FILE_NOT_FOUND;
         if (call.name != "CreateFileW") return 0;
         made.push_back(call.path);

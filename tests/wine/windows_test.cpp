@@ -85,7 +85,7 @@ TEST_F(Archives, OneThatStandsElsewhereOrWithItsFilesWasNot)
 
 }  // namespace
 
-// Before the system's own dialogs, as in FailingCalls.cpp.
+// Before the system's own dialogs, as in RefusedCalls.cpp.
 extern "C" {
 decltype(&GetOpenFileNameW) __imp_GetOpenFileNameW = chooseElsewhere;
 decltype(&GetSaveFileNameW) __imp_GetSaveFileNameW = chooseElsewhere;

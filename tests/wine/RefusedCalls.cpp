@@ -1,4 +1,4 @@
-#include "FailingCalls.h"
+#include "RefusedCalls.h"
 
 namespace {
 
@@ -12,32 +12,32 @@ Function* system(const char* name)
 HANDLE WINAPI createFile(LPCWSTR path, DWORD access, DWORD sharing, LPSECURITY_ATTRIBUTES security, DWORD disposition,
                          DWORD flags, HANDLE like)
 {
-    if (FailingCalls::fails({.name = "CreateFileW", .path = path, .access = access})) return INVALID_HANDLE_VALUE;
+    if (RefusedCalls::fails({.name = "CreateFileW", .path = path, .access = access})) return INVALID_HANDLE_VALUE;
     return system<decltype(CreateFileW)>("CreateFileW")(path, access, sharing, security, disposition, flags, like);
 }
 
 DWORD WINAPI attributes(LPCWSTR path)
 {
-    if (FailingCalls::fails({.name = "GetFileAttributesW", .path = path})) return INVALID_FILE_ATTRIBUTES;
+    if (RefusedCalls::fails({.name = "GetFileAttributesW", .path = path})) return INVALID_FILE_ATTRIBUTES;
     return system<decltype(GetFileAttributesW)>("GetFileAttributesW")(path);
 }
 
 BOOL WINAPI flush(HANDLE file)
 {
-    return !FailingCalls::fails({.name = "FlushFileBuffers"}) &&
+    return !RefusedCalls::fails({.name = "FlushFileBuffers"}) &&
            system<decltype(FlushFileBuffers)>("FlushFileBuffers")(file);
 }
 
 BOOL WINAPI move(LPCWSTR from, LPCWSTR to, DWORD how)
 {
-    return !FailingCalls::fails({.name = "MoveFileExW", .path = from}) &&
-           !FailingCalls::fails({.name = "MoveFileExW", .path = to}) &&
+    return !RefusedCalls::fails({.name = "MoveFileExW", .path = from}) &&
+           !RefusedCalls::fails({.name = "MoveFileExW", .path = to}) &&
            system<decltype(MoveFileExW)>("MoveFileExW")(from, to, how);
 }
 
 DWORD WINAPI finalName(HANDLE file, LPWSTR name, DWORD room, DWORD how)
 {
-    const auto& told = FailingCalls::finalName;
+    const auto& told = RefusedCalls::finalName;
     if (told.empty() || told.size() >= room)
         return system<decltype(GetFinalPathNameByHandleW)>("GetFinalPathNameByHandleW")(file, name, room, how);
     name[told.copy(name, told.size())] = L'\0';

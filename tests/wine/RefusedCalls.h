@@ -1,8 +1,8 @@
 #pragma once
 // Lets calls of Windows fail in the test's own process, as network shares, old settings and other programs make them:
-// FailingCalls.cpp stands before the system's own functions. Without a FailingCalls alive it only passes on.
+// RefusedCalls.cpp stands before the system's own functions. Without a RefusedCalls alive it only passes on.
 //
-//     const FailingCalls full([](const Call& call) { return call.name == "FlushFileBuffers" ? ERROR_DISK_FULL : 0; });
+//     const RefusedCalls full([](const Call& call) { return call.name == "FlushFileBuffers" ? ERROR_DISK_FULL : 0; });
 
 #include <functional>
 #include <string>
@@ -16,15 +16,15 @@ struct Call {
     DWORD access = 0;        ///< of CreateFileW
 };
 
-class FailingCalls {
+class RefusedCalls {
 public:
     /// 0 lets the call through; anything else is the number that it fails with.
     using Answer = std::function<DWORD(const Call&)>;
 
-    explicit FailingCalls(Answer answer) { current = std::move(answer); }
-    ~FailingCalls() { current = nullptr; }
-    FailingCalls(const FailingCalls&) = delete;
-    FailingCalls& operator=(const FailingCalls&) = delete;
+    explicit RefusedCalls(Answer answer) { current = std::move(answer); }
+    ~RefusedCalls() { current = nullptr; }
+    RefusedCalls(const RefusedCalls&) = delete;
+    RefusedCalls& operator=(const RefusedCalls&) = delete;
 
     static bool fails(const Call& call)
     {
