@@ -1,7 +1,7 @@
 // Replacing files where Windows refuses single calls: on shares, in deep folders, while others look at the file.
 
-#include "RefusedCalls.h"
 #include "Place.h"
+#include "RefusedCalls.h"
 
 #include "base/FileError.h"
 #include "base/ReplaceFile.h"
