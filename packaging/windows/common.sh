@@ -98,10 +98,12 @@ fresh() {
     [[ -z ${3:-} ]] || grep -qsx "Qt6_DIR:[A-Z]*=$3/lib/cmake/Qt6" "$1/CMakeCache.txt" || rm -rf "$1"
 }
 
-# with_wine: what runs .exe files from here on, in a prefix of the checkout's own.
+# with_wine [--persistent]: what runs .exe files from here on, in a prefix of the checkout's own. Wine's services write
+# into the standard error of the program that they start with; persistent, they start with none that is compared.
 with_wine() {
     export WINEDEBUG=-all WINEPREFIX=$checkout/build/wine VM_WINE=/usr/lib/wine/wine64
     mkdir -p "$WINEPREFIX"
+    [[ -z ${1:-} ]] || /usr/lib/wine/wineserver64 "$1"
     DISPLAY='' "$VM_WINE" wineboot --init > "$checkout/build/wine.log" 2>&1
     trap '/usr/lib/wine/wineserver64 --kill || true' EXIT
 }
