@@ -34,9 +34,16 @@ class Machine:
                 shutil.copy(sample, folder / ("参数文件" if sample.suffix == ".txt" else "."))
 
     def run(self, words, given=b""):
-        done = subprocess.run([*self.command, *words], cwd=self.folder, input=given, capture_output=True)
-        # Wine's own services share the stream; what they say of themselves begins so.
-        err = b"".join(line for line in done.stderr.splitlines(True) if not line.startswith(b"wine: "))
+        for _ in range(3):
+            done = subprocess.run([*self.command, *words], cwd=self.folder, input=given, capture_output=True)
+            # Wine's own services share the stream; what they say of themselves begins so.
+            lines = done.stderr.splitlines(True)
+            said = b"".join(line for line in lines if line.startswith(b"wine: "))
+            err = b"".join(line for line in lines if not line.startswith(b"wine: "))
+            if not (done.returncode and said and not err and not done.stdout):
+                break
+            # A refusal has a reason of its own beside it: here Wine has not started the program.
+            print(f"once more, {' '.join(words)}: {said.decode(errors='replace')}", file=sys.stderr)
         return {"code": done.returncode, "out": done.stdout, "err": err}
 
     def files(self):
