@@ -168,6 +168,7 @@ void down(const char* from, std::initializer_list<const char*> values)
 {
     in("SheetWindow", [from, all = std::vector<const char*>(values)](QWidget* at) {
         auto& view = qobject_cast<SheetWindow*>(at)->view();
+        QApplication::setActiveWindow(at);  // the form beside it may be the active one by now, and would get the keys
         view.setFocus();
         view.setCurrent(from);
         for (const char* value : all) {
